@@ -1,0 +1,33 @@
+#pragma once
+// What the assistant calls of the Mac's authorization service, for systems without it: the same
+// names, contract and codes.
+
+#include <cstdint>
+#include <cstdio>
+
+using OSStatus = std::int32_t;
+using AuthorizationFlags = std::uint32_t;
+using AuthorizationRef = const struct AuthorizationOpaqueRef*;
+using AuthorizationRights = struct AuthorizationItemSet;
+using AuthorizationEnvironment = struct AuthorizationItemSet;
+
+constexpr const AuthorizationEnvironment* kAuthorizationEmptyEnvironment = nullptr;
+constexpr AuthorizationFlags kAuthorizationFlagDefaults = 0;
+constexpr OSStatus errAuthorizationSuccess = 0;
+constexpr OSStatus errAuthorizationInvalidRef = -60002;
+constexpr OSStatus errAuthorizationDenied = -60005;
+constexpr OSStatus errAuthorizationCanceled = -60006;
+constexpr OSStatus errAuthorizationInternal = -60008;
+constexpr OSStatus errAuthorizationToolExecuteFailure = -60031;
+
+// Stores a new reference, without any grant, which lives as long as the process.
+OSStatus AuthorizationCreate(const AuthorizationRights* rights,
+                             const AuthorizationEnvironment* environment, AuthorizationFlags flags,
+                             AuthorizationRef* authorization);
+
+// Starts the tool as a direct child, once /usr/libexec/authorization_prompt has granted the
+// reference. *pipe receives a stream on the tool's standard input and output, the caller's to
+// close, which waits for the tool's end. One call at a time; blocks while the prompt is up.
+OSStatus AuthorizationExecuteWithPrivileges(AuthorizationRef authorization, const char* tool,
+                                            AuthorizationFlags options, char* const* arguments,
+                                            FILE** pipe);

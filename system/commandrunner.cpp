@@ -1,0 +1,98 @@
+#include "system/commandrunner.h"
+
+#include <QRegExp>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int chunkSize = 512;
+
+// Passes each chunk of the command's output on and returns the wait status of its shell.
+// A command that can't be started passes nothing on and reports 0: deliberate, a probe or check
+// that could not run has never stopped a user from going on to the tool that reports the real
+// trouble.
+template <typename Consumer> int readCommand(const char* command, Consumer consume)
+{
+    FILE* stream = popen(command, "r");
+    if (stream == nullptr)
+        return 0;
+    char chunk[chunkSize];
+    while (fgets(chunk, chunkSize, stream) != nullptr)
+        consume(chunk);
+    return pclose(stream);
+}
+
+} // namespace
+
+int runCmd(const char* command, QString* output)
+{
+    const int status = readCommand(
+        command, [output](const char* chunk) { output->append(QString::fromUtf8(chunk)); });
+    if ((status & 0x7f) != 0)
+        return abnormalShellEnd;
+    return (status >> 8) & 0xff;
+}
+
+std::string getReturnValue(const char* command)
+{
+    std::string output;
+    readCommand(command, [&output](const char* chunk) { output += chunk; });
+    return output;
+}
+
+QString getFirstLine(QString text)
+{
+    return text.left(text.indexOf(QLatin1Char('\n')));
+}
+
+char** convertQSLtoArray(QStringList list)
+{
+    auto** array = new char*[static_cast<size_t>(list.size()) + 1];
+    char** next = array;
+    for (const QString& item : qAsConst(list)) {
+        const QByteArray bytes = item.toLocal8Bit();
+        const size_t size = static_cast<size_t>(bytes.size()) + 1;
+        *next = new char[size];
+        memcpy(*next, bytes.constData(), size);
+        ++next;
+    }
+    *next = nullptr;
+    return array;
+}
+
+QString appendDomainName(QString user, QString domain)
+{
+    QRegExp domainPart(QStringLiteral("@.*$"));
+    domainPart.setMinimal(true);
+    if (domainPart.indexIn(user) >= 0)
+        return user;
+    return user + QLatin1Char('@') + domain;
+}
+
+QString randomizeFileName(QString base)
+{
+    char name[256] = {};
+    const QByteArray pattern = (base + QStringLiteral(".XXXXXX")).toUtf8();
+    memcpy(name, pattern.constData(), qMin(static_cast<size_t>(pattern.size()), sizeof name - 1));
+    // The file stays open: it only reserves the name, for a command that writes into it later.
+    const int reserved = mkstemp(name);
+    Q_UNUSED(reserved)
+    return QString::fromUtf8(name);
+}
+
+bool isSymlink(const char* path)
+{
+    struct stat info = {};
+    return lstat(path, &info) == 0 && S_ISLNK(info.st_mode);
+}
+
+bool doesExist(const char* path)
+{
+    struct stat info = {};
+    return stat(path, &info) == 0;
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <string>
+
+// Runs command lines without special rights and holds the small text and file helpers around them.
+// All functions are stateless, block the calling thread and may be called from any thread.
+
+// What runCmd() returns for a shell that was killed or whose status could not be collected.
+// Outside the range of exit statuses, so that callers can tell the two apart.
+constexpr int abnormalShellEnd = 999;
+
+// Runs a complete shell command line (UTF-8) through /bin/sh and appends what it prints on standard
+// output, read as UTF-8, to *output. Returns the exit status 0 to 255 or abnormalShellEnd; 0 as
+// well for a command that could not even be started.
+int runCmd(const char* command, QString* output);
+
+// Runs a command line like runCmd() and returns its standard output byte for byte; its exit status
+// is discarded. Empty when the command could not be started.
+std::string getReturnValue(const char* command);
+
+// The text up to, not including, the first line end; the whole text when there is none.
+QString getFirstLine(QString text);
+
+// A heap array of heap copies of the items in the local 8-bit encoding, ended by a null pointer.
+// The caller owns the array and each string, and keeps them until the command that uses them ended.
+char** convertQSLtoArray(QStringList list);
+
+// The user in user@domain form; a user that already names a domain is returned unchanged.
+QString appendDomainName(QString user, QString domain);
+
+// Creates an empty, uniquely named file that only the owner can read and write, and returns its
+// path: the base, a full stop and six further characters. When no file can be made, the returned
+// name does not exist; there is no other sign of it.
+QString randomizeFileName(QString base);
+
+// Whether the path itself is a symbolic link; false for a path that does not exist.
+bool isSymlink(const char* path);
+
+// Whether the path, following links, can be examined; a dangling link does not exist.
+bool doesExist(const char* path);

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <Security/Authorization.h>
+
+#include <cstdint>
+#include <cstdio>
+
+// What runPrivCmd() returns for a tool that was killed. It differs from the unprivileged runner's
+// 999, so that a log or a caller can tell which runner reported the abnormal end.
+constexpr int abnormalToolEnd = 998;
+
+// Runs tools with administrator rights. Not locked: one call at a time, from any thread.
+class priv
+{
+public:
+    // Opens the authorization session without asking for a right; returns the service's status.
+    virtual int setupauth() = 0;
+
+    // Runs `tool` (full path) with `args` (without the program name, ended by null; the caller's)
+    // and waits for its end. *pipe receives a stream on the tool's output, which the caller reads
+    // and closes; it stays as it was when no tool was started. Returns the exit status 0 to 255,
+    // abnormalToolEnd, or the authorization service's error code.
+    virtual int runPrivCmd(char* tool, char** args, FILE** pipe) = 0;
+};
+
+class LowerPriv : public priv
+{
+public:
+    LowerPriv();
+
+    int setupauth() override;
+    int runPrivCmd(char* tool, char** args, FILE** pipe) override;
+
+private:
+    // The process id that the latest tool reported; kept from call to call. Before the first report
+    // it is one that no child can have, so that a silent first tool makes no wait for another
+    // child.
+    std::int32_t toolPid = INT32_MAX;
+};
+
+// The one authorization session of the process; never freed.
+extern AuthorizationRef authorizationRef;
+
+// The one privileged runner, made before main() and never deleted.
+extern priv* g_pProcess;

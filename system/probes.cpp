@@ -1,0 +1,24 @@
+#include "system/probes.h"
+
+#include "system/commandrunner.h"
+
+#include <QDesktopServices>
+#include <QUrl>
+
+bool isJoined()
+{
+    QString discarded;
+    return runCmd("/usr/local/bin/mvinfo -d", &discarded) == 0;
+}
+
+bool isEnrolled()
+{
+    const std::string profiles = getReturnValue("/usr/bin/profiles -C");
+    return profiles.find("com.morvanta.osx.MDM") != std::string::npos;
+}
+
+bool download_mac_agent()
+{
+    const QString address = QStringLiteral("https://%1/AppLoad?noumc=1").arg(enrollmentHost);
+    return QDesktopServices::openUrl(QUrl(address, QUrl::TolerantMode));
+}
