@@ -1,0 +1,29 @@
+#include "pages/dialogs/loadcn.h"
+#include "ui_loadcn.h"
+
+LoadCN::LoadCN(QWidget* parent) : QDialog(parent), ui(new Ui::LoadCN)
+{
+    ui->setupUi(this);
+    setWindowTitle(tr("Loading"));
+    raise();
+}
+
+LoadCN::~LoadCN()
+{
+    delete ui;
+}
+
+void LoadCN::setLabel(QString text)
+{
+    ui->label->setText(text);
+}
+
+void LoadCN::setTitle(QString title)
+{
+    setWindowTitle(title);
+}
+
+void LoadCN::setProgressBar(int value)
+{
+    ui->progressBar->setValue(value);
+}

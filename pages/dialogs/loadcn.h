@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QDialog>
+
+namespace Ui {
+class LoadCN;
+}
+
+// Shown while the container tree is being loaded. Unlike the other progress dialogs it can be
+// closed: that is the way out when the agent's script never ends.
+class LoadCN : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit LoadCN(QWidget* parent = nullptr);
+    ~LoadCN() override;
+
+    void setLabel(QString text);
+    void setTitle(QString title);
+    // 0 to 100; stands at 99 from the start.
+    void setProgressBar(int value);
+
+private:
+    Ui::LoadCN* ui;
+};

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "pages/dialogs/progressdialog.h"
+
+namespace Ui {
+class LoadJoin;
+}
+
+// Shown while the Mac is being joined.
+class LoadJoin : public ProgressDialog
+{
+    Q_OBJECT
+
+public:
+    explicit LoadJoin(QWidget* parent = nullptr);
+    ~LoadJoin() override;
+
+    void setLabel(QString text);
+    void setTitle(QString title);
+    // 0 to 100; stands at 99 from the start.
+    void setProgressBar(int value);
+
+private:
+    Ui::LoadJoin* ui;
+};

@@ -1,0 +1,23 @@
+#include "pages/dialogs/loadleave.h"
+#include "ui_loadleave.h"
+
+LoadLeave::LoadLeave(QWidget* parent) : ProgressDialog(parent), ui(new Ui::LoadLeave)
+{
+    ui->setupUi(this);
+    setWindowTitle(tr("Leaving"));
+}
+
+LoadLeave::~LoadLeave()
+{
+    delete ui;
+}
+
+void LoadLeave::setCurrText(QString text)
+{
+    ui->label->setText(text);
+}
+
+void LoadLeave::setCurrTitle(QString title)
+{
+    setWindowTitle(title);
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "pages/dialogs/progressdialog.h"
+
+namespace Ui {
+class LoadLeave;
+}
+
+// Shown while the Mac leaves its domain.
+class LoadLeave : public ProgressDialog
+{
+    Q_OBJECT
+
+public:
+    explicit LoadLeave(QWidget* parent = nullptr);
+    ~LoadLeave() override;
+
+    void setCurrText(QString text);
+    void setCurrTitle(QString title);
+
+private:
+    Ui::LoadLeave* ui;
+};

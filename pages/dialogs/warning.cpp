@@ -1,0 +1,31 @@
+#include "pages/dialogs/warning.h"
+#include "ui_warning.h"
+
+Warning::Warning(QWidget* parent) : QDialog(parent), ui(new Ui::Warning)
+{
+    ui->setupUi(this);
+    setWindowTitle(tr("WARNING"));
+}
+
+Warning::~Warning()
+{
+    delete ui;
+}
+
+void Warning::setWarning(QString text)
+{
+    ui->WarningLabel->setText(text);
+}
+
+void Warning::setTitle(QString title)
+{
+    setWindowTitle(title);
+}
+
+void showWarning(const QString& text)
+{
+    auto* warning = new Warning;
+    warning->setWarning(text);
+    warning->exec();
+    delete warning;
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QDialog>
+
+namespace Ui {
+class Warning;
+}
+
+// The one message dialog: a text and an OK button.
+class Warning : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit Warning(QWidget* parent = nullptr);
+    ~Warning() override;
+
+    // Plain or rich text, as the text browser decides.
+    void setWarning(QString text);
+    void setTitle(QString title);
+
+private:
+    Ui::Warning* ui;
+};
+
+// Shows the text in a Warning of its own and returns once the user has closed it. User-interface
+// thread.
+void showWarning(const QString& text);
