@@ -1,0 +1,104 @@
+#include "browser/cnbrowser.h"
+#include "ui_cnbrowser.h"
+
+#include "pages/dialogs/warning.h"
+
+#include <QDebug>
+#include <QStandardItemModel>
+
+cnbrowser::cnbrowser(QWidget* parent) : QDialog(parent), ui(new Ui::cnbrowser)
+{
+    ui->setupUi(this);
+}
+
+cnbrowser::~cnbrowser()
+{
+    qDebug() << "cnbrowser destructor called";
+    clearData();
+    delete ui;
+}
+
+void cnbrowser::setDomainInfo(QString domain, QString user, QString password)
+{
+    this->domain = domain;
+    this->user = user;
+    this->password = password;
+}
+
+void cnbrowser::createTree()
+{
+    if (domain.isEmpty() || user.isEmpty() || password.isEmpty()) {
+        emit treeDrawingDone(CNBROWSER_MISSING_DOMAIN_INFO);
+        return;
+    }
+    // The containers are the domain's: another administrator of the same domain, deliberately, sees
+    // the tree that is drawn already.
+    if (drawnDomain == domain && loader != nullptr) {
+        emit treeDrawingDone(CNBROWSER_SUCCESS);
+        return;
+    }
+    clearData();
+    loader = new cnbrowserhelper;
+    connect(loader, &cnbrowserhelper::cnDataObtained, this, &cnbrowser::drawCNTreeModel);
+    // Made anew for each load and never removed, so that after n loads one click chooses n times,
+    // each time the same name: kept, since the page that listens takes the same name twice alike.
+    connect(ui->chooseButton, &QPushButton::clicked, this, &cnbrowser::chooseButtonClicked);
+    loader->setDomainInfo(domain, user, password);
+    loader->getCNData();
+}
+
+void cnbrowser::drawCNTreeModel()
+{
+    if (loader == nullptr)
+        return;
+    if (!loader->cnDataCheck()) {
+        reportNoData();
+        return;
+    }
+    model = loader->createModelOutOfCNData();
+    if (model == nullptr) {
+        reportNoData();
+        return;
+    }
+    ui->browserTree->setModel(model);
+    ui->browserTree->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    ui->browserTree->setSelectionBehavior(QAbstractItemView::SelectRows);
+    drawnDomain = domain;
+    emit treeDrawingDone(CNBROWSER_SUCCESS);
+}
+
+void cnbrowser::reportNoData()
+{
+    drawnDomain.clear();
+    emit treeDrawingDone(CNBROWSER_NO_DATA);
+}
+
+void cnbrowser::chooseButtonClicked()
+{
+    QModelIndex current = ui->browserTree->currentIndex();
+    if (!current.isValid() || current.data().toString().startsWith(QLatin1String("DC"))) {
+        qDebug() << "display error msg!";
+        showWarning(tr("The selected distinguished name(DN) is not a container object.  Please "
+                       "reselect (e.g. OU or CN)"));
+        return;
+    }
+    QString name;
+    while (current.isValid()) {
+        name += current.data().toString();
+        current = current.parent();
+        if (current.isValid())
+            name += QLatin1Char(',');
+    }
+    emit browseChooseButtonClicked(name);
+    close();
+}
+
+void cnbrowser::clearData()
+{
+    if (model != nullptr)
+        model->clear();
+    delete model;
+    model = nullptr;
+    delete loader;
+    loader = nullptr;
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "browser/cnbrowserhelper.h"
+
+#include <QDialog>
+
+class QStandardItemModel;
+
+namespace Ui {
+class cnbrowser;
+}
+
+// The dialog in which the user picks the container for the computer object from a tree of the
+// domain's containers. The caller loads the tree with createTree() and shows the dialog once
+// treeDrawingDone() has told of its success.
+class cnbrowser : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit cnbrowser(QWidget* parent);
+    ~cnbrowser() override;
+
+    // What the next createTree() loads with.
+    void setDomainInfo(QString domain, QString user, QString password);
+    // Loads the tree, or reuses the one that is drawn for this domain; ends with treeDrawingDone().
+    void createTree();
+    // Releases the model and the loader.
+    void clearData();
+
+public slots:
+    void drawCNTreeModel();
+    void chooseButtonClicked();
+
+signals:
+    void treeDrawingDone(CNBROWSER_ERROR status);
+    void browseChooseButtonClicked(QString distinguishedName);
+
+private:
+    void reportNoData();
+
+    Ui::cnbrowser* ui;
+    cnbrowserhelper* loader = nullptr;
+    QStandardItemModel* model = nullptr;
+    QString domain;
+    QString user;
+    QString password;
+    QString drawnDomain; // empty when none is drawn, or after a failed load
+};

@@ -1,0 +1,30 @@
+#include "browser/cnleaf.h"
+
+cnleaf::cnleaf(QString prefix) : prefix(prefix) {}
+
+cnleaf::~cnleaf()
+{
+    if (node != nullptr)
+        node->clear();
+    delete node;
+}
+
+QMap<QString, cnleaf*>* cnleaf::getNode()
+{
+    return node;
+}
+
+void cnleaf::setNode(QMap<QString, cnleaf*>* children)
+{
+    node = children;
+}
+
+QString cnleaf::getPrefix()
+{
+    return prefix;
+}
+
+void cnleaf::setPrefix(QString text)
+{
+    prefix = text;
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QMap>
+#include <QString>
+
+// One node of the container tree: the prefix of a name's component, such as "OU=", and the level
+// below it. The component's value is the node's key in the level that holds it.
+class cnleaf
+{
+public:
+    cnleaf() = default;
+    explicit cnleaf(QString prefix);
+    // Deletes the child map but not the leaves that it points to.
+    ~cnleaf();
+    cnleaf(const cnleaf&) = delete;
+    cnleaf& operator=(const cnleaf&) = delete;
+
+    // The child map, owned by the leaf; null for a leaf that never had a child.
+    QMap<QString, cnleaf*>* getNode();
+    // Takes over a map and releases nothing: the former one is the caller's from now on.
+    void setNode(QMap<QString, cnleaf*>* children);
+
+    QString getPrefix();
+    void setPrefix(QString text);
+
+private:
+    QMap<QString, cnleaf*>* node = nullptr;
+    QString prefix;
+};
