@@ -1,0 +1,95 @@
+#include "pages/applead.h"
+#include "ui_applead.h"
+
+#include "pages/credentialcheck.h"
+#include "pages/dialogs/warning.h"
+#include "system/lowerpriv.h"
+
+#include <QVariant>
+
+#include <cstring>
+
+namespace {
+
+char systemTool[] = "/usr/sbin/dsconfigad";
+
+} // namespace
+
+AppleAD::AppleAD(QWidget* parent)
+    : QWizardPage(parent), userCarrier(new QLineEdit), passwordCarrier(new QLineEdit),
+      domainCarrier(new QLineEdit), ui(new Ui::AppleAD)
+{
+    ui->setupUi(this);
+    setButtonText(QWizard::NextButton, tr("OK"));
+    registerField(QStringLiteral("appleADUsername"), userCarrier);
+    registerField(QStringLiteral("appleADPassword"), passwordCarrier);
+    registerField(QStringLiteral("appleADDomain"), domainCarrier);
+}
+
+AppleAD::~AppleAD()
+{
+    delete userCarrier;
+    delete passwordCarrier;
+    delete domainCarrier;
+    delete ui;
+}
+
+void AppleAD::initializePage()
+{
+    setUIDomain();
+}
+
+void AppleAD::setUIDomain()
+{
+    char show[] = "-show";
+    char* arguments[] = {show, nullptr};
+    FILE* pipe = nullptr;
+    g_pProcess->runPrivCmd(systemTool, arguments, &pipe);
+    if (pipe == nullptr)
+        return;
+    char line[512];
+    while (fgets(line, sizeof line, pipe) != nullptr) {
+        if (strstr(line, "Active Directory Domain") == nullptr)
+            continue;
+        const QByteArray report(line);
+        const int separator = report.lastIndexOf("= ");
+        if (separator < 0)
+            continue;
+        const QString domain = QString::fromLocal8Bit(report.mid(separator + 2)).trimmed();
+        ui->ADName->setText(domain);
+        domainCarrier->setText(domain);
+    }
+    fclose(pipe);
+}
+
+bool AppleAD::validatePage()
+{
+    userCarrier->setText(ui->ADUser->text());
+    passwordCarrier->setText(ui->ADPass->text());
+    if (!checkCredentials(domainCarrier->text(),
+                          field(QStringLiteral("appleADUsername")).toString(),
+                          field(QStringLiteral("appleADPassword")).toString()))
+        return false;
+    leaveAppleAD();
+    // Said whatever the tool did, for its status is not to be had; a binding that is still there
+    // makes the join fail visibly.
+    showWarning(tr("You are unbound from Apple's Active Directory plugin."));
+    return true;
+}
+
+bool AppleAD::leaveAppleAD()
+{
+    char remove[] = "-r";
+    char force[] = "-f";
+    char userOption[] = "-u";
+    char passwordOption[] = "-p";
+    QByteArray user = field(QStringLiteral("appleADUsername")).toString().toUtf8();
+    QByteArray password = field(QStringLiteral("appleADPassword")).toString().toUtf8();
+    char* arguments[] = {remove,         force,           userOption, user.data(),
+                         passwordOption, password.data(), nullptr};
+    FILE* pipe = nullptr;
+    g_pProcess->runPrivCmd(systemTool, arguments, &pipe);
+    if (pipe != nullptr)
+        fclose(pipe);
+    return true;
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QWizardPage>
+
+class QLineEdit;
+
+namespace Ui {
+class AppleAD;
+}
+
+// Shows the binding of the operating system's own directory plug-in and removes it, so that the
+// agent can join. Hands domain, name and password on in the fields "appleADDomain",
+// "appleADUsername" and "appleADPassword".
+class AppleAD : public QWizardPage
+{
+    Q_OBJECT
+
+public:
+    explicit AppleAD(QWidget* parent = nullptr);
+    ~AppleAD() override;
+
+    void initializePage() override;
+    // Checks the credentials and unbinds; false, with a warning shown, when the check failed.
+    bool validatePage() override;
+
+    // Reads the bound domain with administrator rights and shows it; shows nothing when refused.
+    void setUIDomain();
+    // Removes the binding; always true, since the tool's own status can't be had.
+    bool leaveAppleAD();
+
+private:
+    // Never shown; they only carry the values of the fields.
+    QLineEdit* userCarrier;
+    QLineEdit* passwordCarrier;
+    QLineEdit* domainCarrier;
+    Ui::AppleAD* ui;
+};

@@ -1,0 +1,32 @@
+#include "pages/cloud.h"
+#include "ui_cloud.h"
+
+#include "system/probes.h"
+
+#include <QWizard>
+
+// The form is never deleted: the page lives as long as the wizard, which is as long as the process.
+Cloud::Cloud(QWidget* parent) : QWizardPage(parent), ui(new Ui::Cloud)
+{
+    ui->setupUi(this);
+}
+
+void Cloud::initializePage() {}
+
+bool Cloud::validatePage()
+{
+    return true;
+}
+
+int Cloud::nextId() const
+{
+    return 7;
+}
+
+void Cloud::on_downloadButton_clicked()
+{
+    download_mac_agent();
+    // The plain step, not the wizard's own Next handling: there is nothing to put right on the way
+    // to the last page.
+    wizard()->next();
+}

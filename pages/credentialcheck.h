@@ -1,0 +1,8 @@
+#pragma once
+
+#include <QString>
+
+// Checks an administrator's name and password against a domain with the agent's script. When they
+// don't hold, shows a modal warning with the first line of the script's complaint and returns
+// false. Blocks the user-interface thread, on which it is called, until the script has ended.
+bool checkCredentials(const QString& domain, const QString& user, const QString& password);

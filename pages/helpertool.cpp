@@ -1,0 +1,18 @@
+#include "pages/helpertool.h"
+
+#include "system/lowerpriv.h"
+
+int runHelperTool(char** args, QString* output)
+{
+    char helper[] = "/usr/local/share/morvantad/libexec/gui_helper_tool";
+    FILE* pipe = nullptr;
+    const int status = g_pProcess->runPrivCmd(helper, args, &pipe);
+    if (pipe == nullptr)
+        return status;
+    output->clear();
+    char chunk[512];
+    while (fgets(chunk, sizeof chunk, pipe) != nullptr)
+        output->append(QString::fromUtf8(chunk));
+    fclose(pipe);
+    return status;
+}

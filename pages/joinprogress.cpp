@@ -1,0 +1,4 @@
+#include "pages/joinprogress.h"
+
+bool joining = false;
+bool enrolling = false;

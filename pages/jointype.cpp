@@ -1,0 +1,202 @@
+#include "pages/jointype.h"
+#include "ui_jointype.h"
+
+#include "browser/cnbrowser.h"
+#include "pages/dialogs/loadcn.h"
+#include "pages/dialogs/loadjoin.h"
+#include "pages/dialogs/warning.h"
+#include "pages/helpertool.h"
+#include "pages/joinprogress.h"
+#include "system/commandrunner.h"
+#include "system/probes.h"
+
+#include <QEventLoop>
+#include <QtConcurrent>
+
+namespace {
+
+// The local host name up to its first full stop; nothing when that holds a blank, which no computer
+// account may.
+QString defaultComputerName()
+{
+    const std::string answer = getReturnValue("/usr/sbin/scutil --get LocalHostName");
+    const QString name = QString::fromStdString(answer).trimmed().section(QLatin1Char('.'), 0, 0);
+    return name.contains(QLatin1Char(' ')) ? QString() : name;
+}
+
+} // namespace
+
+JoinType::JoinType(QWidget* parent) : QWizardPage(parent), ui(new Ui::JoinType)
+{
+    ui->setupUi(this);
+    setButtonText(QWizard::NextButton, tr("Join"));
+    for (QWidget* widget : advancedWidgets())
+        widget->hide();
+    ui->AdvancedButton->setStyleSheet(
+        QStringLiteral("QPushButton {border-style: outset; border-width: 0px;}"));
+    registerField(QStringLiteral("DomainContainerDN"), ui->ContainerDNEdit);
+    ui->ComputerNameEdit->setText(defaultComputerName());
+    if (isEnrolled())
+        ui->CloudCheck->setEnabled(false);
+    loadCN = new LoadCN;
+}
+
+JoinType::~JoinType()
+{
+    delete browser;
+    browser = nullptr;
+    delete ui;
+    delete loadCN;
+}
+
+void JoinType::initializePage()
+{
+    ui->CloudCheck->hide();
+}
+
+int JoinType::nextId() const
+{
+    return 7;
+}
+
+QList<QWidget*> JoinType::advancedWidgets() const
+{
+    return {ui->AliasEdit,        ui->AliasLabel,        ui->ContainerDNEdit,
+            ui->ContainerDNLabel, ui->ContainerDNBrowse, ui->PDSEdit,
+            ui->PDSLabel,         ui->ForceLeave,        ui->AppleUIDCheck};
+}
+
+void JoinType::on_AutoButton_toggled(bool checked)
+{
+    ui->AppleUIDCheck->setEnabled(checked);
+    if (!checked)
+        ui->AppleUIDCheck->setChecked(false);
+}
+
+void JoinType::on_AdvancedButton_toggled(bool checked)
+{
+    for (QWidget* widget : advancedWidgets())
+        widget->setVisible(checked);
+    // Only the scheme is reset, and only on opening: the other options stay in force for the join
+    // while they are hidden, as the user left them.
+    if (checked) {
+        ui->AppleUIDCheck->setChecked(false);
+        if (ui->AutoButton->isChecked())
+            ui->AppleUIDCheck->setEnabled(true);
+    }
+}
+
+void JoinType::on_ContainerDNBrowse_clicked()
+{
+    const QString user = field(QStringLiteral("DomainUsername")).toString();
+    const QString password = field(QStringLiteral("DomainPassword")).toString();
+    const QString domain = field(QStringLiteral("DomainName")).toString();
+    if (user.isEmpty() || password.isEmpty() || domain.isEmpty()) {
+        refuseBrowsing();
+        return;
+    }
+    loadCN->show();
+    if (browser == nullptr) {
+        browser = new cnbrowser(this);
+        connect(browser, &cnbrowser::browseChooseButtonClicked, this,
+                &JoinType::containerDNBrowseChose);
+        connect(browser, &cnbrowser::treeDrawingDone, this, &JoinType::checkTreeDrawingStatus);
+    }
+    browser->setDomainInfo(domain, user, password);
+    browser->createTree();
+}
+
+void JoinType::checkTreeDrawingStatus(CNBROWSER_ERROR status)
+{
+    loadCN->hide();
+    if (status != CNBROWSER_SUCCESS) {
+        // The same text for every failure: what to check is the same for the user.
+        refuseBrowsing();
+        return;
+    }
+    if (browser != nullptr) {
+        browser->show();
+        browser->raise();
+        browser->activateWindow();
+    }
+}
+
+void JoinType::refuseBrowsing()
+{
+    ui->ContainerDNEdit->clear();
+    ui->ContainerDNLabel->setChecked(false);
+    showWarning(
+        tr("Browse require domain name, domain administrator name and password, please make "
+           "sure they are inputted correctly in the previous page!"));
+}
+
+void JoinType::containerDNBrowseChose(QString distinguishedName)
+{
+    ui->ContainerDNEdit->clear();
+    ui->ContainerDNEdit->insert(distinguishedName);
+    ui->ContainerDNLabel->setChecked(!distinguishedName.isEmpty());
+    ui->ContainerDNEdit->setFocus(Qt::OtherFocusReason);
+}
+
+// The check boxes alone decide which options are passed: also while they are hidden, and with an
+// empty value, which is the join tool's to refuse. Only an empty computer name means none.
+QStringList JoinType::joinArguments() const
+{
+    QStringList arguments{QStringLiteral("/usr/local/sbin/mvjoin"),
+                          QStringLiteral("-u"),
+                          field(QStringLiteral("DomainUsername")).toString(),
+                          QStringLiteral("-p"),
+                          field(QStringLiteral("DomainPassword")).toString(),
+                          field(QStringLiteral("DomainName")).toString()};
+    if (ui->ForceLeave->isChecked())
+        arguments << QStringLiteral("-f");
+    if (ui->AutoButton->isChecked()) {
+        arguments << QStringLiteral("-w");
+        if (ui->AppleUIDCheck->isEnabled() && ui->AppleUIDCheck->isChecked())
+            arguments << QStringLiteral("-e");
+    } else if (ui->ZoneButton->isChecked()) {
+        arguments << QStringLiteral("-z") << ui->ZoneEdit->text();
+    }
+    if (ui->ContainerDNLabel->isChecked())
+        arguments << QStringLiteral("-c") << ui->ContainerDNEdit->text();
+    if (ui->PDSLabel->isChecked())
+        arguments << QStringLiteral("-s") << ui->PDSEdit->text();
+    if (ui->AliasLabel->isChecked())
+        arguments << QStringLiteral("-a") << ui->AliasEdit->text();
+    if (!ui->ComputerNameEdit->text().isEmpty())
+        arguments << QStringLiteral("-n") << ui->ComputerNameEdit->text();
+    return arguments;
+}
+
+bool JoinType::validatePage()
+{
+    joining = true;
+    char** arguments = convertQSLtoArray(joinArguments());
+
+    auto* progress = new LoadJoin;
+    progress->show();
+    QEventLoop loop;
+    connect(this, &JoinType::finishedMVJoin, &loop, &QEventLoop::quit);
+    const QFuture<int> run = QtConcurrent::run(this, &JoinType::runMVJoin, arguments);
+    loop.exec();
+    progress->reject();
+    delete progress;
+
+    if (run.result() == 0) {
+        if (ui->CloudCheck->isChecked())
+            enrolling = true;
+        return true;
+    }
+    // Unlike the leave, a cancelled administrator prompt is shown, too, with what the run before it
+    // has printed.
+    showWarning(joinOutput);
+    delete[] arguments;
+    return false;
+}
+
+int JoinType::runMVJoin(char** args)
+{
+    const int status = runHelperTool(args, &joinOutput);
+    emit finishedMVJoin();
+    return status;
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "browser/cnbrowserhelper.h"
+
+#include <QWizardPage>
+
+class LoadCN;
+class cnbrowser;
+
+namespace Ui {
+class JoinType;
+}
+
+// Lets the user choose how the Mac is joined, and joins it when Next, which reads "Join" here, is
+// pressed. Registers "DomainContainerDN".
+class JoinType : public QWizardPage
+{
+    Q_OBJECT
+
+public:
+    explicit JoinType(QWidget* parent = nullptr);
+    ~JoinType() override;
+
+    void initializePage() override;
+    // Joins the Mac on a worker thread behind a progress dialog and returns when that has ended;
+    // false, with a warning shown, when the join failed.
+    bool validatePage() override;
+    int nextId() const override;
+
+    // The worker: runs the join tool, leaves its output in joinOutput, emits finishedMVJoin() and
+    // returns the run's result code. `args` stays the caller's.
+    int runMVJoin(char** args);
+
+signals:
+    // The run's end; emitted on the worker thread.
+    void finishedMVJoin();
+
+private slots:
+    void containerDNBrowseChose(QString distinguishedName);
+    void checkTreeDrawingStatus(CNBROWSER_ERROR status);
+    void on_AdvancedButton_toggled(bool checked);
+    void on_ContainerDNBrowse_clicked();
+    void on_AutoButton_toggled(bool checked);
+
+private:
+    QList<QWidget*> advancedWidgets() const;
+    QStringList joinArguments() const;
+    void refuseBrowsing();
+
+    QString joinOutput; // the worker's until its future has a result
+    Ui::JoinType* ui;
+    cnbrowser* browser = nullptr; // made on first use, a child of this page
+    LoadCN* loadCN;
+};

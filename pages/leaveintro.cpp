@@ -1,0 +1,142 @@
+#include "pages/leaveintro.h"
+#include "ui_leaveintro.h"
+
+#include "pages/credentialcheck.h"
+#include "pages/dialogs/loadleave.h"
+#include "pages/dialogs/warning.h"
+#include "pages/helpertool.h"
+#include "system/commandrunner.h"
+#include "system/probes.h"
+
+#include <Security/Authorization.h>
+
+#include <QEventLoop>
+#include <QtConcurrent>
+
+LeaveIntro::LeaveIntro(QWidget* parent) : QWizardPage(parent), ui(new Ui::LeaveIntro)
+{
+    ui->setupUi(this);
+    setButtonText(QWizard::NextButton, tr("Leave"));
+}
+
+LeaveIntro::~LeaveIntro()
+{
+    delete ui;
+}
+
+void LeaveIntro::initializePage()
+{
+    setUIComponents();
+}
+
+int LeaveIntro::nextId() const
+{
+    return 7;
+}
+
+void LeaveIntro::setUIComponents()
+{
+    setActiveDirectory();
+    setJoinedZone();
+    setComputerName();
+    setCloudUIComponents();
+}
+
+void LeaveIntro::setActiveDirectory()
+{
+    ui->ActiveDirectory_Val->setText(
+        QString::fromStdString(getReturnValue("/usr/local/bin/mvinfo -d")));
+}
+
+void LeaveIntro::setJoinedZone()
+{
+    ui->JoinedZone_Val->setText(QString::fromStdString(getReturnValue("/usr/local/bin/mvinfo -z")));
+}
+
+void LeaveIntro::setComputerName()
+{
+    ui->ComputerName_Val->setText(
+        QString::fromStdString(getReturnValue("/usr/local/bin/mvinfo -n")));
+}
+
+// Always: enrolling is not offered to somebody who leaves. The widgets stay, wired, as on the page
+// for enrolling itself.
+void LeaveIntro::setCloudUIComponents()
+{
+    ui->enrollLabel->hide();
+    ui->enrollDescLabel->hide();
+    ui->downloadButton->hide();
+    ui->line_2->hide();
+}
+
+void LeaveIntro::on_downloadButton_clicked()
+{
+    download_mac_agent();
+}
+
+void LeaveIntro::on_radioButton_clicked()
+{
+    ui->UsernameEdit->setEnabled(true);
+    ui->PasswordEdit->setEnabled(true);
+}
+
+void LeaveIntro::on_radioButton_2_clicked()
+{
+    on_radioButton_clicked();
+}
+
+void LeaveIntro::on_radioButton_3_clicked()
+{
+    for (QLineEdit* edit : {ui->UsernameEdit, ui->PasswordEdit}) {
+        edit->setEnabled(false);
+        edit->setText(QString());
+    }
+}
+
+QStringList LeaveIntro::leaveArguments() const
+{
+    QStringList arguments{QStringLiteral("/usr/local/sbin/mvleave")};
+    if (ui->radioButton_3->isChecked())
+        return arguments << QStringLiteral("-f");
+    if (ui->radioButton_2->isChecked())
+        arguments << QStringLiteral("-r");
+    return arguments << QStringLiteral("-u") << ui->UsernameEdit->text() << QStringLiteral("-p")
+                     << ui->PasswordEdit->text();
+}
+
+bool LeaveIntro::validatePage()
+{
+    if (!ui->radioButton_3->isChecked() &&
+        !checkCredentials(ui->ActiveDirectory_Val->text().trimmed(), ui->UsernameEdit->text(),
+                          ui->PasswordEdit->text()))
+        return false;
+    char** arguments = convertQSLtoArray(leaveArguments());
+
+    auto* progress = new LoadLeave;
+    progress->show();
+    QEventLoop loop;
+    connect(this, &LeaveIntro::finishedMVLeave, &loop, &QEventLoop::quit);
+    const QFuture<int> run = QtConcurrent::run(this, &LeaveIntro::runMVLeave, arguments);
+    loop.exec();
+    progress->reject();
+    delete progress;
+
+    const int status = run.result();
+    if (status == 0)
+        return true;
+    // Who cancels the administrator prompt knows it and needs no message.
+    if (status == errAuthorizationCanceled)
+        return false;
+    showWarning(leaveOutput);
+    delete[] arguments;
+    return false;
+}
+
+int LeaveIntro::runMVLeave(char** args)
+{
+    const int status = runHelperTool(args, &leaveOutput);
+    if (status != 0 && leaveOutput.isEmpty())
+        leaveOutput = QStringLiteral("Unexpected error (%1).").arg(status);
+    emit finishedMVLeave();
+    return status;
+}

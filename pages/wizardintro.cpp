@@ -1,0 +1,28 @@
+#include "pages/wizardintro.h"
+#include "ui_wizardintro.h"
+
+#include "system/commandrunner.h"
+#include "system/probes.h"
+
+WizardIntro::WizardIntro(QWidget* parent) : QWizardPage(parent), ui(new Ui::WizardIntro)
+{
+    ui->setupUi(this);
+    if (isJoined()) {
+        const std::string domain = getReturnValue("/usr/local/bin/mvinfo -d");
+        ui->Domain_label->setText(tr("You are currently joined to ") + domain.c_str());
+        ui->Join_label->hide();
+    } else {
+        ui->Leave_label->hide();
+        ui->Domain_label->hide();
+    }
+}
+
+WizardIntro::~WizardIntro()
+{
+    delete ui;
+}
+
+int WizardIntro::nextId() const
+{
+    return 1;
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QWizardPage>
+
+namespace Ui {
+class WizardIntro;
+}
+
+// The first page: greets the user with what is going to happen, a join or a leave, as the machine's
+// state was when the wizard was built.
+class WizardIntro : public QWizardPage
+{
+    Q_OBJECT
+
+public:
+    explicit WizardIntro(QWidget* parent = nullptr);
+    ~WizardIntro() override;
+
+    int nextId() const override;
+
+private:
+    Ui::WizardIntro* ui;
+};
