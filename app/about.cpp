@@ -1,0 +1,71 @@
+#include "app/about.h"
+#include "ui_about.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+namespace {
+
+// The program lies in the bundle's Contents/MacOS, the property list in Contents. The cut is by
+// length, whatever the folder's name is.
+QString propertyListPath()
+{
+    QString path = QCoreApplication::applicationDirPath();
+    path.chop(static_cast<int>(qstrlen("MacOS")));
+    return path + QStringLiteral("Info.plist");
+}
+
+QString nextLine(QFile& file)
+{
+    return QString::fromUtf8(file.readLine());
+}
+
+} // namespace
+
+about::about(QWidget* parent) : QDialog(parent), ui(new Ui::about)
+{
+    ui->setupUi(this);
+    setWindowFlags((windowFlags() | Qt::CustomizeWindowHint) & ~Qt::WindowMaximizeButtonHint);
+    setFixedSize(width(), height());
+
+    QString name;
+    QString bundleVersion;
+    QString shortVersion;
+    QString copyright;
+    // A file that can't be opened is at its end at once and leaves all labels empty.
+    QFile file(propertyListPath());
+    file.open(QIODevice::ReadOnly);
+    while (!file.atEnd()) {
+        // Each value stands on the line after its key.
+        const QString line = nextLine(file);
+        if (line.contains(QLatin1String("CFBundleName")))
+            name = parse(nextLine(file));
+        else if (line.contains(QLatin1String("CFBundleVersion")))
+            bundleVersion = parse(nextLine(file));
+        else if (line.contains(QLatin1String("CFBundleShortVersionString")))
+            shortVersion = parse(nextLine(file));
+        else if (line.contains(QLatin1String("NSHumanReadableCopyright")))
+            copyright = parse(nextLine(file));
+    }
+    file.close();
+
+    QString version;
+    if (!bundleVersion.isEmpty() && !shortVersion.isEmpty())
+        version = QStringLiteral("Version %1 (%2)").arg(shortVersion, bundleVersion);
+    ui->name->setText(name);
+    ui->version->setText(version);
+    ui->copyright->setText(copyright);
+}
+
+about::~about()
+{
+    delete ui;
+}
+
+QString about::parse(QString line)
+{
+    const QString opening = QStringLiteral("<string>");
+    const int start = line.indexOf(opening) + opening.size();
+    const int end = line.indexOf(QLatin1String("</string>"));
+    return line.mid(start, end - start);
+}

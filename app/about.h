@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QDialog>
+
+namespace Ui {
+class about;
+}
+
+// Shows the application's name, version and copyright as its bundle's Info.plist has them at this
+// moment; what the file lacks stays empty.
+class about : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit about(QWidget* parent);
+    ~about() override;
+
+    // The value between the first "<string>" and the first "</string>" of a line, by position only.
+    QString parse(QString line);
+
+private:
+    Ui::about* ui;
+};

@@ -1,0 +1,12 @@
+#include "app/cocoainitializer.h"
+
+struct CocoaInitializer::Private
+{
+};
+
+CocoaInitializer::CocoaInitializer() : d(new Private) {}
+
+CocoaInitializer::~CocoaInitializer()
+{
+    delete d;
+}

@@ -1,0 +1,111 @@
+#include "app/wizard.h"
+#include "ui_wizard.h"
+
+#include "app/about.h"
+#include "pages/joinprogress.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QMenuBar>
+
+namespace {
+
+// Page ids as the order of the pages in the form gives them.
+constexpr int interimPage = 1;
+constexpr int systemDirectoryPage = 2;
+constexpr int credentialsPage = 3;
+constexpr int cloudPage = 5;
+constexpr int leavePage = 6;
+
+} // namespace
+
+Wizard::Wizard(QWidget* parent) : QWizard(parent), ui(new Ui::Wizard)
+{
+    // The images lie in a static library, from which the linker takes only what is named.
+    Q_INIT_RESOURCE(Resources);
+
+    setWizardStyle(QWizard::MacStyle);
+    setPixmap(QWizard::BackgroundPixmap, QPixmap(QStringLiteral(":/:/background.png")));
+    ui->setupUi(this);
+    setOption(QWizard::NoBackButtonOnLastPage);
+    takeOverButton(QWizard::NextButton, &Wizard::checkNext);
+    takeOverButton(QWizard::BackButton, &Wizard::checkBack);
+
+    // Without a parent, a menu bar is the application's own on a Mac.
+    auto* menuBar = new QMenuBar(nullptr);
+    aboutMenu = menuBar->addMenu(tr("About"));
+    aboutAction = new QAction(tr("About"), this);
+    connect(aboutAction, &QAction::triggered, this, &Wizard::showAbout);
+    aboutMenu->addAction(aboutAction);
+}
+
+Wizard::~Wizard()
+{
+    delete aboutMenu->parentWidget();
+    delete ui;
+}
+
+void Wizard::takeOverButton(WizardButton which, void (Wizard::*step)())
+{
+    QAbstractButton* taken = button(which);
+    disconnect(taken, &QAbstractButton::clicked, nullptr, nullptr);
+    connect(taken, &QAbstractButton::clicked, this, step);
+}
+
+void Wizard::showAbout()
+{
+    about dialog(nullptr);
+    dialog.exec();
+}
+
+void Wizard::checkNext()
+{
+    next();
+    pageAdjustment(true);
+}
+
+void Wizard::checkBack()
+{
+    back();
+    pageAdjustment(false);
+}
+
+void Wizard::pageAdjustment(bool forward)
+{
+    switch (currentId()) {
+    case credentialsPage: {
+        // Once the system's own binding is removed there is nothing to go back to.
+        const QList<int> visited = visitedIds();
+        if (visited.size() > 2 && visited.at(visited.size() - 2) == systemDirectoryPage)
+            button(QWizard::BackButton)->setEnabled(false);
+        break;
+    }
+    case interimPage:
+        passInterimPage(forward);
+        break;
+    case cloudPage:
+        // Who has joined to enroll can't step back into the join.
+        if (joining && enrolling)
+            button(QWizard::BackButton)->setEnabled(false);
+        break;
+    case leavePage:
+        // Deliberately not on a forward arrival: the wish to enroll ends only when the user turns
+        // back.
+        if (!forward)
+            enrolling = false;
+        break;
+    default:
+        break;
+    }
+}
+
+void Wizard::passInterimPage(bool forward)
+{
+    if (!forward) {
+        back();
+        return;
+    }
+    next();
+    if (currentId() == interimPage)
+        restart();
+}
