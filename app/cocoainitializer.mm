@@ -2,7 +2,8 @@
 
 #import <AppKit/AppKit.h>
 
-struct CocoaInitializer::Private {
+struct CocoaInitializer::Private
+{
     NSAutoreleasePool* pool;
 };
 

@@ -1,0 +1,107 @@
+// Stands at the tools' fixed paths inside the test world: records how it was called and answers as
+// the test has laid down in the world's folder.
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <dirent.h>
+#include <fcntl.h>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+const std::string worldFolder = "/media/world";
+
+std::string baseName(const std::string& path)
+{
+    return path.substr(path.rfind('/') + 1);
+}
+
+bool exists(const std::string& path)
+{
+    struct stat info = {};
+    return stat(path.c_str(), &info) == 0;
+}
+
+std::string read(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::string openDescriptors()
+{
+    std::vector<int> numbers;
+    DIR* folder = opendir("/proc/self/fd");
+    while (const dirent* entry = readdir(folder)) {
+        if (entry->d_name[0] != '.' && atoi(entry->d_name) != dirfd(folder))
+            numbers.push_back(atoi(entry->d_name));
+    }
+    closedir(folder);
+    std::sort(numbers.begin(), numbers.end());
+    std::string text;
+    for (const int number : numbers)
+        text += (text.empty() ? "" : " ") + std::to_string(number);
+    return text;
+}
+
+// One record: the number of fields, then each field ended by NUL: path, open descriptors,
+// arguments. Written at once, so that records of tools that run side by side stay whole.
+void record(int argc, char** argv)
+{
+    std::string text = std::to_string(argc + 1) + '\0' + argv[0] + '\0' + openDescriptors() + '\0';
+    for (int i = 1; i < argc; ++i)
+        text += std::string(argv[i]) + '\0';
+    const int calls =
+        open((worldFolder + "/calls").c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600);
+    if (write(calls, text.data(), text.size()) != static_cast<ssize_t>(text.size()))
+        abort();
+    close(calls);
+}
+
+// Whole, or as far as somebody reads.
+void writeAll(int descriptor, const std::string& text)
+{
+    size_t done = 0;
+    while (done < text.size()) {
+        const ssize_t count = write(descriptor, text.data() + done, text.size() - done);
+        if (count < 0)
+            return;
+        done += static_cast<size_t>(count);
+    }
+}
+
+std::string answerFolder(int argc, char** argv)
+{
+    const std::string answers = worldFolder + "/answers/";
+    const std::string tool = baseName(argv[0]);
+    if (argc > 1 && exists(answers + tool + ' ' + baseName(argv[1])))
+        return answers + tool + ' ' + baseName(argv[1]);
+    return answers + tool;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    record(argc, argv);
+    const std::string answer = answerFolder(argc, argv);
+    if (exists(answer + "/pid")) {
+        const pid_t pid = getpid();
+        writeAll(STDOUT_FILENO, std::string(reinterpret_cast<const char*>(&pid), sizeof pid));
+    }
+    writeAll(STDERR_FILENO, read(answer + "/stderr"));
+    writeAll(STDOUT_FILENO, read(answer + "/stdout"));
+    while (exists(answer + "/held"))
+        usleep(1000);
+    const int signal = atoi(read(answer + "/signal").c_str());
+    if (signal != 0)
+        raise(signal);
+    return atoi(read(answer + "/exit").c_str());
+}

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "app/wizard.h"
+#include "tests/support/worldtest.h"
+
+#include <QAbstractButton>
+#include <QLineEdit>
+#include <QWizardPage>
+
+// A person in front of the wizard: presses its buttons and types into the current page's edits.
+class WizardDriver
+{
+public:
+    WizardDriver()
+    {
+        wizard.show();
+    }
+
+    int page() const
+    {
+        return wizard.currentId();
+    }
+    QWizardPage* currentPage() const
+    {
+        return wizard.currentPage();
+    }
+    QAbstractButton* button(QWizard::WizardButton which) const
+    {
+        return wizard.button(which);
+    }
+
+    // Presses the button as a person would and returns the texts of the warnings that came up.
+    QStringList press(QWizard::WizardButton which)
+    {
+        return warningsDuring([&] { QTest::mouseClick(button(which), Qt::LeftButton); });
+    }
+    QStringList next()
+    {
+        return press(QWizard::NextButton);
+    }
+    QStringList back()
+    {
+        return press(QWizard::BackButton);
+    }
+
+    // A widget of the current page.
+    template <typename Widget> Widget* on(const QString& name) const
+    {
+        return child<Widget>(currentPage(), name);
+    }
+    void type(const QString& edit, const QString& text) const
+    {
+        on<QLineEdit>(edit)->setText(text);
+    }
+
+    // From page 0 to the credentials page, and with valid credentials to the join options page.
+    void goToCredentials()
+    {
+        next();
+    }
+    void goToJoinOptions(const QString& domain = QStringLiteral("example.test"),
+                         const QString& user = QStringLiteral("admin"),
+                         const QString& password = QStringLiteral("secret"))
+    {
+        goToCredentials();
+        type(QStringLiteral("DomainEdit"), domain);
+        type(QStringLiteral("UsernameEdit"), user);
+        type(QStringLiteral("PasswordEdit"), password);
+        next();
+    }
+
+    Wizard wizard;
+};

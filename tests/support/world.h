@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+// One run of a stand-in.
+struct Call
+{
+    QString path;
+    QStringList arguments;
+    QList<int> descriptors; // open in the tool when it started
+
+    // The path's last component and the arguments, for example {"mvinfo", "-d"}.
+    QStringList words() const;
+};
+
+// What a stand-in does when it is run.
+struct Answer
+{
+    QByteArray output;
+    QByteArray errors;
+    int exitStatus = 0;
+    int signal = 0;          // raised after the output, when not 0
+    bool reportsPid = false; // writes its process id, four bytes, before any output
+    bool held = false;       // ends only after World::release()
+};
+
+// The private mount namespace in which recording stand-ins are at the fixed paths of the agent's
+// and the system's tools. Nothing outside of it is written.
+//
+// An answer is given for a tool's name ("mvjoin"), or for a name and the last path component of its
+// first argument ("mvinfo -d", "mvedit check_domain_cred.tcl", "gui_helper_tool mvjoin"); the
+// latter goes first. A tool without an answer prints nothing and exits with 0.
+namespace World {
+
+// Once, before the process has a second thread. Exits with a message where namespaces are refused.
+void enter();
+
+// Puts all stand-ins back, forgets all calls, and gives the answers of a Mac that is not joined and
+// not bound, whose name is my-mac and whose administrator consents to everything.
+void reset();
+
+void answer(const QString& command, const Answer& answer);
+// Lets a held tool end.
+void release(const QString& command);
+
+// All runs since reset() or forgetCalls(), in order.
+QList<Call> calls();
+// The runs of one tool.
+QList<Call> callsOf(const QString& tool);
+void forgetCalls();
+
+// The fixed path at which a tool stands.
+QString path(const QString& tool);
+// Takes a stand-in away, leaves a file that can't be executed, or a folder, in its place.
+void removeTool(const QString& tool);
+void replaceByPlainFile(const QString& tool);
+void replaceByFolder(const QString& tool);
+
+// Frequent states.
+void setJoined(const QByteArray& domain = "example.test\n", const QByteArray& zone = "MacZone\n",
+               const QByteArray& name = "my-mac\n");
+void setBound(const QByteArray& domain = "example.test");
+
+} // namespace World

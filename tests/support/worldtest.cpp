@@ -1,0 +1,138 @@
+#include "tests/support/worldtest.h"
+
+#include "pages/dialogs/warning.h"
+#include "pages/joinprogress.h"
+#include "system/lowerpriv.h"
+
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QLabel>
+#include <QMutex>
+#include <QPushButton>
+#include <QTextBrowser>
+#include <QThreadPool>
+#include <QTimer>
+
+#include <sys/wait.h>
+
+namespace {
+
+QMutex logMutex;
+QStringList logged;
+QStringList unexpected;
+QStringList allowed;
+QtMessageHandler previousHandler = nullptr;
+int descriptorsBefore = 0;
+int threadsBefore = 0;
+
+void logMessage(QtMsgType type, const QMessageLogContext& context, const QString& text)
+{
+    const QMutexLocker locker(&logMutex);
+    logged << text;
+    const auto isContained = [&text](const QString& part) { return text.contains(part); };
+    if (type == QtWarningMsg || type == QtCriticalMsg) {
+        if (std::any_of(allowed.cbegin(), allowed.cend(), isContained))
+            return;
+        unexpected << text;
+    }
+    previousHandler(type, context, text);
+}
+
+int entries(const QString& folder)
+{
+    return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size();
+}
+
+bool hasChildren()
+{
+    siginfo_t info = {};
+    return waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT) == 0;
+}
+
+} // namespace
+
+QStringList WorldTest::messages()
+{
+    const QMutexLocker locker(&logMutex);
+    return logged;
+}
+
+void WorldTest::allowWarning(const QString& text)
+{
+    allowed << text;
+}
+
+void WorldTest::init()
+{
+    World::reset();
+    joining = false;
+    enrolling = false;
+    // A new authorization session, without a grant.
+    g_pProcess->setupauth();
+    // Threads of the pool end at once, so that a thread that is left is one that hangs.
+    QThreadPool::globalInstance()->setExpiryTimeout(0);
+    logged.clear();
+    unexpected.clear();
+    // The conclusion page keeps a slot for a widget that its form no longer has.
+    allowed = QStringList{QStringLiteral("No matching signal for on_Enrollcheck_toggled")};
+    previousHandler = qInstallMessageHandler(logMessage);
+    descriptorsBefore = entries(QStringLiteral("/proc/self/fd"));
+    threadsBefore = entries(QStringLiteral("/proc/self/task"));
+}
+
+void WorldTest::cleanup()
+{
+    qInstallMessageHandler(previousHandler);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QThreadPool::globalInstance()->waitForDone();
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows)
+        qWarning() << "left:" << window;
+    QVERIFY2(windows.isEmpty(), "a window is left");
+    QVERIFY2(!hasChildren(), "a child process is left");
+    QTRY_COMPARE(entries(QStringLiteral("/proc/self/fd")), descriptorsBefore);
+    QTRY_COMPARE(entries(QStringLiteral("/proc/self/task")), threadsBefore);
+    QCOMPARE(unexpected, QStringList());
+}
+
+void withModalDialogs(const std::function<void()>& action,
+                      const std::function<void(QWidget*)>& handle)
+{
+    QTimer poll;
+    QWidget* handled = nullptr;
+    QObject::connect(&poll, &QTimer::timeout, [&] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        if (dialog == nullptr || dialog == handled || !dialog->isVisible())
+            return;
+        handled = dialog;
+        QObject::connect(dialog, &QObject::destroyed, &poll, [&handled] { handled = nullptr; });
+        handle(dialog);
+    });
+    poll.start(1);
+    action();
+}
+
+QStringList warningsDuring(const std::function<void()>& action)
+{
+    QStringList texts;
+    withModalDialogs(action, [&texts](QWidget* dialog) {
+        auto* warning = qobject_cast<Warning*>(dialog);
+        if (warning == nullptr)
+            return;
+        texts << child<QTextBrowser>(warning, QStringLiteral("WarningLabel"))->toPlainText();
+        auto* box = child<QDialogButtonBox>(warning, QStringLiteral("buttonBox"));
+        QTest::mouseClick(box->button(QDialogButtonBox::Ok), Qt::LeftButton);
+    });
+    return texts;
+}
+
+QStringList visibleTexts(const QWidget* widget)
+{
+    QStringList texts;
+    const QList<QLabel*> labels = widget->findChildren<QLabel*>();
+    for (const QLabel* label : labels) {
+        if (label->isVisible() && !label->text().isEmpty())
+            texts << label->text();
+    }
+    return texts;
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "tests/support/world.h"
+
+#include <QApplication>
+#include <QObject>
+#include <QTest>
+
+#include <functional>
+
+// Base of every test: before each test function the world is as new, and after it no window, child
+// process, descriptor or thread is left, and no warning was logged that the test had not allowed.
+class WorldTest : public QObject
+{
+    Q_OBJECT
+
+protected:
+    // Lines that were logged since the test function began, of every kind.
+    static QStringList messages();
+    // Allows warnings that contain the text, until the test function's end.
+    static void allowWarning(const QString& text);
+
+protected slots:
+    // Called by Qt Test around each test function.
+    void init();
+    void cleanup();
+};
+
+// Runs an action that may open warnings, closes each by its OK button, and returns their texts.
+QStringList warningsDuring(const std::function<void()>& action);
+
+// Runs an action that opens a modal dialog, calls `handle` once with each that appears, and goes on
+// when the action has returned; `handle` has to see to the dialog's closing.
+void withModalDialogs(const std::function<void()>& action,
+                      const std::function<void(QWidget*)>& handle);
+
+// The texts of the visible labels below a widget, in the form's order.
+QStringList visibleTexts(const QWidget* widget);
+
+// The child with this object name; the test fails when there is none.
+template <typename Widget> Widget* child(const QObject* parent, const QString& name)
+{
+    auto* found = parent->findChild<Widget*>(name);
+    if (found == nullptr)
+        qFatal("There is no %s", qPrintable(name));
+    return found;
+}
+
+// Enters the world and runs the test class's functions in it, without a display of the desktop's.
+template <typename Test> int runInWorld(int argc, char** argv)
+{
+    World::enter();
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("XDG_RUNTIME_DIR", "/media/runtime");
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    Test test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#define WORLD_TEST_MAIN(Test)                                                                      \
+    int main(int argc, char** argv)                                                                \
+    {                                                                                              \
+        return runInWorld<Test>(argc, argv);                                                       \
+    }

@@ -1,0 +1,120 @@
+#include "system/probes.h"
+#include "tests/support/worldtest.h"
+
+#include <QDesktopServices>
+#include <QUrl>
+
+#include <csignal>
+
+class TestProbes : public WorldTest
+{
+    Q_OBJECT
+
+public slots:
+    // Takes the place of the web browser.
+    void openUrl(const QUrl& url)
+    {
+        opened << url;
+    }
+
+private slots:
+    void joinedFollowsTheAgentsExitStatus_data();
+    void joinedFollowsTheAgentsExitStatus();
+    void joinedIsFalseWithoutTheAgent();
+    void joinedIsFalseWhenTheAgentIsKilled();
+    void joinedAsksAnewAtEachCall();
+    void enrolledByTheMarkerAnywhere_data();
+    void enrolledByTheMarkerAnywhere();
+    void enrolledIgnoresTheExitStatus();
+    void downloadOpensTheEnrollmentPage();
+
+private:
+    QList<QUrl> opened;
+};
+
+void TestProbes::joinedFollowsTheAgentsExitStatus_data()
+{
+    QTest::addColumn<int>("exitStatus");
+    QTest::addColumn<bool>("joined");
+    QTest::newRow("0 is joined") << 0 << true;
+    QTest::newRow("1 is not joined") << 1 << false;
+    QTest::newRow("127 is not joined") << 127 << false;
+    QTest::newRow("255 is not joined") << 255 << false;
+}
+
+void TestProbes::joinedFollowsTheAgentsExitStatus()
+{
+    QFETCH(int, exitStatus);
+    QFETCH(bool, joined);
+    Answer answer;
+    answer.output = "example.test\n";
+    answer.exitStatus = exitStatus;
+    World::answer("mvinfo -d", answer);
+    QCOMPARE(isJoined(), joined);
+}
+
+void TestProbes::joinedIsFalseWithoutTheAgent()
+{
+    World::removeTool("mvinfo");
+    QVERIFY(!isJoined());
+}
+
+void TestProbes::joinedIsFalseWhenTheAgentIsKilled()
+{
+    Answer killed;
+    killed.signal = SIGKILL;
+    World::answer("mvinfo -d", killed);
+    QVERIFY(!isJoined());
+}
+
+void TestProbes::joinedAsksAnewAtEachCall()
+{
+    isJoined();
+    isJoined();
+    QCOMPARE(World::calls().size(), 2);
+    QCOMPARE(World::calls().at(1).words(), QStringList({"mvinfo", "-d"}));
+}
+
+void TestProbes::enrolledByTheMarkerAnywhere_data()
+{
+    QTest::addColumn<QByteArray>("profiles");
+    QTest::addColumn<bool>("enrolled");
+    QTest::newRow("marker alone") << QByteArray("com.morvanta.osx.MDM") << true;
+    QTest::newRow("within a longer identifier")
+        << QByteArray("1: my.com.morvanta.osx.MDM.beta\n") << true;
+    QTest::newRow("other case") << QByteArray("com.morvanta.osx.mdm\n") << false;
+    QTest::newRow("no profile") << QByteArray() << false;
+}
+
+void TestProbes::enrolledByTheMarkerAnywhere()
+{
+    QFETCH(QByteArray, profiles);
+    Answer answer;
+    answer.output = profiles;
+    World::answer("profiles", answer);
+    QTEST(isEnrolled(), "enrolled");
+    QCOMPARE(World::calls().at(0).words(), QStringList({"profiles", "-C"}));
+}
+
+void TestProbes::enrolledIgnoresTheExitStatus()
+{
+    Answer answer;
+    answer.output = "com.morvanta.osx.MDM\n";
+    answer.exitStatus = 5;
+    World::answer("profiles", answer);
+    QVERIFY(isEnrolled());
+    World::removeTool("profiles");
+    QVERIFY(!isEnrolled());
+}
+
+void TestProbes::downloadOpensTheEnrollmentPage()
+{
+    QDesktopServices::setUrlHandler("https", this, "openUrl");
+    const bool accepted = download_mac_agent();
+    QDesktopServices::unsetUrlHandler("https");
+    QVERIFY(accepted);
+    QCOMPARE(opened, QList<QUrl>{QUrl(QString("https://%1/AppLoad?noumc=1").arg(enrollmentHost))});
+}
+
+WORLD_TEST_MAIN(TestProbes)
+#include "tst_probes.moc"
