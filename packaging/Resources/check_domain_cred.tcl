@@ -1,0 +1,12 @@
+#!/usr/bin/env tclsh
+# Checks an administrator's name and password against a domain, up to a signed question to its
+# directory.
+#
+# usage: check_domain_cred.tcl DOMAIN USER PASSWORD
+# Exit status 0 when they are right; otherwise 1, and the first line says what to do.
+source [file join [file dirname [file normalize [info script]]] domain_session.tcl]
+
+lassign $argv domain user password
+session::run $domain $user $password {
+    session::search $domain [session::base $domain] base (objectClass=*) 1.1
+}
