@@ -54,6 +54,8 @@ void JoinType::initializePage()
     ui->CloudCheck->hide();
 }
 
+void JoinType::cleanupPage() {}
+
 int JoinType::nextId() const
 {
     return 7;

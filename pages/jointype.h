@@ -22,6 +22,9 @@ public:
     ~JoinType() override;
 
     void initializePage() override;
+    // Keeps the container on the way back, as the page keeps all its choices; a wizard page would
+    // empty the edits of its fields.
+    void cleanupPage() override;
     // Joins the Mac on a worker thread behind a progress dialog and returns when that has ended;
     // false, with a warning shown, when the join failed.
     bool validatePage() override;

@@ -1,6 +1,7 @@
 #include "pages/joinprogress.h"
 #include "tests/support/wizarddriver.h"
 
+#include <QCheckBox>
 #include <QLabel>
 #include <QSignalSpy>
 
@@ -71,6 +72,7 @@ private slots:
     void backAndNextInEveryOrder_data();
     void backAndNextInEveryOrder();
     void restartKeepsWhatThePagesHold();
+    void joinOptionsSurviveBackAndNext();
     void joinFlowNeverReachesTheCloudPage();
 };
 
@@ -348,6 +350,22 @@ void TestFlow::restartKeepsWhatThePagesHold()
     driver.next();
     QCOMPARE(driver.page(), 0);
     QCOMPARE(driver.wizard.page(4)->findChild<QLineEdit*>("ZoneEdit")->text(), QString("MacZone"));
+}
+
+void TestFlow::joinOptionsSurviveBackAndNext()
+{
+    WizardDriver driver;
+    driver.goToJoinOptions();
+    driver.on<QCheckBox>("ContainerDNLabel")->setChecked(true);
+    driver.type("ContainerDNEdit", "OU=Macs,DC=example,DC=test");
+    driver.type("ComputerNameEdit", "another");
+    driver.back();
+    driver.next();
+    QCOMPARE(driver.page(), 4);
+    QVERIFY(driver.on<QCheckBox>("ContainerDNLabel")->isChecked());
+    QCOMPARE(driver.on<QLineEdit>("ContainerDNEdit")->text(),
+             QString("OU=Macs,DC=example,DC=test"));
+    QCOMPARE(driver.on<QLineEdit>("ComputerNameEdit")->text(), QString("another"));
 }
 
 void TestFlow::joinFlowNeverReachesTheCloudPage()
