@@ -1,0 +1,297 @@
+#include "tests/robustness/model/program.h"
+
+#include "browser/cnbrowser.h"
+#include "pages/dialogs/loadcn.h"
+#include "pages/dialogs/warning.h"
+#include "pages/joinprogress.h"
+#include "system/lowerpriv.h"
+#include "tests/support/worldtest.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTextBrowser>
+#include <QThreadPool>
+#include <QTimer>
+#include <QTreeView>
+
+#include <csignal>
+
+using namespace Model;
+
+namespace {
+
+// A page that no click leads to in the real wizard, or from which one leads on.
+class DetourPage : public QWizardPage
+{
+public:
+    explicit DetourPage(int next) : next(next) {}
+    int nextId() const override
+    {
+        return next;
+    }
+
+private:
+    int next;
+};
+
+Answer saying(const QString& output, int exitStatus, int signal = 0)
+{
+    Answer answer;
+    answer.output = output.toUtf8();
+    answer.exitStatus = exitStatus;
+    answer.signal = signal;
+    return answer;
+}
+
+void answerAs(const Machine& machine)
+{
+    if (machine.joined)
+        World::setJoined(domain.toUtf8(), zone.toUtf8(), computer.toUtf8());
+    else
+        for (const char* question : {"mvinfo -d", "mvinfo -z", "mvinfo -n"})
+            World::answer(question, saying({}, 1));
+    if (machine.bound)
+        World::setBound(boundDomain.toUtf8());
+    else
+        World::answer("dsconfigad -show", saying("You are not bound to any directory.\n", 0));
+}
+
+void answerAs(Outcome outcome)
+{
+    Answer check;
+    if (outcome == Outcome::CheckFails)
+        check = saying(complaint, 1);
+    else if (outcome == Outcome::CheckSilent)
+        check = saying({}, 1);
+    else if (outcome == Outcome::CheckKilled)
+        check = saying(complaint, 0, SIGKILL);
+    World::answer("mvedit check_domain_cred.tcl", check);
+
+    Answer run;
+    if (outcome == Outcome::Bad)
+        run = saying(failure, 5);
+    else if (outcome == Outcome::Silent)
+        run = saying({}, 3);
+    else if (outcome == Outcome::Killed)
+        run = saying(failure, 0, SIGTERM);
+    World::answer("mvedit mvedit_file_arg.tcl", run);
+    run.reportsPid = true;
+    World::answer("gui_helper_tool", run);
+    if (outcome == Outcome::Good) {
+        QStringList name;
+        for (const QString& branch : branches)
+            name.prepend(branch);
+        World::answer("mvedit mvedit_file_arg.tcl", saying(name.join(',') + '\n', 0));
+    }
+
+    const bool refused = outcome == Outcome::Cancelled || outcome == Outcome::Denied;
+    World::answer("authorization_prompt",
+                  saying({}, refused ? outcome == Outcome::Cancelled ? 1 : 2 : 0));
+    if (refused)
+        g_pProcess->setupauth();
+}
+
+QString described(const QWidget* widget)
+{
+    const QString end = widget->isEnabled() ? QString() : QStringLiteral(" disabled");
+    if (const auto* label = qobject_cast<const QLabel*>(widget))
+        return label->text();
+    if (const auto* edit = qobject_cast<const QLineEdit*>(widget))
+        return '[' + edit->text() + ']' + end;
+    if (const auto* button = qobject_cast<const QAbstractButton*>(widget)) {
+        const QString state = button->isChecked() ? " on" : " off";
+        return button->text() + (button->isCheckable() ? state : QString()) + end;
+    }
+    return {};
+}
+
+} // namespace
+
+Program::Program(const Machine& machine) : detour(machine.detour)
+{
+    World::reset();
+    if (!machine.agent) {
+        for (const char* tool : {"mvinfo", "mvedit", "mvjoin", "mvleave", "gui_helper_tool"})
+            World::removeTool(tool);
+    }
+    qApp->installEventFilter(this);
+}
+
+Program::~Program()
+{
+    qApp->removeEventFilter(this);
+}
+
+// Each dialog that blocks the program is noted and sent away as a person would do it.
+bool Program::eventFilter(QObject* object, QEvent* event)
+{
+    auto* dialog = qobject_cast<QDialog*>(object);
+    if (event->type() != QEvent::Show || dialog == nullptr)
+        return false;
+    if (auto* warning = qobject_cast<Warning*>(dialog)) {
+        dialogs << child<QTextBrowser>(warning, "WarningLabel")->toPlainText();
+        auto* box = child<QDialogButtonBox>(warning, "buttonBox");
+        QTimer::singleShot(0, box->button(QDialogButtonBox::Ok), &QAbstractButton::click);
+    } else if (dialog->objectName() == "about") {
+        dialogs << dialog->objectName();
+        QTimer::singleShot(0, dialog, &QDialog::reject);
+    }
+    return false;
+}
+
+void Program::start()
+{
+    wizard.reset();
+    joining = enrolling = false;
+    g_pProcess->setupauth();
+    wizard = std::make_unique<Wizard>();
+    if (detour == Machine::Cloud) {
+        wizard->removePage(0);
+        wizard->setPage(0, new DetourPage(5));
+    } else if (detour == Machine::AfterLast) {
+        wizard->removePage(7);
+        wizard->setPage(7, new DetourPage(8));
+        wizard->setPage(8, new DetourPage(-1));
+    }
+    wizard->show();
+}
+
+View Program::take(const Step& step, const Machine& machine)
+{
+    World::forgetCalls();
+    dialogs.clear();
+    answerAs(machine);
+    answerAs(step.outcome);
+    switch (step.act) {
+    case Act::Start:
+        start();
+        break;
+    case Act::Next:
+        wizard->button(QWizard::NextButton)->click();
+        break;
+    case Act::Back:
+        wizard->button(QWizard::BackButton)->click();
+        break;
+    case Act::Finish:
+        wizard->button(QWizard::FinishButton)->click();
+        break;
+    case Act::Close:
+        wizard->close();
+        break;
+    case Act::About:
+        child<QAction>(wizard.get(), "")->trigger();
+        break;
+    case Act::Press:
+        press(step.widget);
+        break;
+    case Act::Enter:
+        for (const auto& entry : step.entries)
+            child<QLineEdit>(wizard->currentPage(), entry.first)->setText(entry.second);
+        break;
+    case Act::Browse:
+        browse();
+        break;
+    case Act::Choose:
+        choose(step.widget);
+        break;
+    case Act::Cancel:
+        child<QPushButton>(openBrowser(), "cancelButton")->click();
+        break;
+    case Act::Outside:
+        break;
+    case Act::Flags:
+        joining = enrolling = !enrolling;
+        break;
+    }
+    // No thread may be left when this process forks.
+    QThreadPool::globalInstance()->waitForDone();
+
+    View view;
+    if (wizard->isVisible()) {
+        view.page = wizard->currentId();
+        view.widgets = widgets();
+        view.buttons = buttons();
+        view.browser = openBrowser() != nullptr;
+    }
+    view.dialogs = dialogs;
+    view.joining = joining;
+    view.enrolling = enrolling;
+    const QList<Call> calls = World::calls();
+    for (const Call& call : calls) {
+        QStringList words = call.words();
+        if (words.first() == "authorization_prompt")
+            words = words.mid(0, 1);
+        view.commands << words.join('|');
+    }
+    return view;
+}
+
+void Program::press(const QString& widget)
+{
+    auto* button = child<QAbstractButton>(wizard->currentPage(), widget);
+    // Always hidden; the flag that it sets is the program's all the same.
+    if (widget == "CloudCheck")
+        button->setChecked(!button->isChecked());
+    else if (button->isVisible())
+        button->click();
+}
+
+void Program::browse()
+{
+    press("ContainerDNBrowse");
+    const auto isLoading = [] {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        return std::any_of(windows.cbegin(), windows.cend(), [](QWidget* window) {
+            return qobject_cast<LoadCN*>(window) != nullptr && window->isVisible();
+        });
+    };
+    while (isLoading())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+void Program::choose(const QString& item)
+{
+    auto* tree = child<QTreeView>(openBrowser(), "browserTree");
+    QModelIndex index;
+    do {
+        index = tree->model()->index(0, 0, index);
+    } while (index.isValid() && index.data().toString() != item);
+    tree->setCurrentIndex(index);
+    child<QPushButton>(openBrowser(), "chooseButton")->click();
+}
+
+QDialog* Program::openBrowser() const
+{
+    auto* browser = wizard->findChild<cnbrowser*>();
+    return browser != nullptr && browser->isVisible() ? browser : nullptr;
+}
+
+QMap<QString, QString> Program::widgets() const
+{
+    QMap<QString, QString> seen;
+    const QList<QWidget*> all = wizard->currentPage()->findChildren<QWidget*>();
+    for (const QWidget* widget : all) {
+        if (!widget->isVisible() || widget->window() != wizard.get())
+            continue;
+        if (widget->inherits("QLabel") || widget->inherits("QLineEdit") ||
+            widget->inherits("QAbstractButton"))
+            seen[widget->objectName()] = described(widget);
+    }
+    return seen;
+}
+
+QStringList Program::buttons() const
+{
+    QStringList seen;
+    for (const auto which : {QWizard::BackButton, QWizard::NextButton, QWizard::FinishButton,
+                             QWizard::CancelButton, QWizard::HelpButton}) {
+        const QAbstractButton* button = wizard->button(which);
+        if (button->isVisible())
+            seen << described(button);
+    }
+    return seen;
+}

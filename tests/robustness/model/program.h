@@ -1,0 +1,38 @@
+#pragma once
+
+#include "app/wizard.h"
+#include "tests/robustness/model/model.h"
+
+#include <QObject>
+
+#include <memory>
+
+// The real program in the test world: takes the model's steps with clicks and tells what is to be
+// seen, in the model's terms.
+class Program : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Program(const Model::Machine& machine);
+    ~Program() override;
+
+    // The machine is as the model has it before the step.
+    Model::View take(const Model::Step& step, const Model::Machine& machine);
+
+protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+private:
+    void start();
+    void browse();
+    void choose(const QString& item);
+    void press(const QString& widget);
+    QDialog* openBrowser() const;
+    QMap<QString, QString> widgets() const;
+    QStringList buttons() const;
+
+    Model::Machine::Detour detour;
+    std::unique_ptr<Wizard> wizard;
+    QStringList dialogs;
+};

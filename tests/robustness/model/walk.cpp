@@ -1,0 +1,275 @@
+// Walks the model and the program together and compares them after each step: all paths up to a
+// depth, then random ones. Each branch is a fork of the process, so that a path is not walked again
+// for each of its ends, and so that a crash or a hang ends one branch and not the walk.
+
+#include "tests/robustness/model/program.h"
+#include "tests/support/worldtest.h"
+
+#include <QCommandLineParser>
+#include <QThreadPool>
+
+#include <atomic>
+#include <csignal>
+#include <cstdio>
+#include <fcntl.h>
+#include <random>
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace Model;
+
+namespace {
+
+// A step takes some milliseconds; one that has not ended after this many seconds hangs.
+constexpr unsigned hangs = 30;
+
+// Shared by all branches.
+struct Tally
+{
+    std::atomic<int> nextJob;
+    std::atomic<long> steps;
+    std::atomic<long> paths;
+    std::atomic<int> failed;
+};
+
+Tally* tally = nullptr;
+FILE* report = nullptr;
+
+void fail(const QStringList& path, const QString& what)
+{
+    if (tally->failed++ == 0)
+        fprintf(report, "FAIL: %s\n%s\n", qPrintable(path.join("\n  then ")), qPrintable(what));
+    fflush(report);
+}
+
+QString difference(const View& expected, const View& seen)
+{
+    const QStringList want = expected.text().split('\n');
+    const QStringList have = seen.text().split('\n');
+    QStringList lines;
+    for (const QString& line : want) {
+        if (!have.contains(line))
+            lines << "- " + line;
+    }
+    for (const QString& line : have) {
+        if (!want.contains(line))
+            lines << "+ " + line;
+    }
+    return lines.isEmpty() ? "in another order:\n" + seen.text() : lines.join('\n');
+}
+
+// One path: the model, the program, and the way they have come.
+struct Walk
+{
+    explicit Walk(const Machine& machine)
+        : model(machine), program(machine), path{machine.name() + ": start"}
+    {
+    }
+
+    bool take(const Step& step)
+    {
+        const Machine machine = model.machine();
+        if (step.act != Act::Start)
+            path << step.text();
+        alarm(hangs);
+        const View expected = model.take(step);
+        const View seen = program.take(step, step.act == Act::Outside ? model.machine() : machine);
+        alarm(0);
+        ++tally->steps;
+        if (expected.text() == seen.text())
+            return true;
+        fail(path, difference(expected, seen));
+        return false;
+    }
+
+    Rules model;
+    Program program;
+    QStringList path;
+};
+
+// Runs the branch in a fork and waits for it.
+template <typename Branch> void fork(const QStringList& path, const QString& step, Branch branch)
+{
+    const pid_t child = ::fork();
+    if (child == 0) {
+        branch();
+        _exit(0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    if (WIFSIGNALED(status)) {
+        const int signal = WTERMSIG(status);
+        fail(path + QStringList{step},
+             signal == SIGALRM ? "hangs" : QString("is killed by signal %1").arg(signal));
+    }
+}
+
+void walkAll(Walk& walk, int depth)
+{
+    const QVector<Step> steps = walk.model.steps(false);
+    // The program's end is a path's end, too.
+    if (depth == 0 || steps.first().act == Act::Start) {
+        ++tally->paths;
+        return;
+    }
+    for (const Step& step : steps) {
+        if (tally->failed != 0)
+            return;
+        fork(walk.path, step.text(), [&] {
+            if (walk.take(step))
+                walkAll(walk, depth - 1);
+        });
+    }
+}
+
+void walkRandomly(const Machine& machine, unsigned seed, int count)
+{
+    std::mt19937 random(seed);
+    Walk walk(machine);
+    walk.path.first().prepend(QString("seed %1, ").arg(seed));
+    if (!walk.take(Step()))
+        return;
+    for (int i = 1; i < count && tally->failed == 0; ++i) {
+        const QVector<Step> steps = walk.model.steps(true);
+        if (!walk.take(steps.at(static_cast<int>(random() % static_cast<unsigned>(steps.size())))))
+            return;
+    }
+    ++tally->paths;
+}
+
+// A start of the program and the steps that all paths of one job begin with.
+struct Prefix
+{
+    Machine machine;
+    QVector<Step> steps;
+};
+
+void addPrefixes(const Machine& machine, const Rules& model, const QVector<Step>& steps, int depth,
+                 QVector<Prefix>& prefixes)
+{
+    const QVector<Step> next = model.steps(false);
+    if (depth == 0 || (next.first().act == Act::Start && !steps.isEmpty())) {
+        prefixes << Prefix{machine, steps};
+        return;
+    }
+    for (const Step& step : next) {
+        Rules after = model;
+        after.take(step);
+        addPrefixes(machine, after, steps + QVector<Step>{step}, depth - 1, prefixes);
+    }
+}
+
+QVector<Machine> machines()
+{
+    QVector<Machine> all(7);
+    all[1].joined = true;
+    all[2].bound = true;
+    all[3].joined = all[3].bound = true;
+    all[4].agent = false;
+    all[5].detour = Machine::Cloud;
+    all[6].joined = true;
+    all[6].detour = Machine::AfterLast;
+    return all;
+}
+
+void walkBelow(const Prefix& prefix, int depth)
+{
+    Walk walk(prefix.machine);
+    for (const Step& step : prefix.steps) {
+        if (!walk.take(step))
+            return;
+    }
+    walkAll(walk, depth - prefix.steps.size() + 1);
+}
+
+struct Extent
+{
+    int depth;
+    int walks;
+    int steps;
+    unsigned seed;
+};
+
+// Takes jobs until none is left, each in a fork.
+void work(const Extent& extent)
+{
+    // The start is not counted as a step, so that three steps mean two of the user's.
+    QVector<Prefix> prefixes;
+    const QVector<Machine> starts = machines();
+    for (const Machine& machine : starts)
+        addPrefixes(machine, Rules(machine), {}, qMin(3, extent.depth + 1), prefixes);
+    if (extent.depth == 0)
+        prefixes.clear();
+    for (;;) {
+        const int job = tally->nextJob++;
+        if (tally->failed != 0 || job >= prefixes.size() + extent.walks)
+            return;
+        if (job < prefixes.size()) {
+            fork({}, "job " + QString::number(job),
+                 [&] { walkBelow(prefixes.at(job), extent.depth); });
+            continue;
+        }
+        const int walk = job - prefixes.size();
+        const unsigned seed = extent.seed + static_cast<unsigned>(walk);
+        fork({}, QString("seed %1").arg(seed),
+             [&] { walkRandomly(starts.at(walk % starts.size()), seed, extent.steps); });
+    }
+}
+
+void startWorker(int argc, char** argv, const Extent& extent)
+{
+    if (::fork() != 0)
+        return;
+    World::enter();
+    // What a shell says of a missing tool is of no interest here.
+    const int nowhere = open("/dev/null", O_WRONLY);
+    dup2(nowhere, STDERR_FILENO);
+    close(nowhere);
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    QThreadPool::globalInstance()->setExpiryTimeout(0);
+    // Fonts and images are loaded once, and not in each fork.
+    Program(Machine()).take(Step(), Machine());
+    work(extent);
+    _exit(0);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("XDG_RUNTIME_DIR", "/media/runtime");
+    qputenv("QT_NO_GLIB", "1");
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments << argv[i];
+    QCommandLineParser parser;
+    parser.addHelpOption();
+    parser.addOptions({{"depth", "Walk all paths of this many steps.", "number", "4"},
+                       {"walks", "Walk this many random paths.", "number", "50"},
+                       {"steps", "Steps of a random path.", "number", "100"},
+                       {"seed", "The first random path's seed.", "number", "1"},
+                       {"jobs", "Processes side by side.", "number", "2"}});
+    parser.process(arguments);
+    const auto number = [&parser](const char* name) { return parser.value(name).toInt(); };
+    const Extent extent{number("depth"), number("walks"), number("steps"),
+                        static_cast<unsigned>(number("seed"))};
+
+    report = fdopen(dup(STDOUT_FILENO), "w");
+    tally = static_cast<Tally*>(
+        mmap(nullptr, sizeof(Tally), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+    for (int i = 0; i < number("jobs"); ++i)
+        startWorker(argc, argv, extent);
+    int status = 0;
+    while (wait(&status) > 0) {
+        if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
+            tally->failed++;
+    }
+    fprintf(report,
+            "depth %d, %d random walks of %d steps from seed %u: %ld paths, %ld steps, %s\n",
+            extent.depth, extent.walks, extent.steps, extent.seed, tally->paths.load(),
+            tally->steps.load(), tally->failed != 0 ? "DIFFERENT" : "all alike");
+    return tally->failed != 0 ? 1 : 0;
+}
