@@ -1,0 +1,137 @@
+#include "tests/support/desktop.h"
+
+#include <QDir>
+#include <QRegularExpression>
+#include <QTest>
+
+#include <csignal>
+#include <sys/prctl.h>
+
+namespace {
+
+QStringList windowIds(const QByteArray& text)
+{
+    QStringList ids;
+    QRegularExpressionMatchIterator found =
+        QRegularExpression(QStringLiteral("0x[0-9a-f]+")).globalMatch(QString::fromLatin1(text));
+    while (found.hasNext())
+        ids << QString::number(found.next().captured().toULongLong(nullptr, 16));
+    return ids;
+}
+
+void end(QProcess& process)
+{
+    process.terminate();
+    process.waitForFinished();
+}
+
+} // namespace
+
+void Desktop::Server::setupChildProcess()
+{
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
+}
+
+Desktop::Desktop()
+{
+    server.setStandardErrorFile(QProcess::nullDevice());
+    server.start(QStringLiteral("Xvfb"), {"-displayfd", "1", "-screen", "0", "1280x1024x24",
+                                          "-nolisten", "tcp", "-noreset"});
+    if (!server.waitForReadyRead())
+        qFatal("Xvfb did not start");
+    display = QLatin1Char(':') + QString::fromLatin1(server.readLine()).trimmed();
+
+    windowManager.setProcessEnvironment(environment());
+    windowManager.setStandardErrorFile(QProcess::nullDevice());
+    windowManager.start(QStringLiteral("openbox"), {"--sm-disable"});
+    const QStringList listOfWindows{"-root", "_NET_CLIENT_LIST"};
+    if (!QTest::qWaitFor(
+            [&] { return ask(QStringLiteral("xprop"), listOfWindows).contains("(WINDOW)"); },
+            20000))
+        qFatal("openbox did not start");
+    watch.setProcessEnvironment(environment());
+    watch.start(QStringLiteral("xprop"), QStringList{"-spy"} + listOfWindows);
+    watch.waitForReadyRead();
+}
+
+Desktop::~Desktop()
+{
+    end(watch);
+    end(windowManager);
+    end(server);
+}
+
+QProcessEnvironment Desktop::environment() const
+{
+    const QString home = QStringLiteral("/media/home");
+    QDir().mkpath(home);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("DISPLAY"), display);
+    environment.insert(QStringLiteral("HOME"), home);
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    return environment;
+}
+
+QStringList Desktop::windows() const
+{
+    watched += watch.readAllStandardOutput();
+    const QList<QByteArray> lists = watched.split('\n');
+    return windowIds(lists.value(lists.size() - 2));
+}
+
+QStringList Desktop::allWindowsEver() const
+{
+    watched += watch.readAllStandardOutput();
+    QStringList ids = windowIds(watched);
+    ids.removeDuplicates();
+    return ids;
+}
+
+QString Desktop::ask(const QString& tool, const QStringList& arguments) const
+{
+    QProcess process;
+    process.setProcessEnvironment(environment());
+    process.start(tool, arguments);
+    process.waitForFinished();
+    return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+}
+
+QString Desktop::title(const QString& window) const
+{
+    return ask(QStringLiteral("xdotool"), {"getwindowname", window});
+}
+
+QSize Desktop::size(const QString& window) const
+{
+    const QStringList lines =
+        ask(QStringLiteral("xdotool"), {"getwindowgeometry", "--shell", window}).split('\n');
+    const auto value = [&lines](const QString& name) {
+        return lines.filter(name).value(0).section('=', 1).toInt();
+    };
+    return {value(QStringLiteral("WIDTH=")), value(QStringLiteral("HEIGHT="))};
+}
+
+QString Desktop::waitForWindow(const QString& title) const
+{
+    QString found;
+    const bool came = QTest::qWaitFor(
+        [&] {
+            const QStringList ids = windows();
+            for (const QString& id : ids) {
+                if (this->title(id) == title)
+                    found = id;
+            }
+            return !found.isEmpty();
+        },
+        20000);
+    return came ? found : QString();
+}
+
+bool Desktop::pressIn(const QString& window, const QString& key) const
+{
+    if (!QTest::qWaitFor(
+            [&] { return ask(QStringLiteral("xdotool"), {"getwindowfocus"}) == window; }, 20000))
+        return false;
+    ask(QStringLiteral("xdotool"), {"key", key});
+    return true;
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QStringList>
+
+// An X display of its own with a window manager, for tests of the program as a process. Inside the
+// test world; gone when the object is.
+class Desktop
+{
+    // Ends with the test program, also when that is killed; all its clients end with it.
+    class Server : public QProcess
+    {
+        void setupChildProcess() override;
+    };
+
+public:
+    Desktop();
+    ~Desktop();
+
+    // For programs that are to show themselves here.
+    QProcessEnvironment environment() const;
+
+    // The ids of the windows that the window manager manages now, and of all it has ever managed.
+    QStringList windows() const;
+    QStringList allWindowsEver() const;
+    QString title(const QString& window) const;
+    QSize size(const QString& window) const;
+    // Waits for the window with this title and returns its id; empty when none comes.
+    QString waitForWindow(const QString& title) const;
+
+    // Presses a key ("Return", "alt+F4") once the window has the keyboard focus; false when it
+    // never gets it.
+    bool pressIn(const QString& window, const QString& key) const;
+
+private:
+    QString ask(const QString& tool, const QStringList& arguments) const;
+
+    Server server;
+    QProcess windowManager;
+    mutable QProcess watch; // prints the list of managed windows whenever it changes
+    mutable QByteArray watched;
+    QString display;
+};

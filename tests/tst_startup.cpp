@@ -1,0 +1,267 @@
+#include "app/cocoainitializer.h"
+#include "tests/support/desktop.h"
+#include "tests/support/worldtest.h"
+
+#include <QDir>
+#include <QImage>
+
+#include <type_traits>
+
+int qInitResources_Resources();
+int qCleanupResources_Resources();
+
+namespace {
+
+const QString wizardTitle = "Morvanta Join Assistant";
+
+// The program as a process on a desktop of its own.
+class Program
+{
+public:
+    explicit Program(const QStringList& arguments = {})
+    {
+        process.setProcessEnvironment(desktop.environment());
+        process.start(ASSISTANT_PROGRAM, arguments);
+        if (!process.waitForStarted())
+            qFatal("The program can't be started");
+    }
+    ~Program()
+    {
+        process.kill();
+        process.waitForFinished();
+    }
+
+    void waitForWizard()
+    {
+        wizard = desktop.waitForWindow(wizardTitle);
+    }
+    // Presses Return, which is Next or, at the end, Finish.
+    bool next() const
+    {
+        return desktop.pressIn(wizard, "Return");
+    }
+    // Presses Next and waits for the run of a tool that follows.
+    bool nextRuns(const QString& tool) const
+    {
+        World::forgetCalls();
+        return next() && QTest::qWaitFor([&] { return !World::callsOf(tool).isEmpty(); }, 20000);
+    }
+    // From the join options through the join's progress, which is the second window, to the end.
+    bool join()
+    {
+        Answer held;
+        held.reportsPid = true;
+        held.held = true;
+        World::answer("gui_helper_tool", held);
+        if (!nextRuns("gui_helper_tool"))
+            return false;
+        progress = desktop.waitForWindow("Joining");
+        World::release("gui_helper_tool");
+        return QTest::qWaitFor([this] { return desktop.windows() == QStringList{wizard}; }, 20000);
+    }
+    bool close() const
+    {
+        return desktop.pressIn(wizard, "alt+F4");
+    }
+    bool endsWith0()
+    {
+        return process.waitForFinished(20000) && process.exitStatus() == QProcess::NormalExit &&
+               process.exitCode() == 0;
+    }
+
+    Desktop desktop;
+    QProcess process;
+    QString wizard;
+    QString progress;
+};
+
+} // namespace
+
+class TestStartup : public WorldTest
+{
+    Q_OBJECT
+
+private slots:
+    void startsWithoutAnyTool();
+    void ignoresItsArguments();
+    void showsTheWizardOnlyAfterTheProbes();
+    void showsOneWindowOfFixedSize();
+    void closingAtAnyPageEndsIt_data();
+    void closingAtAnyPageEndsIt();
+    void closingOrFinishingTheLastPageEndsIt_data();
+    void closingOrFinishingTheLastPageEndsIt();
+    void progressOfAJoinCannotBeClosed();
+    void initializerIsBuiltAndDestroyedButNotCopied();
+    void collectionHoldsExactlyItsFiles();
+    void imagesHaveTheirSizes_data();
+    void imagesHaveTheirSizes();
+    void collectionIsRegisteredAndRemoved();
+};
+
+void TestStartup::startsWithoutAnyTool()
+{
+    for (const char* tool : {"mvinfo", "mvedit", "dsconfigad", "scutil", "profiles",
+                             "gui_helper_tool", "authorization_prompt"})
+        World::removeTool(tool);
+    Program program;
+    program.waitForWizard();
+    QVERIFY(program.close());
+    QVERIFY(program.endsWith0());
+}
+
+void TestStartup::ignoresItsArguments()
+{
+    Program program({"--help", "--version", "-x", "/no/such/file", "--", "join"});
+    program.waitForWizard();
+    QVERIFY(program.close());
+    QVERIFY(program.endsWith0());
+    QCOMPARE(program.process.readAllStandardOutput(), QByteArray());
+    QCOMPARE(World::callsOf("gui_helper_tool").size(), 0);
+}
+
+void TestStartup::showsTheWizardOnlyAfterTheProbes()
+{
+    Answer held;
+    held.held = true;
+    World::answer("profiles", held);
+    Program program;
+    QTRY_COMPARE(World::callsOf("profiles").size(), 1);
+    QCOMPARE(program.desktop.windows(), QStringList());
+    World::release("profiles");
+    program.waitForWizard();
+    QCOMPARE(World::callsOf("mvinfo").size(), 2);
+    QVERIFY(program.close());
+    QVERIFY(program.endsWith0());
+}
+
+void TestStartup::showsOneWindowOfFixedSize()
+{
+    Program program;
+    program.waitForWizard();
+    QCOMPARE(program.desktop.windows(), QStringList{program.wizard});
+    QCOMPARE(program.desktop.size(program.wizard), QSize(800, 600));
+    QVERIFY(program.close());
+    QVERIFY(program.endsWith0());
+}
+
+void TestStartup::closingAtAnyPageEndsIt_data()
+{
+    QTest::addColumn<bool>("bound");
+    QTest::addColumn<bool>("joined");
+    QTest::addColumn<QStringList>("tools"); // what each press of Next runs
+    QTest::newRow("0 introduction") << false << false << QStringList{};
+    QTest::newRow("2 unbind") << true << false << QStringList{"dsconfigad"};
+    QTest::newRow("3 credentials") << false << false << QStringList{"mvinfo"};
+    QTest::newRow("4 join options") << false << false << QStringList{"mvinfo", "mvedit"};
+    QTest::newRow("6 leave") << false << true << QStringList{"mvinfo"};
+}
+
+void TestStartup::closingAtAnyPageEndsIt()
+{
+    QFETCH(bool, bound);
+    QFETCH(bool, joined);
+    QFETCH(QStringList, tools);
+    if (bound)
+        World::setBound();
+    if (joined)
+        World::setJoined();
+    Program program;
+    program.waitForWizard();
+    for (const QString& tool : tools)
+        QVERIFY(program.nextRuns(tool));
+    QVERIFY(program.close());
+    QVERIFY(program.endsWith0());
+    QCOMPARE(program.desktop.allWindowsEver(), QStringList{program.wizard});
+}
+
+void TestStartup::closingOrFinishingTheLastPageEndsIt_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::newRow("closing") << "alt+F4";
+    QTest::newRow("Finish") << "Return";
+}
+
+void TestStartup::closingOrFinishingTheLastPageEndsIt()
+{
+    QFETCH(QString, key);
+    Program program;
+    program.waitForWizard();
+    QVERIFY(program.nextRuns("mvinfo"));
+    QVERIFY(program.nextRuns("mvedit"));
+    QVERIFY(program.join());
+    QVERIFY(program.desktop.pressIn(program.wizard, key));
+    QVERIFY(program.endsWith0());
+    QCOMPARE(program.desktop.allWindowsEver(), QStringList({program.wizard, program.progress}));
+}
+
+void TestStartup::progressOfAJoinCannotBeClosed()
+{
+    Answer held;
+    held.reportsPid = true;
+    held.held = true;
+    World::answer("gui_helper_tool", held);
+    Program program;
+    program.waitForWizard();
+    for (const char* tool : {"mvinfo", "mvedit", "gui_helper_tool"})
+        QVERIFY(program.nextRuns(tool));
+    const QString progress = program.desktop.waitForWindow("Joining");
+    QVERIFY(program.desktop.pressIn(progress, "alt+F4"));
+    QVERIFY(program.desktop.pressIn(progress, "Escape"));
+    QVERIFY(program.desktop.pressIn(progress, "Return"));
+    World::release("gui_helper_tool");
+    QVERIFY(program.close());
+    QVERIFY(program.endsWith0());
+    QCOMPARE(program.desktop.allWindowsEver(), QStringList({program.wizard, progress}));
+}
+
+// That both leave nothing behind is the address sanitizer's to see.
+void TestStartup::initializerIsBuiltAndDestroyedButNotCopied()
+{
+    {
+        const CocoaInitializer initializer;
+    }
+    QVERIFY(!std::is_copy_constructible_v<CocoaInitializer>);
+    QVERIFY(!std::is_copy_assignable_v<CocoaInitializer>);
+}
+
+void TestStartup::collectionHoldsExactlyItsFiles()
+{
+    QCOMPARE(QDir(":/:").entryList(QDir::AllEntries, QDir::Name | QDir::IgnoreCase),
+             QStringList({"adlock icon.png", "background.png", "blanklock.png", "down.png",
+                          "help.png", "lock icon.png", "Morvanta.png", "up.png"}));
+}
+
+void TestStartup::imagesHaveTheirSizes_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QSize>("least");
+    QTest::addColumn<QSize>("most");
+    const QSize any(4096, 4096);
+    QTest::newRow("background fills the window")
+        << "background.png" << QSize(800, 600) << QSize(800, 600);
+    QTest::newRow("logo") << "Morvanta.png" << QSize(256, 1) << any;
+    for (const char* file :
+         {"up.png", "down.png", "help.png", "lock icon.png", "adlock icon.png", "blanklock.png"})
+        QTest::newRow(file) << file << QSize(64, 64) << any;
+}
+
+void TestStartup::imagesHaveTheirSizes()
+{
+    QFETCH(QString, file);
+    QFETCH(QSize, least);
+    QFETCH(QSize, most);
+    const QSize size = QImage(":/:/" + file).size();
+    QCOMPARE(size.expandedTo(least), size);
+    QCOMPARE(size.boundedTo(most), size);
+}
+
+void TestStartup::collectionIsRegisteredAndRemoved()
+{
+    QCOMPARE(qCleanupResources_Resources(), 1);
+    QVERIFY(!QFile::exists(":/:/background.png"));
+    QCOMPARE(qInitResources_Resources(), 1);
+    QVERIFY(QFile::exists(":/:/background.png"));
+}
+
+WORLD_TEST_MAIN(TestStartup)
+#include "tst_startup.moc"
