@@ -1,0 +1,25 @@
+# Makes the stubs of the Mac's C++ and Qt libraries from Debian's. Of Qt, Debian's headers and tools
+# (moc, uic, rcc) serve as they are.
+set(stubs ${CMAKE_BINARY_DIR}/stubs)
+set(libraries /usr/lib/x86_64-linux-gnu)
+file(MAKE_DIRECTORY ${stubs})
+
+function(make_stub name install_name)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${ARGN})
+  execute_process(
+    COMMAND ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/make_stub ${install_name} ${ARGN}
+    OUTPUT_FILE ${stubs}/${name}.tbd
+    COMMAND_ERROR_IS_FATAL ANY)
+endfunction()
+
+make_stub(libc++ /usr/lib/libc++.1.dylib ${libraries}/libc++.so.1 ${libraries}/libc++abi.so.1)
+
+find_package(Qt5 5.15 REQUIRED COMPONENTS Widgets Concurrent PATHS ${libraries}/cmake)
+foreach(module Core Gui Widgets Concurrent)
+  make_stub(Qt${module} @rpath/Qt${module}.framework/Versions/5/Qt${module} ${libraries}/libQt5${module}.so.5)
+  set_target_properties(
+    Qt5::${module} PROPERTIES IMPORTED_CONFIGURATIONS RELEASE
+                              IMPORTED_LOCATION_RELEASE ${stubs}/Qt${module}.tbd)
+endforeach()
+
+add_subdirectory(${CMAKE_CURRENT_LIST_DIR}/onecall onecall)
