@@ -47,6 +47,8 @@ AuthorizationPrompt::AuthorizationPrompt(const QString& tool, QWidget* parent)
     answers->addRow(tr("Password:"), password);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    // The Mac's order, Cancel before OK, and no icons.
+    buttons->setStyleSheet("* { button-layout: 1; dialogbuttonbox-buttons-have-icons: 0; }");
     connect(buttons, &QDialogButtonBox::accepted, this, &AuthorizationPrompt::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &AuthorizationPrompt::reject);
 
