@@ -20,6 +20,8 @@ set(CPACK_PROJECT_CONFIG_FILE ${CMAKE_CURRENT_SOURCE_DIR}/installer/destination.
 
 # The assistant works from one folder only, which the image's usual link to /Applications isn't.
 set(CPACK_DMG_DISABLE_APPLICATIONS_SYMLINK ON)
+# Newer macOS has no tool any more for a licence inside a disk image.
+set(CPACK_DMG_SLA_USE_RESOURCE_FILE_LICENSE OFF)
 
 file(CONFIGURE OUTPUT license.txt CONTENT "@ASSISTANT_COPYRIGHT@\n" @ONLY)
 set(CPACK_RESOURCE_FILE_WELCOME ${CMAKE_CURRENT_SOURCE_DIR}/installer/welcome.txt)
