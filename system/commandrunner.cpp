@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -79,9 +80,9 @@ QString randomizeFileName(QString base)
     char name[256] = {};
     const QByteArray pattern = (base + QStringLiteral(".XXXXXX")).toUtf8();
     memcpy(name, pattern.constData(), qMin(static_cast<size_t>(pattern.size()), sizeof name - 1));
-    // The file stays open: it only reserves the name, for a command that writes into it later.
-    const int reserved = mkstemp(name);
-    Q_UNUSED(reserved)
+    // The file stays open, for this process alone: it only reserves the name, for a command that
+    // writes into it later.
+    fcntl(mkstemp(name), F_SETFD, FD_CLOEXEC);
     return QString::fromUtf8(name);
 }
 

@@ -72,7 +72,7 @@ void enterNamespaces()
     mountOver("none", "/", nullptr, MS_REC | MS_PRIVATE);
 }
 
-// Covers a folder of /usr with a writable one in which everything is as before.
+// Covers a folder with a writable one in which everything is as before.
 void makeWritable(const QString& folder)
 {
     mountOver("world", folder, "tmpfs", 0);
@@ -103,12 +103,15 @@ void World::enter()
 {
     enterNamespaces();
     mountOver("world", stage, "tmpfs", 0);
-    require(QDir().mkpath(stage + "/usr") && QDir().mkpath(stage + "/runtime"), "mkdir");
+    for (const char* folder : {"/usr", "/dev", "/runtime"})
+        require(QDir().mkpath(stage + folder), "mkdir");
     QFile::setPermissions(stage + "/runtime",
                           QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     mountOver("/usr", stage + "/usr", nullptr, MS_BIND | MS_REC);
+    mountOver("/dev", stage + "/dev", nullptr, MS_BIND | MS_REC);
+    // In /dev the machine's system log is covered as well; a test may listen there.
     for (const char* folder : {"/usr/local/bin", "/usr/local/sbin", "/usr/local/share", "/usr/sbin",
-                               "/usr/bin", "/usr/libexec"})
+                               "/usr/bin", "/usr/libexec", "/dev"})
         makeWritable(folder);
     reset();
 }
@@ -117,6 +120,7 @@ void World::reset()
 {
     QDir(world).removeRecursively();
     require(QDir().mkpath(world + "/answers"), "mkdir");
+    QFile::remove("/dev/log");
     for (const QString& path : toolPaths()) {
         clearTool(path);
         QDir().mkpath(path.section('/', 0, -2));

@@ -7,6 +7,7 @@
 #include <QTest>
 
 #include <functional>
+#include <sys/resource.h>
 
 // Base of every test: before each test function the world is as new, and after it no window, child
 // process, descriptor or thread is left, and no warning was logged that the test had not allowed.
@@ -34,6 +35,22 @@ QStringList warningsDuring(const std::function<void()>& action);
 void withModalDialogs(const std::function<void()>& action,
                       const std::function<void(QWidget*)>& handle);
 
+// While it lives, the process can open no further descriptor: every pipe, file or socket fails.
+class NoDescriptors
+{
+public:
+    NoDescriptors();
+    ~NoDescriptors();
+    NoDescriptors(const NoDescriptors&) = delete;
+    NoDescriptors& operator=(const NoDescriptors&) = delete;
+
+private:
+    rlimit before = {};
+};
+
+// The open descriptors of this process.
+QList<int> openDescriptors();
+
 // The texts of the visible labels below a widget, in the form's order.
 QStringList visibleTexts(const QWidget* widget);
 
@@ -52,6 +69,7 @@ template <typename Test> int runInWorld(int argc, char** argv)
     World::enter();
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("XDG_RUNTIME_DIR", "/media/runtime");
+    qputenv("LC_ALL", "C.UTF-8"); // text is UTF-8 on every Mac
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     Test test;
