@@ -1,5 +1,6 @@
 #include <Security/Authorization.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <spawn.h>
 #include <sys/socket.h>
@@ -72,7 +73,9 @@ ssize_t readTool(void* tool, char* buffer, size_t size)
 
 ssize_t writeTool(void* tool, const char* buffer, size_t size)
 {
-    return TEMP_FAILURE_RETRY(send(static_cast<Tool*>(tool)->stream, buffer, size, MSG_NOSIGNAL));
+    const ssize_t sent =
+        TEMP_FAILURE_RETRY(send(static_cast<Tool*>(tool)->stream, buffer, size, MSG_NOSIGNAL));
+    return std::max<ssize_t>(sent, 0); // a stream's way to tell of a failure
 }
 
 // A tool that nobody has waited for must not stay behind as a zombie.
