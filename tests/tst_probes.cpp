@@ -1,3 +1,4 @@
+#include "system/commandrunner.h"
 #include "system/probes.h"
 #include "tests/support/worldtest.h"
 
@@ -18,19 +19,39 @@ public slots:
     }
 
 private slots:
+    void joinedIsTrueWhenNoShellCanStart();
+    void enrolledIsFalseWhenNoShellCanStart();
     void joinedFollowsTheAgentsExitStatus_data();
     void joinedFollowsTheAgentsExitStatus();
+    void joinedIsFalseWithoutTheAgent_data();
     void joinedIsFalseWithoutTheAgent();
     void joinedIsFalseWhenTheAgentIsKilled();
     void joinedAsksAnewAtEachCall();
     void enrolledByTheMarkerAnywhere_data();
     void enrolledByTheMarkerAnywhere();
     void enrolledIgnoresTheExitStatus();
+    void enrolledIsFalseWithoutTheTool();
     void downloadOpensTheEnrollmentPage();
+    void downloadTellsWhenTheDesktopRefuses();
 
 private:
     QList<QUrl> opened;
 };
+
+void TestProbes::joinedIsTrueWhenNoShellCanStart()
+{
+    const NoDescriptors none;
+    QVERIFY(isJoined());
+}
+
+void TestProbes::enrolledIsFalseWhenNoShellCanStart()
+{
+    Answer answer;
+    answer.output = "com.morvanta.osx.MDM\n";
+    World::answer("profiles", answer);
+    const NoDescriptors none;
+    QVERIFY(!isEnrolled());
+}
 
 void TestProbes::joinedFollowsTheAgentsExitStatus_data()
 {
@@ -53,10 +74,22 @@ void TestProbes::joinedFollowsTheAgentsExitStatus()
     QCOMPARE(isJoined(), joined);
 }
 
+void TestProbes::joinedIsFalseWithoutTheAgent_data()
+{
+    QTest::addColumn<bool>("left");
+    QTest::newRow("missing") << false;
+    QTest::newRow("not executable") << true;
+}
+
 void TestProbes::joinedIsFalseWithoutTheAgent()
 {
-    World::removeTool("mvinfo");
+    QFETCH(bool, left);
+    if (left)
+        World::replaceByPlainFile("mvinfo");
+    else
+        World::removeTool("mvinfo");
     QVERIFY(!isJoined());
+    QCOMPARE(getReturnValue("/usr/local/bin/mvinfo -d"), std::string());
 }
 
 void TestProbes::joinedIsFalseWhenTheAgentIsKilled()
@@ -72,7 +105,8 @@ void TestProbes::joinedAsksAnewAtEachCall()
     isJoined();
     isJoined();
     QCOMPARE(World::calls().size(), 2);
-    QCOMPARE(World::calls().at(1).words(), QStringList({"mvinfo", "-d"}));
+    QCOMPARE(World::calls().at(1).path, QString("/usr/local/bin/mvinfo"));
+    QCOMPARE(World::calls().at(1).arguments, QStringList({"-d"}));
 }
 
 void TestProbes::enrolledByTheMarkerAnywhere_data()
@@ -93,7 +127,8 @@ void TestProbes::enrolledByTheMarkerAnywhere()
     answer.output = profiles;
     World::answer("profiles", answer);
     QTEST(isEnrolled(), "enrolled");
-    QCOMPARE(World::calls().at(0).words(), QStringList({"profiles", "-C"}));
+    QCOMPARE(World::calls().at(0).path, QString("/usr/bin/profiles"));
+    QCOMPARE(World::calls().at(0).arguments, QStringList({"-C"}));
 }
 
 void TestProbes::enrolledIgnoresTheExitStatus()
@@ -103,6 +138,10 @@ void TestProbes::enrolledIgnoresTheExitStatus()
     answer.exitStatus = 5;
     World::answer("profiles", answer);
     QVERIFY(isEnrolled());
+}
+
+void TestProbes::enrolledIsFalseWithoutTheTool()
+{
     World::removeTool("profiles");
     QVERIFY(!isEnrolled());
 }
@@ -110,10 +149,18 @@ void TestProbes::enrolledIgnoresTheExitStatus()
 void TestProbes::downloadOpensTheEnrollmentPage()
 {
     QDesktopServices::setUrlHandler("https", this, "openUrl");
+    opened.clear();
     const bool accepted = download_mac_agent();
     QDesktopServices::unsetUrlHandler("https");
     QVERIFY(accepted);
     QCOMPARE(opened, QList<QUrl>{QUrl(QString("https://%1/AppLoad?noumc=1").arg(enrollmentHost))});
+}
+
+void TestProbes::downloadTellsWhenTheDesktopRefuses()
+{
+    // The display of the tests has no browser.
+    allowWarning("does not support QPlatformServices::openUrl()");
+    QVERIFY(!download_mac_agent());
 }
 
 WORLD_TEST_MAIN(TestProbes)

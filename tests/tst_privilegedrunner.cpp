@@ -1,0 +1,433 @@
+#include "system/commandrunner.h"
+#include "system/lowerpriv.h"
+#include "tests/support/worldtest.h"
+
+#include <QScopeGuard>
+#include <QThread>
+
+#include <atomic>
+#include <csignal>
+#include <cstring>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <sys/wait.h>
+#include <syslog.h>
+#include <unistd.h>
+
+class TestPrivilegedRunner : public WorldTest
+{
+    Q_OBJECT
+
+private slots:
+    void toolThatCannotStartGivesTheServicesCode_data();
+    void toolThatCannotStartGivesTheServicesCode();
+    void refusalGivesTheServicesCode_data();
+    void refusalGivesTheServicesCode();
+    void failureIsWrittenToTheSystemLog();
+    void missingSessionShowsAsTheServicesCode();
+    void sessionIsOpenBeforeMainAndAsksNothing();
+    void newSessionAsksAnew();
+    void exitStatusIsReturned_data();
+    void exitStatusIsReturned();
+    void exitIsLogged();
+    void restOfTheOutputIsTheCallers();
+    void killedToolIs998_data();
+    void killedToolIs998();
+    void argumentsReachTheTool_data();
+    void argumentsReachTheTool();
+    void toolWithoutItsPidCountsAsSuccess_data();
+    void toolWithoutItsPidCountsAsSuccess();
+    void silentFirstToolWaitsForNoOtherChild_data();
+    void silentFirstToolWaitsForNoOtherChild();
+    void silentToolWaitsForThePreviousPid();
+    void interruptedWaitGoesOn();
+    void runWaitsForTheToolsEnd();
+};
+
+namespace {
+
+// One privileged run; closes the stream at its end.
+class Run
+{
+public:
+    explicit Run(const QString& tool, const QStringList& arguments = {}, priv* runner = g_pProcess)
+    {
+        char** array = convertQSLtoArray(arguments);
+        result = runner->runPrivCmd(World::path(tool).toUtf8().data(), array, &stream);
+        for (char** item = array; *item != nullptr; ++item)
+            delete[] * item;
+        delete[] array;
+    }
+    ~Run()
+    {
+        if (stream != nullptr)
+            fclose(stream);
+    }
+    Run(const Run&) = delete;
+    Run& operator=(const Run&) = delete;
+
+    QByteArray rest() const
+    {
+        QByteArray all;
+        char chunk[512];
+        while (const size_t count = fread(chunk, 1, sizeof chunk, stream))
+            all.append(chunk, static_cast<int>(count));
+        return all;
+    }
+
+    int result = 0;
+    FILE* stream = nullptr;
+};
+
+Answer helperAnswer(int exitStatus, const QByteArray& output = {})
+{
+    Answer answer;
+    answer.reportsPid = true;
+    answer.exitStatus = exitStatus;
+    answer.output = output;
+    return answer;
+}
+
+// Stands where the system log listens, and takes down its lines.
+class SystemLog
+{
+public:
+    SystemLog()
+    {
+        sockaddr_un address = {};
+        address.sun_family = AF_UNIX;
+        strcpy(address.sun_path, "/dev/log");
+        listener = socket(AF_UNIX, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+        if (bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0)
+            qFatal("Can't listen to the system log");
+    }
+    ~SystemLog()
+    {
+        closelog();
+        close(listener);
+        unlink("/dev/log");
+    }
+    SystemLog(const SystemLog&) = delete;
+    SystemLog& operator=(const SystemLog&) = delete;
+
+    QList<QByteArray> lines() const
+    {
+        QList<QByteArray> found;
+        char line[1000];
+        ssize_t length = 0;
+        while ((length = recv(listener, line, sizeof line, 0)) > 0)
+            found << QByteArray(line, static_cast<int>(length));
+        return found;
+    }
+
+private:
+    int listener = -1;
+};
+
+// A child that ends at once with status 5, and that nobody waits for yet; in the process group of
+// `leader`, or in one of its own.
+pid_t endedChild(pid_t leader = 0)
+{
+    const pid_t pid = fork();
+    if (pid == 0) {
+        setpgid(0, leader);
+        _exit(5);
+    }
+    siginfo_t info = {};
+    waitid(P_PID, static_cast<id_t>(pid), &info, WEXITED | WNOWAIT);
+    return pid;
+}
+
+QStringList exitLines(const QStringList& messages)
+{
+    return messages.filter("[ rc:");
+}
+
+std::atomic<int> interruptions{0};
+
+} // namespace
+
+void TestPrivilegedRunner::toolThatCannotStartGivesTheServicesCode_data()
+{
+    QTest::addColumn<bool>("left");
+    QTest::newRow("missing") << false;
+    QTest::newRow("not executable") << true;
+}
+
+void TestPrivilegedRunner::toolThatCannotStartGivesTheServicesCode()
+{
+    QFETCH(bool, left);
+    if (left)
+        World::replaceByPlainFile("gui_helper_tool");
+    else
+        World::removeTool("gui_helper_tool");
+    const Run run("gui_helper_tool");
+    QCOMPARE(run.result, -60031);
+    QCOMPARE(run.stream, nullptr);
+}
+
+void TestPrivilegedRunner::refusalGivesTheServicesCode_data()
+{
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<int>("code");
+    QTest::newRow("cancelled") << 1 << -60006;
+    QTest::newRow("denied") << 2 << -60005;
+    QTest::newRow("failed") << 9 << -60008;
+}
+
+void TestPrivilegedRunner::refusalGivesTheServicesCode()
+{
+    QFETCH(int, answer);
+    QFETCH(int, code);
+    Answer refusal;
+    refusal.exitStatus = answer;
+    World::answer("authorization_prompt", refusal);
+    // The caller's own value has to stay, whatever it is.
+    FILE* stream = stdout;
+    char* none = nullptr;
+    QCOMPARE(g_pProcess->runPrivCmd(World::path("gui_helper_tool").toUtf8().data(), &none, &stream),
+             code);
+    QCOMPARE(stream, stdout);
+    QCOMPARE(World::callsOf("gui_helper_tool").size(), 0);
+    QCOMPARE(exitLines(messages()), QStringList());
+}
+
+void TestPrivilegedRunner::failureIsWrittenToTheSystemLog()
+{
+    const SystemLog log;
+    Run first("gui_helper_tool");
+    QCOMPARE(log.lines(), QList<QByteArray>());
+    World::removeTool("gui_helper_tool");
+    Run second("gui_helper_tool");
+    const QList<QByteArray> lines = log.lines();
+    QCOMPARE(lines.size(), 1);
+    QVERIFY2(lines.at(0).endsWith(": Authorization failure, Authorization Result Code: -60031"),
+             lines.at(0));
+}
+
+void TestPrivilegedRunner::missingSessionShowsAsTheServicesCode()
+{
+    const AuthorizationRef before = authorizationRef;
+    authorizationRef = nullptr;
+    const Run run("gui_helper_tool");
+    authorizationRef = before;
+    QCOMPARE(run.result, -60002);
+    QCOMPARE(run.stream, nullptr);
+    QCOMPARE(World::calls().size(), 0);
+}
+
+void TestPrivilegedRunner::sessionIsOpenBeforeMainAndAsksNothing()
+{
+    QVERIFY(dynamic_cast<LowerPriv*>(g_pProcess) != nullptr);
+    const AuthorizationRef before = authorizationRef;
+    QVERIFY(before != nullptr);
+    const LowerPriv another;
+    QVERIFY(authorizationRef != nullptr);
+    QVERIFY(authorizationRef != before);
+    QCOMPARE(World::calls().size(), 0);
+}
+
+void TestPrivilegedRunner::newSessionAsksAnew()
+{
+    Run first("gui_helper_tool");
+    Run second("gui_helper_tool");
+    QCOMPARE(World::callsOf("authorization_prompt").size(), 1);
+    QCOMPARE(g_pProcess->setupauth(), 0);
+    Run third("gui_helper_tool");
+    QCOMPARE(World::callsOf("authorization_prompt").size(), 2);
+    QCOMPARE(World::callsOf("gui_helper_tool").size(), 3);
+}
+
+void TestPrivilegedRunner::exitStatusIsReturned_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::newRow("success") << 0;
+    QTest::newRow("seven") << 7;
+    QTest::newRow("above the signals' range") << 128;
+    QTest::newRow("the highest") << 255;
+}
+
+void TestPrivilegedRunner::exitStatusIsReturned()
+{
+    QFETCH(int, status);
+    World::answer("gui_helper_tool", helperAnswer(status));
+    QCOMPARE(Run("gui_helper_tool").result, status);
+}
+
+void TestPrivilegedRunner::exitIsLogged()
+{
+    World::answer("gui_helper_tool", helperAnswer(7));
+    Run run("gui_helper_tool");
+    QCOMPARE(exitLines(messages()),
+             QStringList{"[ rc: 1792 ] [ WIFEXITED(rc):  true ] [WEXITSTATUS(rc):  7 ]"});
+}
+
+void TestPrivilegedRunner::restOfTheOutputIsTheCallers()
+{
+    const QByteArray output = "first line\nsecond" + QByteArray(2000, 'x');
+    World::answer("gui_helper_tool", helperAnswer(7, output));
+    const Run run("gui_helper_tool");
+    QCOMPARE(run.rest(), output);
+}
+
+void TestPrivilegedRunner::killedToolIs998_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("killed") << SIGKILL;
+    QTest::newRow("terminated") << SIGTERM;
+    QTest::newRow("hung up") << SIGHUP;
+}
+
+void TestPrivilegedRunner::killedToolIs998()
+{
+    QFETCH(int, signal);
+    Answer answer = helperAnswer(0, "text");
+    answer.signal = signal;
+    World::answer("gui_helper_tool", answer);
+    const Run run("gui_helper_tool");
+    QCOMPARE(run.result, 998);
+    QCOMPARE(run.rest(), QByteArray("text"));
+    QCOMPARE(exitLines(messages()), QStringList());
+}
+
+void TestPrivilegedRunner::argumentsReachTheTool_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("none") << QStringList();
+    QTest::newRow("several") << QStringList{"/usr/local/sbin/mvjoin", "-u", "admin", "-p", "a b"};
+    QTest::newRow("shell characters")
+        << QStringList{"'", "\"", "$HOME", "`id`", "%1", "", "*", "\\"};
+    QTest::newRow("not ASCII") << QStringList{QString::fromUtf8("Zoë 東京 🙂")};
+    QTest::newRow("32,767 characters") << QStringList{QString(32767, QChar(0x6771)), "end"};
+}
+
+void TestPrivilegedRunner::argumentsReachTheTool()
+{
+    QFETCH(QStringList, arguments);
+    Run run("gui_helper_tool", arguments);
+    QCOMPARE(World::callsOf("gui_helper_tool").size(), 1);
+    QCOMPARE(World::callsOf("gui_helper_tool").at(0).arguments, arguments);
+}
+
+void TestPrivilegedRunner::toolWithoutItsPidCountsAsSuccess_data()
+{
+    QTest::addColumn<QByteArray>("output");
+    QTest::addColumn<int>("status");
+    QTest::newRow("a report") << QByteArray("Active Directory Domain = a.test\nmore\n") << 0;
+    QTest::newRow("a failure") << QByteArray("dsconfigad: Invalid credentials\n") << 77;
+    QTest::newRow("not ASCII") << QByteArray("\u6771\u4eac is bound\n") << 1;
+    QTest::newRow("four bytes") << QByteArray("Text") << 1;
+}
+
+void TestPrivilegedRunner::toolWithoutItsPidCountsAsSuccess()
+{
+    QFETCH(QByteArray, output);
+    QFETCH(int, status);
+    Answer answer;
+    answer.output = output;
+    answer.exitStatus = status;
+    World::answer("dsconfigad", answer);
+    const Run run("dsconfigad", {"-show"});
+    QCOMPARE(run.result, 0);
+    QCOMPARE(run.rest(), output.mid(4));
+    QCOMPARE(exitLines(messages()),
+             QStringList{"[ rc: 0 ] [ WIFEXITED(rc):  true ] [WEXITSTATUS(rc):  0 ]"});
+}
+
+void TestPrivilegedRunner::silentFirstToolWaitsForNoOtherChild_data()
+{
+    QTest::addColumn<QByteArray>("output");
+    QTest::newRow("no bytes") << QByteArray();
+    QTest::newRow("three bytes") << QByteArray("abc");
+}
+
+void TestPrivilegedRunner::silentFirstToolWaitsForNoOtherChild()
+{
+    QFETCH(QByteArray, output);
+    Answer answer;
+    answer.output = output;
+    answer.exitStatus = 3;
+    World::answer("dsconfigad", answer);
+    const pid_t other = endedChild();
+    LowerPriv runner;
+    const int result = Run("dsconfigad", {}, &runner).result;
+    int status = 0;
+    QCOMPARE(waitpid(other, &status, 0), other);
+    QCOMPARE(WEXITSTATUS(status), 5);
+    QCOMPARE(result, 0);
+}
+
+void TestPrivilegedRunner::silentToolWaitsForThePreviousPid()
+{
+    // A negative number stands for a group: each wait for it ends one of its three children.
+    const pid_t leader = endedChild();
+    endedChild(leader);
+    endedChild(leader);
+    const pid_t group = -leader;
+    Answer answer;
+    answer.output = QByteArray(reinterpret_cast<const char*>(&group), sizeof group);
+    World::answer("dsconfigad", answer);
+    QCOMPARE(Run("dsconfigad").result, 5);
+    answer.output.clear();
+    World::answer("dsconfigad", answer);
+    QCOMPARE(Run("dsconfigad").result, 5);
+    answer.output = "abc";
+    World::answer("dsconfigad", answer);
+    QCOMPARE(Run("dsconfigad").result, 5);
+    QCOMPARE(Run("dsconfigad").result, 0);
+}
+
+void TestPrivilegedRunner::interruptedWaitGoesOn()
+{
+    Answer answer = helperAnswer(7);
+    answer.held = true;
+    World::answer("gui_helper_tool", answer);
+    struct sigaction before = {};
+    struct sigaction interrupt = {}; // without SA_RESTART
+    interrupt.sa_handler = [](int) { ++interruptions; };
+    sigaction(SIGUSR1, &interrupt, &before);
+    interruptions = 0;
+    const pthread_t waiting = pthread_self();
+    QThread* disturber = QThread::create([waiting] {
+        while (World::callsOf("gui_helper_tool").isEmpty())
+            QThread::yieldCurrentThread();
+        while (interruptions < 100) {
+            pthread_kill(waiting, SIGUSR1);
+            QThread::usleep(500);
+        }
+        World::release("gui_helper_tool");
+    });
+    disturber->start();
+    const int result = Run("gui_helper_tool").result;
+    disturber->wait();
+    delete disturber;
+    sigaction(SIGUSR1, &before, nullptr);
+    QCOMPARE(result, 7);
+}
+
+void TestPrivilegedRunner::runWaitsForTheToolsEnd()
+{
+    Answer answer = helperAnswer(0);
+    answer.held = true;
+    World::answer("gui_helper_tool", answer);
+    std::atomic<bool> returned{false};
+    int result = -1;
+    QThread* worker = QThread::create([&] {
+        result = Run("gui_helper_tool").result;
+        returned = true;
+    });
+    worker->start();
+    const auto end = qScopeGuard([worker] {
+        World::release("gui_helper_tool");
+        worker->wait();
+        delete worker;
+    });
+    QTRY_COMPARE(World::callsOf("gui_helper_tool").size(), 1);
+    QVERIFY(!returned);
+    World::release("gui_helper_tool");
+    QTRY_VERIFY(returned);
+    QCOMPARE(result, 0);
+}
+
+WORLD_TEST_MAIN(TestPrivilegedRunner)
+#include "tst_privilegedrunner.moc"
