@@ -3,7 +3,7 @@
 # ticket, the directory's entries. Every step has a time limit, so that a controller that stops
 # answering ends a tool with a sentence.
 
-step_limit=15 # seconds
+step_limit=10 # seconds
 
 fail() {
     echo "$*"

@@ -1,0 +1,99 @@
+#include "tests/domain/practicemac.h"
+
+#include "pages/joinprogress.h"
+#include "system/lowerpriv.h"
+
+#include <QFile>
+#include <QProcess>
+
+namespace {
+
+const QString prompt = QStringLiteral("/usr/libexec/authorization_prompt");
+
+// The prompt is answered in another process while the wizard waits, so its answer is fixed before.
+void answerPromptLike(const QString& program)
+{
+    QFile::remove(prompt);
+    if (!QFile::link(program, prompt))
+        qFatal("The prompt can't be replaced");
+}
+
+} // namespace
+
+QString PracticeMac::run(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(program, arguments);
+    const bool ended = process.waitForFinished(60000);
+    const QString output = QString::fromUtf8(process.readAll());
+    if (!ended || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
+        qFatal("%s failed: %s", qPrintable(program), qPrintable(output));
+    return output;
+}
+
+QString PracticeMac::script(const QString& name)
+{
+    return QStringLiteral(PRACTICE_SCRIPTS "/") + name;
+}
+
+Computer PracticeMac::directoryOn(const QString& computerName)
+{
+    QMap<QString, QString> said;
+    const QStringList lines =
+        run(script(QStringLiteral("ask_directory")), {computerName}).split(QLatin1Char('\n'));
+    for (const QString& line : lines)
+        said.insert(line.section(QStringLiteral(": "), 0, 0),
+                    line.section(QStringLiteral(": "), 1));
+    return {said.value(QStringLiteral("distinguished name")), said.value(QStringLiteral("state")),
+            said.value(QStringLiteral("service names")).split(QStringLiteral(", ")),
+            said.value(QStringLiteral("description"))};
+}
+
+void PracticeMac::consent()
+{
+    answerPromptLike(QStringLiteral("/bin/true"));
+}
+
+void PracticeMac::cancelConsent()
+{
+    answerPromptLike(QStringLiteral("/bin/false"));
+}
+
+bool PracticeMac::isJoined()
+{
+    QProcess agent;
+    agent.start(QStringLiteral("/usr/local/bin/mvinfo"), {QStringLiteral("-d")});
+    return agent.waitForFinished() && agent.exitCode() == 0;
+}
+
+void DomainTest::goToJoin(WizardDriver* wizard, const QString& computerName, const QString& user)
+{
+    wizard->goToJoinOptions(PracticeMac::domain, user, PracticeMac::password);
+    QCOMPARE(wizard->page(), 4);
+    wizard->type(QStringLiteral("ComputerNameEdit"), computerName);
+}
+
+void DomainTest::joinMac(const QString& computerName)
+{
+    PracticeMac::run(QStringLiteral("/usr/local/sbin/mvjoin"),
+                     {"-u", PracticeMac::administrator, "-p", PracticeMac::password,
+                      PracticeMac::domain, "-w", "-n", computerName});
+}
+
+void DomainTest::init()
+{
+    if (PracticeMac::isJoined())
+        PracticeMac::run(QStringLiteral("/usr/local/sbin/mvleave"), {QStringLiteral("-f")});
+    QFile::remove(QStringLiteral("/var/lib/directory_plugin/binding"));
+    PracticeMac::consent();
+    g_pProcess->setupauth();
+    joining = false;
+    enrolling = false;
+}
+
+void DomainTest::cleanup()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(QApplication::topLevelWidgets(), QWidgetList());
+}

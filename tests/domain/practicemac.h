@@ -1,0 +1,79 @@
+#pragma once
+
+#include "tests/support/wizarddriver.h"
+
+#include <QStringList>
+
+// What the directory holds of a computer.
+struct Computer
+{
+    QString distinguishedName; // empty when there is no such computer
+    QString state;             // "enabled" or "disabled"
+    QStringList serviceNames;
+    QString description;
+};
+
+// The machine that practice/world makes, on which a domain test runs: a real domain, and the
+// agent's and the system's tools, which work on it.
+namespace PracticeMac {
+
+// Asks the controller's own database, by none of the tools that the assistant runs.
+Computer directoryOn(const QString& computerName);
+
+// Runs a program to its end and returns its output; the test ends when it can't be run or fails.
+QString run(const QString& program, const QStringList& arguments);
+
+// What the user will answer when an administrator's consent is asked for.
+void consent();
+void cancelConsent();
+
+bool isJoined();
+
+// Where the repository's scripts for the practice Mac are.
+QString script(const QString& name);
+
+const QString domain = QStringLiteral("example.test");
+const QString base = QStringLiteral("DC=example,DC=test");
+const QString administrator = QStringLiteral("Administrator");
+// Of all users of the domain.
+const QString password = QStringLiteral("Practice.1");
+
+} // namespace PracticeMac
+
+// Base of the domain tests: each test function begins on a Mac that is neither joined nor bound,
+// and leaves no window behind. The directory lasts for the whole program, so every test function
+// uses computer names of its own.
+class DomainTest : public QObject
+{
+    Q_OBJECT
+
+protected:
+    // A wizard on the join options page, with the computer's name entered.
+    static void goToJoin(WizardDriver* wizard, const QString& computerName,
+                         const QString& user = PracticeMac::administrator);
+    // Joins by the agent's tool alone.
+    static void joinMac(const QString& computerName);
+
+protected slots:
+    // Called by Qt Test around each test function.
+    void init();
+    void cleanup();
+};
+
+// Runs the test class's functions, on the practice Mac only.
+template <typename Test> int runOnPracticeMac(int argc, char** argv)
+{
+    if (!QFile::exists(QStringLiteral("/var/lib/practice-domain")))
+        qFatal("This test runs on the practice Mac: use practice/world");
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    Test test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#define DOMAIN_TEST_MAIN(Test)                                                                     \
+    int main(int argc, char** argv)                                                                \
+    {                                                                                              \
+        return runOnPracticeMac<Test>(argc, argv);                                                 \
+    }

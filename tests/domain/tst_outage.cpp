@@ -1,0 +1,132 @@
+#include "tests/domain/practicemac.h"
+
+#include "pages/dialogs/loadjoin.h"
+
+#include <QCheckBox>
+#include <QProcess>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTimer>
+
+using PracticeMac::directoryOn;
+
+// A controller whose directory and Kerberos services hang: they take connections and never answer.
+class TestOutage : public DomainTest
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+
+    void joinEndsWithASentenceWhenTheControllerHangsInTheMiddle();
+    void browserSaysThatNothingCame();
+    void leavesWithoutTheDomain();
+};
+
+namespace {
+
+QStringList processes(const QString& pattern)
+{
+    QProcess list;
+    list.start("pgrep", {"-f", pattern});
+    list.waitForFinished();
+    return QString::fromLatin1(list.readAll()).split('\n', Qt::SkipEmptyParts);
+}
+
+void signalController(const QString& signal)
+{
+    const QStringList services = processes("^samba: task\\[(ldap|kdc)\\]");
+    QVERIFY(!services.isEmpty());
+    PracticeMac::run("/bin/kill", QStringList("-" + signal) + services);
+}
+
+// Lets the controller hang as soon as the join has got to its work on the directory.
+class HangDuringJoin : public QObject
+{
+public:
+    HangDuringJoin()
+    {
+        QObject::connect(&poll, &QTimer::timeout, this, [this] {
+            if (processes("^adcli join").isEmpty())
+                return;
+            poll.stop();
+            signalController("STOP");
+            dialogWasUp = qobject_cast<LoadJoin*>(QApplication::activeModalWidget()) != nullptr;
+        });
+        poll.start(5);
+    }
+
+    bool happened() const
+    {
+        return !poll.isActive();
+    }
+
+    bool dialogWasUp = false;
+
+private:
+    QTimer poll;
+};
+
+} // namespace
+
+void TestOutage::cleanup()
+{
+    signalController("CONT");
+    DomainTest::cleanup();
+}
+
+void TestOutage::joinEndsWithASentenceWhenTheControllerHangsInTheMiddle()
+{
+    WizardDriver wizard;
+    goToJoin(&wizard, "hung-mac");
+    HangDuringJoin hang;
+    QCOMPARE(wizard.next(), QStringList("The computer account hung-mac could not be made. The "
+                                        "controller stopped answering.\n"));
+    QVERIFY(hang.happened());
+    QVERIFY(hang.dialogWasUp);
+    QCOMPARE(wizard.page(), 4);
+    QVERIFY(!PracticeMac::isJoined());
+
+    // Once it answers again, the same page joins; what was begun may be there already.
+    signalController("CONT");
+    wizard.on<QCheckBox>("ForceLeave")->setChecked(true);
+    QCOMPARE(wizard.next(), QStringList());
+    QCOMPARE(wizard.page(), 7);
+    QCOMPARE(directoryOn("hung-mac").state, QString("enabled"));
+}
+
+void TestOutage::browserSaysThatNothingCame()
+{
+    WizardDriver wizard;
+    goToJoin(&wizard, "unseen-mac");
+    QTest::mouseClick(wizard.on<QPushButton>("AdvancedButton"), Qt::LeftButton);
+    signalController("STOP");
+    QStringList warnings;
+    warnings = warningsDuring([&wizard, &warnings] {
+        QTest::mouseClick(wizard.on<QPushButton>("ContainerDNBrowse"), Qt::LeftButton);
+        QVERIFY(
+            QTest::qWaitFor([] { return QApplication::activeModalWidget() == nullptr; }, 30000));
+    });
+    QCOMPARE(warnings, QStringList("Browse require domain name, domain administrator name and "
+                                   "password, please make sure they are inputted correctly in the "
+                                   "previous page!"));
+    QCOMPARE(wizard.page(), 4);
+}
+
+void TestOutage::leavesWithoutTheDomain()
+{
+    joinMac("cut-off-mac");
+    signalController("STOP");
+    WizardDriver wizard;
+    wizard.next();
+    QCOMPARE(wizard.page(), 6);
+    wizard.on<QRadioButton>("radioButton_3")->click();
+    QCOMPARE(wizard.next(), QStringList());
+    QCOMPARE(wizard.page(), 7);
+    QVERIFY(!PracticeMac::isJoined());
+    signalController("CONT");
+    QCOMPARE(directoryOn("cut-off-mac").state, QString("enabled"));
+}
+
+DOMAIN_TEST_MAIN(TestOutage)
+#include "tst_outage.moc"
