@@ -57,10 +57,24 @@ private slots:
     void readStdOutput(int exitCode);
 
 private:
+    void fillTree(const QVector<QStringRef>& lines);
+    void insertName(QStringView name, QMap<QString, cnleaf*>* top);
+    // The level below all components of a name, made where it is missing; null when a component is
+    // empty, which ends the name.
+    QMap<QString, cnleaf*>* levelBelow(QMap<QString, cnleaf*>* level, QStringView name);
+    // The leaf of a component in a level, a new one when there is none.
+    cnleaf* leafFor(QMap<QString, cnleaf*>* level, QStringView component);
+
     QProcess* process = nullptr;
     QString* cnOutput = nullptr; // from a good end of the script until the model is built
     QMap<QString, cnleaf*>* cnTree = nullptr;
     QString domain;
     QString user;
     QString password;
+    bool prefixesDiffered = false; // since fillTree() began: one key came with two prefixes
+    // Where the latest name with a parent went: consecutive names mostly share it. Between two
+    // names of one tree its levels are changed by this object only.
+    QMap<QString, cnleaf*>* latestTop = nullptr;
+    QString latestParent;
+    QMap<QString, cnleaf*>* latestLevel = nullptr;
 };
