@@ -7,6 +7,24 @@
 #include <QLineEdit>
 #include <QWizardPage>
 
+// The call that checks an administrator's name and password against a domain.
+inline QStringList credentialCheck(const QString& domain, const QString& user,
+                                   const QString& password)
+{
+    return {QStringLiteral("mvedit"),
+            QStringLiteral("/Applications/Utilities/Morvanta/Morvanta Join Assistant.app/Contents/"
+                           "Resources/check_domain_cred.tcl"),
+            domain, user, password};
+}
+
+// What a refused check tells the user.
+inline QString refusedCheck(const QString& complaint)
+{
+    return QStringLiteral(
+               "Validation of username, password, and domain failed with this error:\n") +
+           complaint;
+}
+
 // A person in front of the wizard: presses its buttons and types into the current page's edits.
 class WizardDriver
 {
@@ -53,6 +71,18 @@ public:
         on<QLineEdit>(edit)->setText(text);
     }
 
+    // Clicks a radio button or check box of the current page, also one that is not shown.
+    void click(const QString& name) const
+    {
+        on<QAbstractButton>(name)->click();
+    }
+    void enterCredentials(const QString& domain, const QString& user, const QString& password) const
+    {
+        type(QStringLiteral("DomainEdit"), domain);
+        type(QStringLiteral("UsernameEdit"), user);
+        type(QStringLiteral("PasswordEdit"), password);
+    }
+
     // From page 0 to the credentials page, and with valid credentials to the join options page.
     void goToCredentials()
     {
@@ -63,9 +93,7 @@ public:
                          const QString& password = QStringLiteral("secret"))
     {
         goToCredentials();
-        type(QStringLiteral("DomainEdit"), domain);
-        type(QStringLiteral("UsernameEdit"), user);
-        type(QStringLiteral("PasswordEdit"), password);
+        enterCredentials(domain, user, password);
         next();
     }
 

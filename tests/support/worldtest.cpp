@@ -9,9 +9,11 @@
 #include <QLabel>
 #include <QMutex>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTextBrowser>
 #include <QThreadPool>
 #include <QTimer>
+#include <QWindow>
 
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -154,6 +156,26 @@ QList<int> openDescriptors()
             found << name.toInt();
     }
     return found;
+}
+
+void whileRunning(const QString& tool, const std::function<void()>& action,
+                  const std::function<void(QWidget*)>& inspect)
+{
+    withModalDialogs(action, [&](QWidget* dialog) {
+        if (qobject_cast<Warning*>(dialog) != nullptr)
+            return;
+        // Also after a failed assertion: the action waits for the tool's end.
+        const auto letEnd = qScopeGuard([&tool] { World::release(tool); });
+        QTRY_COMPARE(World::callsOf(tool).size(), 1);
+        inspect(dialog);
+    });
+}
+
+void clickThroughWindow(QWidget* widget)
+{
+    QWidget* window = widget->window();
+    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                      widget->mapTo(window, QPoint(10, widget->height() / 2)));
 }
 
 QStringList visibleTexts(const QWidget* widget)

@@ -35,6 +35,15 @@ QStringList warningsDuring(const std::function<void()>& action);
 void withModalDialogs(const std::function<void()>& action,
                       const std::function<void(QWidget*)>& handle);
 
+// Runs an action that runs a tool, whose answer is held, behind a progress dialog. Calls `inspect`
+// with the dialog while the tool runs, then lets the tool end.
+void whileRunning(const QString& tool, const std::function<void()>& action,
+                  const std::function<void(QWidget*)>& inspect);
+
+// A click on a visible widget that takes a person's way, through the window, where a modal dialog
+// can stop it.
+void clickThroughWindow(QWidget* widget);
+
 // While it lives, the process can open no further descriptor: every pipe, file or socket fails.
 class NoDescriptors
 {
