@@ -71,10 +71,10 @@ QByteArray standardErrorDuring(const std::function<void()>& action)
     action();
     dup2(before, STDERR_FILENO);
     close(before);
-    QByteArray text(1000, 0);
-    text.resize(static_cast<int>(qMax<ssize_t>(read(ends[0], text.data(), 1000), 0)));
+    char text[1000];
+    const ssize_t size = qMax<ssize_t>(read(ends[0], text, sizeof text), 0);
     close(ends[0]);
-    return text;
+    return QByteArray(text, static_cast<int>(size));
 }
 
 } // namespace
