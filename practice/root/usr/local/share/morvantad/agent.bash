@@ -40,8 +40,9 @@ find_controller() {
 # get_ticket DOMAIN USER PASSWORD
 get_ticket() {
     local output
-    output=$(limited kinit "${2%@*}@${1^^}" <<<"$3" 2>&1 >/dev/null) ||
-        fail "The domain $1 did not accept the user $2: ${output##*kinit: }"
+    output=$(limited kinit "${2%@*}@${1^^}" <<<"$3" 2>&1 >/dev/null) && return
+    [[ -n $output ]] || fail "No domain controller of $1 answers."
+    fail "The domain $1 did not accept the user $2: ${output##*kinit: }"
 }
 
 base_of() { # example.test -> DC=example,DC=test
