@@ -178,7 +178,8 @@ View Rules::take(const Step& step)
         mac.joined = !mac.joined;
         break;
     case Act::Flags:
-        joining = enrolling = !enrolling;
+        std::swap(joining, enrolling);
+        joining = !joining;
         break;
     }
     View view;

@@ -37,7 +37,7 @@ enum class Act {
     Choose,  // in the container browser
     Cancel,  // in the container browser
     Outside, // somebody else joins the Mac or takes it out of its domain
-    Flags    // joined and enrolling, or not, as no click can bring about
+    Flags    // the next of the four ways in which they can stand, as no click can bring about
 };
 
 struct Step

@@ -204,7 +204,8 @@ View Program::take(const Step& step, const Machine& machine)
     case Act::Outside:
         break;
     case Act::Flags:
-        joining = enrolling = !enrolling;
+        std::swap(joining, enrolling);
+        joining = !joining;
         break;
     }
     // No thread may be left when this process forks.
