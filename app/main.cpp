@@ -1,11 +1,13 @@
 #include "app/cocoainitializer.h"
 #include "app/wizard.h"
+#include "pages/helpertool.h"
 
 #include <QApplication>
 
 int main(int argc, char* argv[])
 {
     QApplication application(argc, argv);
+    keepWorkerReady();
     Wizard wizard;
     wizard.show();
     // Only now, deliberately: Qt has brought the application kit up by itself, and the autorelease

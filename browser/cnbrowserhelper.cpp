@@ -125,7 +125,10 @@ void cnbrowserhelper::clearAllData()
     cnTree = nullptr;
     delete cnOutput;
     cnOutput = nullptr;
-    delete process;
+    // A fork that fails leaves Qt 5.15 on Linux with -1 for the script's process id, and the
+    // destructor would kill that: every process of the user. Such an object is left behind.
+    if (process != nullptr && process->processId() != -1)
+        delete process;
     process = nullptr;
 }
 

@@ -4,6 +4,7 @@
 #include "pages/credentialcheck.h"
 #include "pages/dialogs/warning.h"
 #include "system/lowerpriv.h"
+#include "system/streamreader.h"
 
 #include <QVariant>
 
@@ -48,7 +49,7 @@ void AppleAD::setUIDomain()
     if (pipe == nullptr)
         return;
     char line[512];
-    while (fgets(line, sizeof line, pipe) != nullptr) {
+    while (readChunk(line, sizeof line, pipe)) {
         if (strstr(line, "Active Directory Domain") == nullptr)
             continue;
         const QByteArray report(line);

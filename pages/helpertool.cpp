@@ -1,6 +1,10 @@
 #include "pages/helpertool.h"
 
 #include "system/lowerpriv.h"
+#include "system/streamreader.h"
+
+#include <QThreadPool>
+#include <QtConcurrent>
 
 int runHelperTool(char** args, QString* output)
 {
@@ -11,8 +15,14 @@ int runHelperTool(char** args, QString* output)
         return status;
     output->clear();
     char chunk[512];
-    while (fgets(chunk, sizeof chunk, pipe) != nullptr)
+    while (readChunk(chunk, sizeof chunk, pipe))
         output->append(QString::fromUtf8(chunk));
     fclose(pipe);
     return status;
+}
+
+void keepWorkerReady()
+{
+    QThreadPool::globalInstance()->setExpiryTimeout(-1);
+    QtConcurrent::run([] {}).waitForFinished();
 }

@@ -3,6 +3,7 @@
 
 #include "system/lowerpriv.h"
 #include "system/probes.h"
+#include "system/streamreader.h"
 
 #include <cstring>
 
@@ -37,7 +38,7 @@ bool InterimIntro::validatePage()
 int InterimIntro::nextId() const
 {
     char line[512];
-    while (dsconfigPipe != nullptr && fgets(line, sizeof line, dsconfigPipe) != nullptr) {
+    while (dsconfigPipe != nullptr && readChunk(line, sizeof line, dsconfigPipe)) {
         if (strstr(line, "Active Directory Domain") != nullptr)
             return 2;
     }

@@ -1,5 +1,7 @@
 #include "system/commandrunner.h"
 
+#include "system/streamreader.h"
+
 #include <QRegExp>
 
 #include <cstdio>
@@ -23,7 +25,7 @@ template <typename Consumer> int readCommand(const char* command, Consumer consu
     if (stream == nullptr)
         return 0;
     char chunk[chunkSize];
-    while (fgets(chunk, chunkSize, stream) != nullptr)
+    while (readChunk(chunk, chunkSize, stream))
         consume(chunk);
     return pclose(stream);
 }

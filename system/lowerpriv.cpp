@@ -1,10 +1,12 @@
 #include "system/lowerpriv.h"
 
 #include "platform/systemlog.h"
+#include "system/streamreader.h"
 
 #include <QDebug>
 
 #include <cerrno>
+#include <cstring>
 #include <sys/wait.h>
 
 AuthorizationRef authorizationRef = nullptr;
@@ -21,6 +23,23 @@ int LowerPriv::setupauth()
     return AuthorizationCreate(nullptr, kAuthorizationEmptyEnvironment, kAuthorizationFlagDefaults,
                                &authorizationRef);
 }
+
+namespace {
+
+// Four bytes in the machine's order; *pid stays as it was when fewer come.
+void readProcessId(FILE* pipe, std::int32_t* pid)
+{
+    char bytes[sizeof *pid];
+    for (char& byte : bytes) {
+        const int next = readByte(pipe);
+        if (next == EOF)
+            return;
+        byte = static_cast<char>(next);
+    }
+    memcpy(pid, bytes, sizeof *pid);
+}
+
+} // namespace
 
 int LowerPriv::runPrivCmd(char* tool, char** args, FILE** pipe)
 {
@@ -39,9 +58,7 @@ int LowerPriv::runPrivCmd(char* tool, char** args, FILE** pipe)
     // The agent's helper tool reports its process id first. A tool that doesn't, such as the
     // system's dsconfigad, loses the first four bytes of its output here, the wait for that number
     // fails, and the run counts as a success. The pages that run it read later lines only.
-    std::int32_t reported = 0;
-    if (fread(&reported, sizeof reported, 1, *pipe) == 1)
-        toolPid = reported;
+    readProcessId(*pipe, &toolPid);
 
     int status = 0;
     while (waitpid(toolPid, &status, 0) < 0 && errno == EINTR) {

@@ -14,6 +14,11 @@ Warning::~Warning()
 
 void Warning::setWarning(QString text)
 {
+    // Looking for the ends of words takes minutes in a line of a million characters, and a tool
+    // gone wrong may print one.
+    constexpr int longestMessage = 10000;
+    if (text.size() > longestMessage)
+        ui->WarningLabel->setWordWrapMode(QTextOption::WrapAnywhere);
     ui->WarningLabel->setText(text);
 }
 
