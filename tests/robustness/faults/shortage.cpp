@@ -1,0 +1,152 @@
+#include "tests/robustness/faults/shortage.h"
+
+#include <QFile>
+#include <QMap>
+
+#include <csignal>
+#include <fcntl.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+namespace {
+
+rlimit previous;
+constexpr uid_t nobody = 65534;
+
+void require(bool done, const char* what)
+{
+    if (done)
+        return;
+    perror(what);
+    _exit(1);
+}
+
+void limit(decltype(RLIMIT_NPROC) resource, rlim_t most)
+{
+    getrlimit(resource, &previous);
+    const rlimit limited = {most, previous.rlim_max};
+    require(setrlimit(resource, &limited) == 0, "setrlimit");
+}
+
+// Each descriptor that is open may stay, and none may be added.
+void takeDescriptors()
+{
+    int next = dup(STDIN_FILENO);
+    close(next);
+    limit(RLIMIT_NOFILE, static_cast<rlim_t>(next));
+}
+
+void fillDisk()
+{
+    require(mount("full", "/tmp", "tmpfs", 0, "size=4k") == 0, "mount");
+    QFile file("/tmp/full");
+    require(file.open(QIODevice::WriteOnly), "open");
+    while (file.write(QByteArray(4096, 'x')) > 0 && file.flush())
+        continue;
+    qputenv("HOME", "/tmp");
+}
+
+void ignoreAlarm(int) {}
+
+// An alarm each fifth of a millisecond that interrupts whatever call it finds.
+void alarms(bool on)
+{
+    struct sigaction action = {};
+    action.sa_handler = ignoreAlarm;
+    sigaction(SIGALRM, &action, nullptr);
+    const itimerval often = {{0, on ? 200 : 0}, {0, on ? 200 : 0}};
+    setitimer(ITIMER_REAL, &often, nullptr);
+}
+
+} // namespace
+
+QList<Shortage> shortages()
+{
+    return {{"no descriptor free", Shortage::Descriptors},
+            {"no process slot free", Shortage::Processes},
+            {"full disk", Shortage::Disk},
+            {"standard streams closed", Shortage::StandardStreams},
+            {"signals that interrupt", Shortage::Interruptions}};
+}
+
+// A command that can't be started counts as a success and prints nothing.
+QString Shortage::expected(const QString& use) const
+{
+    static const QMap<QString, QString> well = {
+        {"greeting", "\"Welcome"},
+        {"computer name", "computer name \"my-mac\""},
+        {"profiles", "not enrolled"},
+        {"credential check", "page 4"},
+        {"containers", "page 4, warning \"Browse require"},
+        {"join", "page 7"},
+        {"leave", "page 7"},
+        {"binding report", "page 3"},
+        {"unbinding", "page 3, warning \"You are unbound from Apple's Active Directory plugin.\""},
+        {"prompt", "page 3"}};
+    static const QMap<QString, QString> notStarted = {
+        {"greeting", "\"You are currently joined to \""},
+        {"computer name", "computer name \"\""},
+        {"containers", "page 4, loading until closed"},
+        {"join", "page 4, empty warning"},
+        {"leave", "page 6, warning \"Unexpected error (-60031).\""},
+        {"binding report", "page 0"},
+        {"prompt", "page 0"}};
+    if (kind == Descriptors || kind == Processes)
+        return notStarted.value(use, well.value(use));
+    return well.value(use);
+}
+
+ShortageGuard::ShortageGuard(const Shortage& shortage) : kind(shortage.kind)
+{
+    switch (kind) {
+    case Shortage::Descriptors:
+        takeDescriptors();
+        break;
+    case Shortage::Processes:
+        // Only a user other than root is limited.
+        limit(RLIMIT_NPROC, 0);
+        if (geteuid() == 0)
+            require(setresuid(nobody, nobody, 0) == 0, "setresuid");
+        break;
+    case Shortage::Disk:
+        fillDisk();
+        break;
+    case Shortage::StandardStreams:
+        for (int i = 0; i < 3; ++i) {
+            standard[i] = fcntl(i, F_DUPFD_CLOEXEC, 100);
+            close(i);
+        }
+        break;
+    case Shortage::Interruptions:
+        alarms(true);
+        break;
+    }
+}
+
+ShortageGuard::~ShortageGuard()
+{
+    switch (kind) {
+    case Shortage::Descriptors:
+        setrlimit(RLIMIT_NOFILE, &previous);
+        break;
+    case Shortage::Processes:
+        setrlimit(RLIMIT_NPROC, &previous);
+        if (getuid() == nobody)
+            require(setresuid(0, 0, 0) == 0, "setresuid");
+        break;
+    case Shortage::Disk:
+        umount("/tmp");
+        break;
+    case Shortage::StandardStreams:
+        for (int i = 0; i < 3; ++i) {
+            dup2(standard[i], i);
+            close(standard[i]);
+        }
+        break;
+    case Shortage::Interruptions:
+        alarms(false);
+        break;
+    }
+}

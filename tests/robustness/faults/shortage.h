@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+// Something that the whole program lacks, rather than one tool.
+struct Shortage
+{
+    enum Kind { Descriptors, Processes, Disk, StandardStreams, Interruptions };
+
+    QString name;
+    Kind kind;
+
+    // How that begins which is to be seen of a use, by the rules.
+    QString expected(const QString& use) const;
+};
+
+QList<Shortage> shortages();
+
+// The shortage holds from construction to destruction.
+class ShortageGuard
+{
+public:
+    explicit ShortageGuard(const Shortage& shortage);
+    ~ShortageGuard();
+    ShortageGuard(const ShortageGuard&) = delete;
+    ShortageGuard& operator=(const ShortageGuard&) = delete;
+
+private:
+    Shortage::Kind kind;
+    int standard[3] = {-1, -1, -1};
+};

@@ -1,0 +1,155 @@
+#include "tests/robustness/faults/watch.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QMap>
+#include <QThread>
+#include <QThreadPool>
+#include <QWidget>
+
+#include <csignal>
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int polling = 10;     // ms
+constexpr int patience = 500;   // ms that a tool has to be waited for
+constexpr int hanging = 30'000; // ms
+
+int entries(const QString& folder)
+{
+    return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size();
+}
+
+struct Process
+{
+    qint64 parent = 0;
+    char state = ' ';
+};
+
+QMap<qint64, Process> processes()
+{
+    QMap<qint64, Process> all;
+    const QStringList names = QDir("/proc").entryList(QDir::Dirs);
+    for (const QString& name : names) {
+        QFile file("/proc/" + name + "/stat");
+        if (name.toInt() == 0 || !file.open(QIODevice::ReadOnly))
+            continue;
+        const QByteArray stat = file.readAll();
+        const QList<QByteArray> fields = stat.mid(stat.lastIndexOf(')') + 2).split(' ');
+        all[name.toLongLong()] = {fields.at(1).toLongLong(), fields.at(0).at(0)};
+    }
+    return all;
+}
+
+// Lets stopped tools go on, or, with `kill`, ends all tools below a process. True if there were
+// any.
+bool endTools(qint64 ancestor, bool kill)
+{
+    const QMap<qint64, Process> all = processes();
+    bool found = false;
+    for (auto process = all.cbegin(); process != all.cend(); ++process) {
+        qint64 above = process->parent;
+        while (above != ancestor && all.contains(above))
+            above = all.value(above).parent;
+        const bool stopped = process->state == 'T';
+        if (above != ancestor || process->state == 'Z' || !(stopped || kill))
+            continue;
+        ::kill(static_cast<pid_t>(process.key()), stopped ? SIGCONT : SIGKILL);
+        found = true;
+    }
+    return found;
+}
+
+} // namespace
+
+Leftovers::Leftovers() : descriptors(entries("/proc/self/fd")) {}
+
+QStringList Leftovers::left() const
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QStringList found;
+    if (QThreadPool::globalInstance()->activeThreadCount() != 0 ||
+        entries("/proc/self/task") > 1 + QThreadPool::globalInstance()->maxThreadCount())
+        found << "a thread";
+    if (entries("/proc/self/fd") != descriptors)
+        found << QString("%1 descriptors").arg(entries("/proc/self/fd") - descriptors);
+    siginfo_t info = {};
+    if (waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT) == 0)
+        found << "a child process";
+    if (!QApplication::topLevelWidgets().isEmpty())
+        found << "a window";
+    return found;
+}
+
+void report(FILE* verdict, const QString& seen, const QString& expected, const QStringList& left)
+{
+    QString text = seen;
+    if (seen != expected)
+        text += "\n    expected: " + expected;
+    if (!left.isEmpty())
+        text += "\n    left: " + left.join(", ");
+    fputs(qPrintable(text), verdict);
+    fflush(verdict);
+}
+
+void Table::run(const QString& use, const QString& fault, bool waits,
+                const std::function<void(FILE*)>& testCase)
+{
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC) != 0)
+        return;
+    const pid_t child = fork();
+    if (child == 0) {
+        close(ends[0]);
+        testCase(fdopen(ends[1], "w"));
+        _exit(0);
+    }
+    close(ends[1]);
+
+    QElapsedTimer clock;
+    clock.start();
+    int status = 0;
+    bool waited = false;
+    while (waitpid(child, &status, WNOHANG) == 0) {
+        QThread::msleep(polling);
+        if (waits && clock.elapsed() > patience && endTools(child, false))
+            waited = true;
+        else if (waits && clock.elapsed() > 4 * patience && endTools(child, true))
+            waited = true;
+        if (clock.elapsed() > hanging) {
+            endTools(child, true);
+            ::kill(child, SIGKILL);
+        }
+    }
+    FILE* verdict = fdopen(ends[0], "r");
+    QString text;
+    char line[512];
+    while (fgets(line, sizeof line, verdict) != nullptr)
+        text += QString::fromLocal8Bit(line);
+    fclose(verdict);
+
+    if (WIFSIGNALED(status)) {
+        const int signal = WTERMSIG(status);
+        text = signal == SIGKILL ? QString("HANGS") : QString("CRASHES, signal %1").arg(signal);
+    }
+    if (waited)
+        text += ", after waiting for it";
+    const bool failed =
+        !WIFEXITED(status) || WEXITSTATUS(status) != 0 || text.contains('\n') || waited != waits;
+    ++tried;
+    bad += failed;
+    fprintf(output, "%-4s  %-16s  %-32s  %s\n", failed ? "BAD" : "ok", qPrintable(use),
+            qPrintable(fault), qPrintable(text));
+    fflush(output);
+}
+
+int Table::finish()
+{
+    fprintf(output, "%d faults tried, %d not as they should be\n", tried, bad);
+    return bad == 0 && tried > 0 ? 0 : 1;
+}

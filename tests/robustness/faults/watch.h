@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <cstdio>
+#include <functional>
+
+// What a case has to leave as it found it.
+class Leftovers
+{
+public:
+    // Notes how many descriptors there are.
+    Leftovers();
+    // What is there and should not be: more or fewer descriptors, a thread that runs or is none of
+    // the pool's, a child process, a window.
+    QStringList left() const;
+
+private:
+    int descriptors;
+};
+
+// Sends a case's result to the table: what was seen, what should have been, and what was left.
+void report(FILE* verdict, const QString& seen, const QString& expected, const QStringList& left);
+
+// Runs cases, each in a fork, and prints a row for each.
+class Table
+{
+public:
+    explicit Table(FILE* output) : output(output) {}
+
+    // `waits`: the program waits for a tool that does not end by itself; the table sees to its end,
+    // as an administrator would.
+    void run(const QString& use, const QString& fault, bool waits,
+             const std::function<void(FILE*)>& testCase);
+    // Prints the totals and returns the exit status.
+    int finish();
+
+private:
+    FILE* output;
+    int tried = 0;
+    int bad = 0;
+};
