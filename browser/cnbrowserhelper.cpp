@@ -125,10 +125,14 @@ void cnbrowserhelper::clearAllData()
     cnTree = nullptr;
     delete cnOutput;
     cnOutput = nullptr;
-    // A fork that fails leaves Qt 5.15 on Linux with -1 for the script's process id, and the
-    // destructor would kill that: every process of the user. Such an object is left behind.
-    if (process != nullptr && process->processId() != -1)
-        delete process;
+    if (process != nullptr) {
+        // A script that still runs is ended by the deletion, and its end is no longer news.
+        process->disconnect(this);
+        // A fork that fails leaves Qt 5.15 on Linux with -1 for the script's process id, and the
+        // destructor would kill that: every process of the user. Such an object is left behind.
+        if (process->processId() != -1)
+            delete process;
+    }
     process = nullptr;
 }
 

@@ -1,0 +1,355 @@
+#include "browser/cnbrowser.h"
+#include "tests/support/worldtest.h"
+
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QStandardItemModel>
+#include <QTreeView>
+
+class TestContainerBrowser : public WorldTest
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void missingDomainInfoLoadsNothing_data();
+    void missingDomainInfoLoadsNothing();
+    void unusableDataIsReported_data();
+    void unusableDataIsReported();
+    void failedLoadIsLoadedAnew();
+    void formIsAsItShouldBe();
+    void loadDrawsTheTree();
+    void sameDomainIsNotLoadedAgain();
+    void otherDomainIsLoaded();
+    void drawingWithoutALoaderReportsNothing();
+    void clearedDataIsLoadedAgain();
+    void chosenContainerIsReportedAsItsName_data();
+    void chosenContainerIsReportedAsItsName();
+    void chosenDomainIsRefused_data();
+    void chosenDomainIsRefused();
+    void choosingNothingIsRefused();
+    void onlyTheCurrentRowCounts();
+    void afterTwoLoadsOneClickChoosesTwice();
+    void cancelReportsNothing();
+    void destructionIsLogged();
+};
+
+Q_DECLARE_METATYPE(CNBROWSER_ERROR)
+
+namespace {
+
+const QString refusal = QStringLiteral("The selected distinguished name(DN) is not a container "
+                                       "object.  Please reselect (e.g. OU or CN)");
+
+void answerScript(const QByteArray& output, int exitStatus = 0)
+{
+    Answer answer;
+    answer.output = output;
+    answer.exitStatus = exitStatus;
+    World::answer("mvedit", answer);
+}
+
+// The browser, and what it has reported.
+class Browser
+{
+public:
+    Browser()
+    {
+        dialog.setDomainInfo("example.test", "admin", "secret");
+    }
+
+    // The statuses of one load.
+    QList<int> load()
+    {
+        QSignalSpy done(&dialog, &cnbrowser::treeDrawingDone);
+        dialog.createTree();
+        if (done.isEmpty())
+            done.wait();
+        QList<int> statuses;
+        for (const QList<QVariant>& arguments : qAsConst(done))
+            statuses << arguments.at(0).value<CNBROWSER_ERROR>();
+        return statuses;
+    }
+    QTreeView* tree()
+    {
+        return child<QTreeView>(&dialog, "browserTree");
+    }
+    // Makes the item with this text the current one, wherever it is.
+    void select(const QString& text)
+    {
+        const QModelIndexList found =
+            tree()->model()->match(tree()->model()->index(0, 0), Qt::DisplayRole, text, 1,
+                                   Qt::MatchExactly | Qt::MatchCaseSensitive | Qt::MatchRecursive);
+        QCOMPARE(found.size(), 1);
+        tree()->setCurrentIndex(found.at(0));
+    }
+    QStringList click(const QString& button)
+    {
+        return warningsDuring(
+            [&] { QTest::mouseClick(child<QPushButton>(&dialog, button), Qt::LeftButton); });
+    }
+    QStringList names() const
+    {
+        QStringList all;
+        for (const QList<QVariant>& arguments : chosen)
+            all << arguments.at(0).toString();
+        return all;
+    }
+
+    cnbrowser dialog{nullptr};
+    QSignalSpy chosen{&dialog, &cnbrowser::browseChooseButtonClicked};
+};
+
+} // namespace
+
+void TestContainerBrowser::initTestCase()
+{
+    qRegisterMetaType<CNBROWSER_ERROR>("CNBROWSER_ERROR");
+}
+
+void TestContainerBrowser::missingDomainInfoLoadsNothing_data()
+{
+    QTest::addColumn<QStringList>("info");
+    QTest::newRow("no domain") << QStringList{"", "admin", "secret"};
+    QTest::newRow("no user") << QStringList{"example.test", "", "secret"};
+    QTest::newRow("no password") << QStringList{"example.test", "admin", ""};
+}
+
+void TestContainerBrowser::missingDomainInfoLoadsNothing()
+{
+    QFETCH(QStringList, info);
+    Browser browser;
+    browser.dialog.setDomainInfo(info.at(0), info.at(1), info.at(2));
+    QCOMPARE(browser.load(), QList<int>{CNBROWSER_MISSING_DOMAIN_INFO});
+    QCOMPARE(World::calls().size(), 0);
+}
+
+void TestContainerBrowser::unusableDataIsReported_data()
+{
+    QTest::addColumn<QByteArray>("output");
+    QTest::addColumn<int>("exitStatus");
+    QTest::newRow("the script failed") << QByteArray("OU=a,DC=x\n") << 1;
+    QTest::newRow("no component of a domain") << QByteArray("OU=a\n") << 0;
+    QTest::newRow("no output") << QByteArray() << 0;
+}
+
+void TestContainerBrowser::unusableDataIsReported()
+{
+    QFETCH(QByteArray, output);
+    QFETCH(int, exitStatus);
+    answerScript(output, exitStatus);
+    Browser browser;
+    QCOMPARE(browser.load(), QList<int>{CNBROWSER_NO_DATA});
+}
+
+void TestContainerBrowser::failedLoadIsLoadedAnew()
+{
+    answerScript({}, 1);
+    Browser browser;
+    QCOMPARE(browser.load(), QList<int>{CNBROWSER_NO_DATA});
+    QCOMPARE(browser.load(), QList<int>{CNBROWSER_NO_DATA});
+    answerScript("OU=a,DC=x\n");
+    QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
+    QCOMPARE(World::calls().size(), 3);
+}
+
+void TestContainerBrowser::formIsAsItShouldBe()
+{
+    Browser browser;
+    QCOMPARE(browser.dialog.objectName(), QString("cnbrowser"));
+    QCOMPARE(browser.dialog.windowTitle(), QString("CN Browser"));
+    QCOMPARE(browser.dialog.minimumSize(), QSize(528, 640));
+    QCOMPARE(browser.dialog.maximumSize(), QSize(528, 640));
+    QVERIFY(browser.tree()->isHeaderHidden());
+    QCOMPARE(child<QPushButton>(&browser.dialog, "cancelButton")->text(), QString("Cancel"));
+    QCOMPARE(child<QPushButton>(&browser.dialog, "chooseButton")->text(), QString("Choose"));
+    QVERIFY(
+        child<QWidget>(&browser.dialog, "layoutWidget")->findChild<QObject*>("horizontalLayout"));
+}
+
+void TestContainerBrowser::loadDrawsTheTree()
+{
+    answerScript("OU=Sales,DC=example,DC=test\n");
+    Browser browser;
+    QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
+    QCOMPARE(World::calls().size(), 1);
+    QCOMPARE(World::calls().at(0).arguments.mid(1),
+             QStringList({"example.test", "admin", "secret"}));
+    QCOMPARE(browser.tree()->model()->index(0, 0).data().toString(), QString("DC=test"));
+    QCOMPARE(browser.tree()->selectionMode(), QAbstractItemView::ExtendedSelection);
+    QCOMPARE(browser.tree()->selectionBehavior(), QAbstractItemView::SelectRows);
+}
+
+void TestContainerBrowser::sameDomainIsNotLoadedAgain()
+{
+    answerScript("OU=a,DC=x\n");
+    Browser browser;
+    QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
+    const QAbstractItemModel* model = browser.tree()->model();
+    QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
+    browser.dialog.setDomainInfo("example.test", "other", "password");
+    QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
+    QCOMPARE(World::calls().size(), 1);
+    QCOMPARE(browser.tree()->model(), model);
+}
+
+void TestContainerBrowser::otherDomainIsLoaded()
+{
+    answerScript("OU=a,DC=x\n");
+    Browser browser;
+    QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
+    answerScript("OU=b,DC=y\n");
+    browser.dialog.setDomainInfo("Example.test", "admin", "secret");
+    QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
+    QCOMPARE(World::calls().size(), 2);
+    QCOMPARE(browser.tree()->model()->index(0, 0).data().toString(), QString("DC=y"));
+    QCOMPARE(browser.tree()->model()->rowCount(), 1);
+}
+
+void TestContainerBrowser::drawingWithoutALoaderReportsNothing()
+{
+    Browser browser;
+    QSignalSpy done(&browser.dialog, &cnbrowser::treeDrawingDone);
+    browser.dialog.drawCNTreeModel();
+    QCOMPARE(done.count(), 0);
+}
+
+void TestContainerBrowser::clearedDataIsLoadedAgain()
+{
+    answerScript("OU=a,DC=x\n");
+    Browser browser;
+    browser.load();
+    browser.dialog.clearData();
+    QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
+    QCOMPARE(World::calls().size(), 2);
+}
+
+void TestContainerBrowser::chosenContainerIsReportedAsItsName_data()
+{
+    QTest::addColumn<QByteArray>("output");
+    QTest::addColumn<QString>("item");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("unit") << QByteArray("OU=Sales,OU=Europe,DC=example,DC=com\n") << "OU=Sales"
+                          << "OU=Sales,OU=Europe,DC=example,DC=com";
+    QTest::newRow("container") << QByteArray("CN=Computers,DC=example,DC=com\n") << "CN=Computers"
+                               << "CN=Computers,DC=example,DC=com";
+    QTest::newRow("between") << QByteArray("OU=Sales,OU=Europe,DC=com\n") << "OU=Europe"
+                             << "OU=Europe,DC=com";
+    QTest::newRow("any prefix") << QByteArray("L=Paris,DC=com\n") << "L=Paris"
+                                << "L=Paris,DC=com";
+    QTest::newRow("lower-case dc") << QByteArray("dc=a,DC=com\n") << "dc=a"
+                                   << "dc=a,DC=com";
+    QTest::newRow("a root that is no domain") << QByteArray("O=Example\nDC=com\n") << "O=Example"
+                                              << "O=Example";
+    QTest::newRow("a blank before DC") << QByteArray("OU=a, DC=com\n") << " DC=com"
+                                       << " DC=com";
+    QTest::newRow("quotes and more") << QByteArray("OU=it's \"%1\" $x \u6771,DC=com\n")
+                                     << QString::fromUtf8("OU=it's \"%1\" $x 東")
+                                     << QString::fromUtf8("OU=it's \"%1\" $x 東,DC=com");
+}
+
+void TestContainerBrowser::chosenContainerIsReportedAsItsName()
+{
+    QFETCH(QByteArray, output);
+    QFETCH(QString, item);
+    QFETCH(QString, name);
+    answerScript(output);
+    Browser browser;
+    browser.load();
+    browser.dialog.show();
+    browser.select(item);
+    QCOMPARE(browser.click("chooseButton"), QStringList());
+    QCOMPARE(browser.names(), QStringList{name});
+    QVERIFY(!browser.dialog.isVisible());
+}
+
+void TestContainerBrowser::chosenDomainIsRefused_data()
+{
+    QTest::addColumn<QString>("item");
+    QTest::newRow("root") << "DC=com";
+    QTest::newRow("below the root") << "DC=example";
+    QTest::newRow("only begins with DC") << "DCx=a";
+}
+
+void TestContainerBrowser::chosenDomainIsRefused()
+{
+    QFETCH(QString, item);
+    answerScript("DCx=a,DC=example,DC=com\n");
+    Browser browser;
+    browser.load();
+    browser.dialog.show();
+    browser.select(item);
+    QCOMPARE(browser.click("chooseButton"), QStringList{refusal});
+    QVERIFY(messages().contains("display error msg!"));
+    QCOMPARE(browser.names(), QStringList());
+    QVERIFY(browser.dialog.isVisible());
+}
+
+void TestContainerBrowser::choosingNothingIsRefused()
+{
+    answerScript("OU=a,DC=x\n");
+    Browser browser;
+    browser.load();
+    browser.dialog.show();
+    browser.tree()->setCurrentIndex({});
+    QCOMPARE(browser.click("chooseButton"), QStringList{refusal});
+    QVERIFY(messages().contains("display error msg!"));
+    QCOMPARE(browser.names(), QStringList());
+    QVERIFY(browser.dialog.isVisible());
+}
+
+void TestContainerBrowser::onlyTheCurrentRowCounts()
+{
+    answerScript("OU=a,DC=x\nOU=b,DC=x\n");
+    Browser browser;
+    browser.load();
+    browser.dialog.show();
+    browser.tree()->expandAll();
+    browser.tree()->selectAll();
+    QCOMPARE(browser.tree()->selectionModel()->selectedRows().size(), 3);
+    const QModelIndex root = browser.tree()->model()->index(0, 0);
+    browser.tree()->selectionModel()->setCurrentIndex(root.model()->index(1, 0, root),
+                                                      QItemSelectionModel::NoUpdate);
+    QCOMPARE(browser.click("chooseButton"), QStringList());
+    QCOMPARE(browser.names(), QStringList{"OU=b,DC=x"});
+}
+
+void TestContainerBrowser::afterTwoLoadsOneClickChoosesTwice()
+{
+    answerScript("OU=a,DC=x\n");
+    Browser browser;
+    browser.load();
+    browser.load(); // which is none, for the same domain
+    browser.dialog.setDomainInfo("other.test", "admin", "secret");
+    browser.load();
+    browser.dialog.show();
+    browser.select("DC=x");
+    QCOMPARE(browser.click("chooseButton"), QStringList({refusal, refusal}));
+    browser.select("OU=a");
+    browser.click("chooseButton");
+    QCOMPARE(browser.names(), QStringList({"OU=a,DC=x", "OU=a,DC=x"}));
+    QVERIFY(!browser.dialog.isVisible());
+}
+
+void TestContainerBrowser::cancelReportsNothing()
+{
+    answerScript("OU=a,DC=x\n");
+    Browser browser;
+    browser.load();
+    browser.dialog.show();
+    browser.select("OU=a");
+    QSignalSpy done(&browser.dialog, &cnbrowser::treeDrawingDone);
+    QCOMPARE(browser.click("cancelButton"), QStringList());
+    QVERIFY(!browser.dialog.isVisible());
+    QCOMPARE(browser.names(), QStringList());
+    QCOMPARE(done.count(), 0);
+}
+
+void TestContainerBrowser::destructionIsLogged()
+{
+    delete new cnbrowser(nullptr);
+    QCOMPARE(messages(), QStringList{"cnbrowser destructor called"});
+}
+
+WORLD_TEST_MAIN(TestContainerBrowser)
+#include "tst_cnbrowser.moc"

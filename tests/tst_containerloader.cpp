@@ -1,0 +1,331 @@
+#include "browser/cnbrowserhelper.h"
+#include "tests/support/worldtest.h"
+
+#include <QScopeGuard>
+#include <QSignalSpy>
+#include <QStandardItemModel>
+
+#include <csignal>
+#include <memory>
+
+class TestContainerLoader : public WorldTest
+{
+    Q_OBJECT
+
+private slots:
+    void scriptThatCannotStartReportsNothing_data();
+    void scriptThatCannotStartReportsNothing();
+    void failedScriptGivesNoData_data();
+    void failedScriptGivesNoData();
+    void killedScriptGivesNoData();
+    void outputWithoutADomainGivesNoModel_data();
+    void outputWithoutADomainGivesNoModel();
+    void thereIsNoModelBeforeALoad();
+    void newLoaderHasNothing();
+    void scriptGetsFourArguments_data();
+    void scriptGetsFourArguments();
+    void loadReturnsBeforeTheScriptEnds();
+    void outputMakesTheModel_data();
+    void outputMakesTheModel();
+    void standardErrorIsNotData();
+    void modelIsMadeOnce();
+    void secondLoadReleasesTheFirst();
+    void secondLoadEndsAScriptThatStillRuns();
+    void releasedScriptReportsNothing();
+    void clearingReleasesEverything();
+};
+
+namespace {
+
+void answerScript(const QByteArray& output, int exitStatus = 0)
+{
+    Answer answer;
+    answer.output = output;
+    answer.exitStatus = exitStatus;
+    World::answer("mvedit", answer);
+}
+
+// A load from its start to its end.
+class Load
+{
+public:
+    Load()
+    {
+        helper.setDomainInfo("example.test", "admin", "secret");
+    }
+    bool run()
+    {
+        QSignalSpy obtained(&helper, &cnbrowserhelper::cnDataObtained);
+        helper.getCNData();
+        return obtained.wait() && obtained.count() == 1;
+    }
+    std::unique_ptr<QStandardItemModel> model()
+    {
+        return std::unique_ptr<QStandardItemModel>(helper.createModelOutOfCNData());
+    }
+
+    cnbrowserhelper helper;
+};
+
+QStringList rootTexts(const QStandardItemModel* model)
+{
+    QStringList texts;
+    for (int row = 0; row < model->rowCount(); ++row)
+        texts << model->item(row)->text();
+    return texts;
+}
+
+} // namespace
+
+void TestContainerLoader::scriptThatCannotStartReportsNothing_data()
+{
+    QTest::addColumn<bool>("left");
+    QTest::newRow("missing") << false;
+    QTest::newRow("not executable") << true;
+}
+
+void TestContainerLoader::scriptThatCannotStartReportsNothing()
+{
+    QFETCH(bool, left);
+    if (left)
+        World::replaceByPlainFile("mvedit");
+    else
+        World::removeTool("mvedit");
+    Load load;
+    QSignalSpy obtained(&load.helper, &cnbrowserhelper::cnDataObtained);
+    const QList<int> before = openDescriptors();
+    load.helper.getCNData();
+    // The failed start has been noticed when its pipes are closed again.
+    QTRY_COMPARE(openDescriptors(), before);
+    QCoreApplication::processEvents();
+    QCOMPARE(obtained.count(), 0);
+    QVERIFY(!load.helper.cnDataCheck());
+    QCOMPARE(messages(), QStringList());
+}
+
+void TestContainerLoader::failedScriptGivesNoData_data()
+{
+    QTest::addColumn<int>("code");
+    QTest::newRow("1") << 1;
+    QTest::newRow("127") << 127;
+    QTest::newRow("255") << 255;
+}
+
+void TestContainerLoader::failedScriptGivesNoData()
+{
+    QFETCH(int, code);
+    answerScript("OU=a,DC=x\n", code);
+    Load load;
+    QVERIFY(load.run());
+    QCOMPARE(messages(), QStringList{QString("readStdOutput errcode:  %1").arg(code)});
+    QVERIFY(!load.helper.cnDataCheck());
+    QVERIFY(load.model() == nullptr);
+}
+
+void TestContainerLoader::killedScriptGivesNoData()
+{
+    Answer killed;
+    killed.output = "OU=a,DC=x\n";
+    killed.signal = SIGKILL;
+    World::answer("mvedit", killed);
+    Load load;
+    QVERIFY(load.run());
+    QCOMPARE(messages(), QStringList{"readStdOutput errcode:  9"});
+    QVERIFY(!load.helper.cnDataCheck());
+    QVERIFY(load.model() == nullptr);
+}
+
+void TestContainerLoader::outputWithoutADomainGivesNoModel_data()
+{
+    QTest::addColumn<QByteArray>("output");
+    QTest::newRow("nothing") << QByteArray();
+    QTest::newRow("empty lines") << QByteArray("\n\n  \n");
+    QTest::newRow("no component of a domain") << QByteArray("OU=a,O=x\n");
+    QTest::newRow("lower case") << QByteArray("ou=a,dc=x\n");
+}
+
+void TestContainerLoader::outputWithoutADomainGivesNoModel()
+{
+    QFETCH(QByteArray, output);
+    answerScript(output);
+    Load load;
+    QVERIFY(load.run());
+    QVERIFY(!load.helper.cnDataCheck());
+    QVERIFY(load.model() == nullptr);
+    QCOMPARE(messages(), QStringList());
+}
+
+void TestContainerLoader::thereIsNoModelBeforeALoad()
+{
+    Load load;
+    QVERIFY(load.model() == nullptr);
+    load.helper.getCNData();
+    QVERIFY(load.model() == nullptr);
+    QSignalSpy obtained(&load.helper, &cnbrowserhelper::cnDataObtained);
+    QVERIFY(obtained.wait());
+}
+
+void TestContainerLoader::newLoaderHasNothing()
+{
+    cnbrowserhelper helper;
+    QVERIFY(!helper.cnDataCheck());
+    QCOMPARE(helper.createModelOutOfCNData(), nullptr);
+    QCOMPARE(helper.parent(), nullptr);
+    QCOMPARE(World::calls().size(), 0);
+}
+
+void TestContainerLoader::scriptGetsFourArguments_data()
+{
+    QTest::addColumn<QString>("value");
+    QTest::newRow("plain") << "value";
+    QTest::newRow("blanks") << " two  words ";
+    QTest::newRow("quotes") << "it's \"so\"";
+    QTest::newRow("shell characters") << "$HOME `id` $(id) * ; | \\";
+    QTest::newRow("place marker") << "%1 %2";
+    QTest::newRow("line end") << "one\ntwo";
+    QTest::newRow("option") << "-x";
+    QTest::newRow("not ASCII") << QString::fromUtf8("Zoë 東京 🙂");
+    QTest::newRow("32,767 characters") << QString(32767, QChar(0x6771));
+}
+
+void TestContainerLoader::scriptGetsFourArguments()
+{
+    QFETCH(QString, value);
+    Load load;
+    load.helper.setDomainInfo("d" + value, "u" + value, "p" + value);
+    QVERIFY(load.run());
+    QCOMPARE(World::calls().size(), 1);
+    QCOMPARE(World::calls().at(0).path, QString("/usr/local/bin/mvedit"));
+    QCOMPARE(World::calls().at(0).arguments,
+             QStringList({"/Applications/Utilities/Morvanta/Morvanta Join Assistant.app/Contents/"
+                          "Resources/mvedit_file_arg.tcl",
+                          "d" + value, "u" + value, "p" + value}));
+}
+
+void TestContainerLoader::loadReturnsBeforeTheScriptEnds()
+{
+    Answer answer;
+    answer.output = "DC=x\n";
+    answer.held = true;
+    World::answer("mvedit", answer);
+    Load load;
+    QSignalSpy obtained(&load.helper, &cnbrowserhelper::cnDataObtained);
+    load.helper.getCNData();
+    const auto release = qScopeGuard([] { World::release("mvedit"); });
+    QTRY_COMPARE(World::calls().size(), 1);
+    QCOMPARE(obtained.count(), 0);
+    QVERIFY(!load.helper.cnDataCheck());
+    World::release("mvedit");
+    QVERIFY(obtained.wait());
+    QVERIFY(load.helper.cnDataCheck());
+}
+
+void TestContainerLoader::outputMakesTheModel_data()
+{
+    QTest::addColumn<QByteArray>("output");
+    QTest::addColumn<QStringList>("roots");
+    QTest::newRow("two lines") << QByteArray("DC=b\nDC=a\n") << QStringList{"DC=a", "DC=b"};
+    QTest::newRow("no last line end") << QByteArray("DC=b\nDC=a") << QStringList{"DC=a", "DC=b"};
+    QTest::newRow("empty lines") << QByteArray("\n\nDC=a\n  \n\n") << QStringList{"DC=a"};
+    QTest::newRow("carriage returns")
+        << QByteArray("DC=a\r\nDC=b\r\n") << QStringList{"DC=a", "DC=b"};
+    QTest::newRow("a line that is no name")
+        << QByteArray("Connected.\nOU=a,DC=x\n") << QStringList{"Connected.", "DC=x"};
+    QTest::newRow("not ASCII") << QByteArray("DC=z\u00f6\u6771\n")
+                               << QStringList{QString::fromUtf8("DC=zö東")};
+    QTest::newRow("not UTF-8") << QByteArray("DC=a\xff\n")
+                               << QStringList{QString("DC=a") + QChar(QChar::ReplacementCharacter)};
+}
+
+void TestContainerLoader::outputMakesTheModel()
+{
+    QFETCH(QByteArray, output);
+    answerScript(output);
+    Load load;
+    QVERIFY(load.run());
+    QVERIFY(load.helper.cnDataCheck());
+    const auto model = load.model();
+    QVERIFY(model != nullptr);
+    QTEST(rootTexts(model.get()), "roots");
+}
+
+void TestContainerLoader::standardErrorIsNotData()
+{
+    Answer answer;
+    answer.errors = "DC=x\n";
+    World::answer("mvedit", answer);
+    Load load;
+    QVERIFY(load.run());
+    QVERIFY(!load.helper.cnDataCheck());
+}
+
+void TestContainerLoader::modelIsMadeOnce()
+{
+    answerScript("DC=x\n");
+    Load load;
+    QVERIFY(load.run());
+    QVERIFY(load.model() != nullptr);
+    QVERIFY(!load.helper.cnDataCheck());
+    QVERIFY(load.model() == nullptr);
+}
+
+void TestContainerLoader::secondLoadReleasesTheFirst()
+{
+    answerScript("DC=first\n");
+    Load load;
+    QVERIFY(load.run());
+    QVERIFY(load.model() != nullptr);
+    answerScript("DC=second\n");
+    QVERIFY(load.run());
+    QCOMPARE(rootTexts(load.model().get()), QStringList{"DC=second"});
+    // The output of a load goes as well, even when no model was made of it.
+    QVERIFY(load.run());
+    load.helper.getCNData();
+    QVERIFY(!load.helper.cnDataCheck());
+    QSignalSpy obtained(&load.helper, &cnbrowserhelper::cnDataObtained);
+    QVERIFY(obtained.wait());
+}
+
+void TestContainerLoader::secondLoadEndsAScriptThatStillRuns()
+{
+    allowWarning("Destroyed while process");
+    Answer answer;
+    answer.held = true;
+    World::answer("mvedit", answer);
+    Load load;
+    load.helper.getCNData();
+    const auto release = qScopeGuard([] { World::release("mvedit"); });
+    QTRY_COMPARE(World::calls().size(), 1);
+    answerScript("DC=x\n");
+    QVERIFY(load.run());
+    QCOMPARE(rootTexts(load.model().get()), QStringList{"DC=x"});
+}
+
+void TestContainerLoader::releasedScriptReportsNothing()
+{
+    allowWarning("Destroyed while process");
+    Answer answer;
+    answer.held = true;
+    World::answer("mvedit", answer);
+    auto helper = std::make_unique<cnbrowserhelper>();
+    QSignalSpy obtained(helper.get(), &cnbrowserhelper::cnDataObtained);
+    helper->getCNData();
+    const auto release = qScopeGuard([] { World::release("mvedit"); });
+    QTRY_COMPARE(World::calls().size(), 1);
+    helper.reset();
+    QCOMPARE(obtained.count(), 0);
+}
+
+void TestContainerLoader::clearingReleasesEverything()
+{
+    answerScript("DC=x\n");
+    Load load;
+    QVERIFY(load.run());
+    load.helper.clearAllData();
+    QVERIFY(!load.helper.cnDataCheck());
+    QVERIFY(load.model() == nullptr);
+    load.helper.clearAllData();
+}
+
+WORLD_TEST_MAIN(TestContainerLoader)
+#include "tst_containerloader.moc"
