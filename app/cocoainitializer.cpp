@@ -1,12 +1,5 @@
 #include "app/cocoainitializer.h"
 
-struct CocoaInitializer::Private
-{
-};
+CocoaInitializer::CocoaInitializer() : d(nullptr) {}
 
-CocoaInitializer::CocoaInitializer() : d(new Private) {}
-
-CocoaInitializer::~CocoaInitializer()
-{
-    delete d;
-}
+CocoaInitializer::~CocoaInitializer() = default;

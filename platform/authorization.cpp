@@ -1,15 +1,12 @@
 #include <Security/Authorization.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <spawn.h>
 #include <sys/socket.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
-extern "C" { // which glibc 2.36 leaves out of this header
-#include <sys/pidfd.h>
-}
 
 struct AuthorizationOpaqueRef
 {
@@ -25,9 +22,9 @@ struct Tool
     int process;
 };
 
-// Starts a program on its own, or with `stream` as its standard input and output. Returns 0 or the
-// error number.
-int spawn(const char* path, char* const* arguments, int stream, pid_t* pid)
+// Starts a program on its own, or with `stream` as its standard input and output, with no
+// descriptor of ours above standard error. Returns its process id, or -1.
+pid_t spawn(const char* path, char* const* arguments, int stream)
 {
     std::vector<char*> vector{const_cast<char*>(path)};
     while (arguments != nullptr && *arguments != nullptr)
@@ -41,29 +38,22 @@ int spawn(const char* path, char* const* arguments, int stream, pid_t* pid)
         posix_spawn_file_actions_adddup2(&actions, stream, STDOUT_FILENO);
     }
     posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
-    const int error = posix_spawn(pid, path, &actions, nullptr, vector.data(), environ);
+    pid_t pid = -1; // stays so when the program can't be started
+    posix_spawn(&pid, path, &actions, nullptr, vector.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
-    return error;
+    return pid;
 }
 
 OSStatus askForGrant(const char* tool)
 {
+    constexpr OSStatus answers[] = {errAuthorizationSuccess, errAuthorizationCanceled,
+                                    errAuthorizationDenied};
     char* const arguments[] = {const_cast<char*>(tool), nullptr};
-    pid_t prompt = 0;
+    const pid_t prompt = spawn("/usr/libexec/authorization_prompt", arguments, -1);
     int status = 0;
-    if (spawn("/usr/libexec/authorization_prompt", arguments, -1, &prompt) != 0 ||
-        TEMP_FAILURE_RETRY(waitpid(prompt, &status, 0)) < 0 || !WIFEXITED(status))
+    if (prompt < 0 || TEMP_FAILURE_RETRY(waitpid(prompt, &status, 0)) < 0 || !WIFEXITED(status))
         return errAuthorizationInternal;
-    switch (WEXITSTATUS(status)) {
-    case 0:
-        return errAuthorizationSuccess;
-    case 1:
-        return errAuthorizationCanceled;
-    case 2:
-        return errAuthorizationDenied;
-    default:
-        return errAuthorizationInternal;
-    }
+    return WEXITSTATUS(status) < 3 ? answers[WEXITSTATUS(status)] : errAuthorizationInternal;
 }
 
 ssize_t readTool(void* tool, char* buffer, size_t size)
@@ -73,9 +63,9 @@ ssize_t readTool(void* tool, char* buffer, size_t size)
 
 ssize_t writeTool(void* tool, const char* buffer, size_t size)
 {
-    const ssize_t sent =
-        TEMP_FAILURE_RETRY(send(static_cast<Tool*>(tool)->stream, buffer, size, MSG_NOSIGNAL));
-    return std::max<ssize_t>(sent, 0); // a stream's way to tell of a failure
+    const int stream = static_cast<Tool*>(tool)->stream;
+    const ssize_t sent = TEMP_FAILURE_RETRY(send(stream, buffer, size, MSG_NOSIGNAL));
+    return sent < 0 ? 0 : sent; // a stream's way to tell of a failure
 }
 
 // A tool that nobody has waited for must not stay behind as a zombie.
@@ -83,8 +73,7 @@ int closeTool(void* cookie)
 {
     auto* tool = static_cast<Tool*>(cookie);
     close(tool->stream);
-    siginfo_t end = {};
-    TEMP_FAILURE_RETRY(waitid(P_PIDFD, static_cast<id_t>(tool->process), &end, WEXITED));
+    TEMP_FAILURE_RETRY(waitid(P_PIDFD, static_cast<id_t>(tool->process), nullptr, WEXITED));
     close(tool->process);
     delete tool;
     return 0;
@@ -92,10 +81,9 @@ int closeTool(void* cookie)
 
 } // namespace
 
-OSStatus AuthorizationCreate(const AuthorizationRights*, const AuthorizationEnvironment*,
-                             AuthorizationFlags, AuthorizationRef* authorization)
+OSStatus AuthorizationCreate(const void*, const void*, AuthorizationFlags, AuthorizationRef* made)
 {
-    *authorization = new AuthorizationOpaqueRef;
+    *made = new AuthorizationOpaqueRef;
     return errAuthorizationSuccess;
 }
 
@@ -110,16 +98,16 @@ OSStatus AuthorizationExecuteWithPrivileges(AuthorizationRef authorization, cons
     authorization->granted = true;
 
     int ends[2];
-    pid_t pid = 0;
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
         return errAuthorizationToolExecuteFailure;
-    const int error = spawn(tool, arguments, ends[1], &pid);
+    const pid_t pid = spawn(tool, arguments, ends[1]);
     close(ends[1]);
-    if (error != 0) {
+    if (pid < 0) {
         close(ends[0]);
         return errAuthorizationToolExecuteFailure;
     }
-    *pipe = fopencookie(new Tool{ends[0], pidfd_open(pid, 0)}, "r+",
-                        {readTool, writeTool, nullptr, closeTool});
+    const auto process = static_cast<int>(syscall(SYS_pidfd_open, pid, 0));
+    *pipe =
+        fopencookie(new Tool{ends[0], process}, "r+", {readTool, writeTool, nullptr, closeTool});
     return errAuthorizationSuccess;
 }

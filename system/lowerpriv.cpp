@@ -20,8 +20,7 @@ LowerPriv::LowerPriv()
 
 int LowerPriv::setupauth()
 {
-    return AuthorizationCreate(nullptr, kAuthorizationEmptyEnvironment, kAuthorizationFlagDefaults,
-                               &authorizationRef);
+    return AuthorizationCreate(nullptr, nullptr, kAuthorizationFlagDefaults, &authorizationRef);
 }
 
 namespace {

@@ -88,8 +88,7 @@ public:
 AuthorizationRef newReference()
 {
     AuthorizationRef reference = nullptr;
-    AuthorizationCreate(nullptr, kAuthorizationEmptyEnvironment, kAuthorizationFlagDefaults,
-                        &reference);
+    AuthorizationCreate(nullptr, nullptr, kAuthorizationFlagDefaults, &reference);
     return reference;
 }
 
@@ -244,9 +243,7 @@ void TestAuthorization::promptComesAgainAfterARefusal()
 void TestAuthorization::creatingAReferenceAsksNothing()
 {
     AuthorizationRef reference = nullptr;
-    QCOMPARE(AuthorizationCreate(nullptr, kAuthorizationEmptyEnvironment,
-                                 kAuthorizationFlagDefaults, &reference),
-             0);
+    QCOMPARE(AuthorizationCreate(nullptr, nullptr, kAuthorizationFlagDefaults, &reference), 0);
     QVERIFY(reference != nullptr);
     QCOMPARE(World::calls().size(), 0);
 }

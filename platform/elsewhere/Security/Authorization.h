@@ -8,10 +8,7 @@
 using OSStatus = std::int32_t;
 using AuthorizationFlags = std::uint32_t;
 using AuthorizationRef = const struct AuthorizationOpaqueRef*;
-using AuthorizationRights = struct AuthorizationItemSet;
-using AuthorizationEnvironment = struct AuthorizationItemSet;
 
-constexpr const AuthorizationEnvironment* kAuthorizationEmptyEnvironment = nullptr;
 constexpr AuthorizationFlags kAuthorizationFlagDefaults = 0;
 constexpr OSStatus errAuthorizationSuccess = 0;
 constexpr OSStatus errAuthorizationInvalidRef = -60002;
@@ -20,9 +17,9 @@ constexpr OSStatus errAuthorizationCanceled = -60006;
 constexpr OSStatus errAuthorizationInternal = -60008;
 constexpr OSStatus errAuthorizationToolExecuteFailure = -60031;
 
-// Stores a new reference, without any grant, which lives as long as the process.
-OSStatus AuthorizationCreate(const AuthorizationRights* rights,
-                             const AuthorizationEnvironment* environment, AuthorizationFlags flags,
+// Stores a new reference, without any grant, which lives as long as the process. Rights and
+// environment are not looked at.
+OSStatus AuthorizationCreate(const void* rights, const void* environment, AuthorizationFlags flags,
                              AuthorizationRef* authorization);
 
 // Starts the tool as a direct child, once /usr/libexec/authorization_prompt has granted the
