@@ -136,7 +136,7 @@ int LeaveIntro::runMVLeave(char** args)
 {
     const int status = runHelperTool(args, &leaveOutput);
     if (status != 0 && leaveOutput.isEmpty())
-        leaveOutput = QStringLiteral("Unexpected error (%1).").arg(status);
+        leaveOutput = tr("Unexpected error (%1).").arg(status);
     emit finishedMVLeave();
     return status;
 }
