@@ -1,0 +1,98 @@
+// The join's argument vector for any state of the page and any texts.
+
+#include "pages/jointype.h"
+#include "pages/userpassentry.h"
+#include "tests/robustness/fuzz/reference.h"
+#include "tests/support/world.h"
+
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QWizard>
+
+namespace {
+
+QWizard* wizard = nullptr;
+
+QLineEdit* edit(const char* name)
+{
+    return wizard->findChild<QLineEdit*>(name);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
+{
+    World::enter();
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    new QApplication(*argc, *argv);
+    wizard = new QWizard;
+    wizard->setPage(3, new UserPassEntry);
+    wizard->setPage(4, new JoinType);
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    FuzzedDataProvider input(data, size);
+    const auto text = [&input](const char* name) {
+        edit(name)->setText(QString::fromStdString(input.ConsumeRandomLengthString(600)));
+        // The C string that a tool gets ends at a NUL.
+        return QByteArray(edit(name)->text().toLocal8Bit().constData());
+    };
+    const auto box = [&input](const char* name) {
+        auto* button = wizard->findChild<QAbstractButton*>(name);
+        button->setChecked(input.ConsumeBool());
+        return button->isChecked();
+    };
+    // All choices are shuffled before any is read, since some act on others.
+    for (const char* name : {"AdvancedButton", "ZoneButton", "AppleUIDCheck", "AutoButton"})
+        box(name);
+    const bool automatic = wizard->findChild<QRadioButton*>("AutoButton")->isChecked();
+    const auto* scheme = wizard->findChild<QCheckBox*>("AppleUIDCheck");
+
+    const QByteArray user = text("UsernameEdit");
+    const QByteArray password = text("PasswordEdit");
+    const QByteArray domain = text("DomainEdit");
+    QList<QByteArray> expected = {"/usr/local/sbin/mvjoin", "-u", user, "-p", password, domain};
+    if (box("ForceLeave"))
+        expected << "-f";
+    const QByteArray zone = text("ZoneEdit");
+    if (automatic)
+        expected << "-w";
+    else
+        expected << "-z" << zone;
+    if (automatic && scheme->isChecked())
+        expected << "-e";
+    const struct
+    {
+        const char* box;
+        const char* edit;
+        const char* option;
+    } rows[] = {{"ContainerDNLabel", "ContainerDNEdit", "-c"},
+                {"PDSLabel", "PDSEdit", "-s"},
+                {"AliasLabel", "AliasEdit", "-a"}};
+    for (const auto& row : rows) {
+        const QByteArray value = text(row.edit);
+        if (box(row.box))
+            expected << row.option << value;
+    }
+    text("ComputerNameEdit");
+    if (!edit("ComputerNameEdit")->text().isEmpty())
+        expected << "-n" << edit("ComputerNameEdit")->text().toLocal8Bit().constData();
+
+    Reference::Runner& runner = Reference::Runner::installed();
+    Reference::check(wizard->page(4)->validatePage(), "the join is a success");
+    QList<QByteArray> arguments;
+    // After a success the program keeps the arguments; here they would add up to all memory.
+    for (char** argument = runner.arguments; *argument != nullptr; ++argument) {
+        arguments << *argument;
+        delete[] * argument;
+    }
+    delete[] runner.arguments;
+    Reference::check(arguments == expected, "the arguments are the reference's");
+    return 0;
+}

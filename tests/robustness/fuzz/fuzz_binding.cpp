@@ -1,0 +1,45 @@
+// The report of the system's own binding: the unbind page shows the domain of the last line that
+// names one, and the interim page leads there exactly when a line does.
+
+#include "pages/applead.h"
+#include "pages/interimintro.h"
+#include "tests/robustness/fuzz/reference.h"
+
+#include <QApplication>
+#include <QLabel>
+
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    new QApplication(*argc, *argv);
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    Reference::Runner& runner = Reference::Runner::installed();
+    runner.output = QByteArray(reinterpret_cast<const char*>(data), static_cast<int>(size));
+
+    bool bound = false;
+    QString domain;
+    const QList<QByteArray> pieces = Reference::pieces(runner.output);
+    for (const QByteArray& piece : pieces) {
+        if (!piece.contains("Active Directory Domain"))
+            continue;
+        bound = true;
+        const int separator = piece.lastIndexOf("= ");
+        if (separator >= 0)
+            domain = QString::fromLocal8Bit(piece.mid(separator + 2)).trimmed();
+    }
+
+    AppleAD page;
+    page.setUIDomain();
+    Reference::check(page.findChild<QLabel*>("ADName")->text() == domain, "the domain is shown");
+    if (bound) {
+        // A report without a binding would have the interim page ask the agent.
+        InterimIntro interim;
+        Reference::check(interim.validatePage(), "the query is a success");
+        Reference::check(interim.nextId() == 2, "a binding leads to the unbind page");
+    }
+    return 0;
+}

@@ -1,0 +1,40 @@
+// Tools' output, read in pieces, by each of the three readers.
+
+#include "pages/helpertool.h"
+#include "system/commandrunner.h"
+#include "tests/robustness/fuzz/reference.h"
+
+#include <QTemporaryFile>
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    Reference::Runner& runner = Reference::Runner::installed();
+    runner.output = QByteArray(reinterpret_cast<const char*>(data), static_cast<int>(size));
+    QString decoded;
+    QByteArray raw;
+    const QList<QByteArray> pieces = Reference::pieces(runner.output);
+    for (const QByteArray& piece : pieces) {
+        decoded += QString::fromUtf8(piece);
+        raw += piece;
+    }
+    // An earlier run's output does not survive.
+    QString output = "earlier";
+    char* arguments[] = {nullptr};
+    Reference::check(runHelperTool(arguments, &output) == 0, "the status is the runner's");
+    Reference::check(output == decoded, "the helper tool's output");
+
+    // A shell takes a thousand times as long.
+    static int runs = 0;
+    if (++runs % 200 != 0)
+        return 0;
+    static QTemporaryFile file;
+    if (!file.open() || !file.resize(0) || file.write(runner.output) < 0 || !file.flush())
+        return 0;
+    const QByteArray command = "cat " + file.fileName().toUtf8();
+    file.close();
+    output = "earlier";
+    Reference::check(runCmd(command.constData(), &output) == 0, "cat exits with 0");
+    Reference::check(output == "earlier" + decoded, "a command's output is appended");
+    Reference::check(getReturnValue(command.constData()) == raw.toStdString(), "bytes stay bytes");
+    return 0;
+}

@@ -1,0 +1,64 @@
+// The container script's whole output and exit status, through the script's process to the model.
+// The first byte is the exit status.
+
+#include "browser/cnbrowserhelper.h"
+#include "tests/robustness/fuzz/reference.h"
+#include "tests/support/world.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QStandardItemModel>
+
+#include <memory>
+
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
+{
+    qputenv("QT_NO_GLIB", "1");
+    World::enter();
+    new QCoreApplication(*argc, *argv);
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    if (size == 0)
+        return 0;
+    Answer script;
+    script.exitStatus = data[0];
+    script.output = QByteArray(reinterpret_cast<const char*>(data) + 1, static_cast<int>(size) - 1);
+    World::answer("mvedit mvedit_file_arg.tcl", script);
+    World::forgetCalls();
+
+    cnbrowserhelper loader;
+    QEventLoop loop;
+    QObject::connect(&loader, &cnbrowserhelper::cnDataObtained, &loop, &QEventLoop::quit);
+    loader.setDomainInfo("example.test", "admin", "secret");
+    loader.getCNData();
+    loop.exec();
+
+    const QString text =
+        QString::fromUtf8(script.output.constData(),
+                          static_cast<int>(qstrnlen(script.output.constData(),
+                                                    static_cast<uint>(script.output.size()))));
+    const bool usable = script.exitStatus == 0 && text.contains("DC=");
+    Reference::check(loader.cnDataCheck() == usable, "data are usable with DC= and status 0");
+    const std::unique_ptr<QStandardItemModel> model(loader.createModelOutOfCNData());
+    Reference::check((model != nullptr) == usable, "there is a model when the data are usable");
+    if (!usable)
+        return 0;
+    QStringList roots;
+    for (int row = 0; row < model->rowCount(); ++row)
+        roots << model->item(row)->text();
+    QStringList expected;
+    const QStringList tree = Reference::tree(text);
+    for (int i = 0, root = 0; i < tree.size() && root < roots.size(); ++i) {
+        if (tree.at(i) == roots.at(root)) {
+            expected << tree.at(i);
+            ++root;
+        }
+    }
+    Reference::check(expected == roots, "the model's roots are the tree's, in order");
+    Reference::check(loader.createModelOutOfCNData() == nullptr, "the output is used up");
+    return 0;
+}

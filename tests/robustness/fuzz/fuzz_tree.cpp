@@ -1,0 +1,87 @@
+// Lines of distinguished names, through the tree and the model, to the name of each item: the tree
+// is the reference's, and each item's name, inserted again, leads to that item.
+
+#include "browser/cnbrowserhelper.h"
+#include "tests/robustness/fuzz/reference.h"
+
+#include <QStandardItemModel>
+
+#include <memory>
+
+namespace {
+
+using Level = QMap<QString, cnleaf*>;
+
+// The program leaves the maps behind on purpose; here they would add up to all memory.
+void collect(Level* level, QList<Level*>& levels)
+{
+    levels << level;
+    for (cnleaf* leaf : qAsConst(*level)) {
+        if (leaf->getNode() != nullptr)
+            collect(leaf->getNode(), levels);
+    }
+}
+
+class Tree
+{
+public:
+    ~Tree()
+    {
+        QList<Level*> levels;
+        collect(top, levels);
+        helper.clearCNData(top);
+        qDeleteAll(levels);
+    }
+    void insert(const QString& name)
+    {
+        helper.parseCNData(name, top);
+    }
+    std::unique_ptr<QStandardItemModel> model()
+    {
+        return std::unique_ptr<QStandardItemModel>(helper.getTreeModel(top));
+    }
+
+private:
+    cnbrowserhelper helper;
+    Level* top = new Level;
+};
+
+void list(const QAbstractItemModel& model, const QModelIndex& parent, const QString& indent,
+          QStringList& texts, QStringList& names)
+{
+    for (int row = 0; row < model.rowCount(parent); ++row) {
+        const QModelIndex item = model.index(row, 0, parent);
+        texts << indent + item.data().toString();
+        QStringList name;
+        for (QModelIndex above = item; above.isValid(); above = above.parent())
+            name << above.data().toString();
+        names << name.join(',');
+        list(model, item, indent + ' ', texts, names);
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    const QString lines =
+        QString::fromUtf8(reinterpret_cast<const char*>(data), static_cast<int>(size));
+    Tree tree;
+    const QStringList split = lines.split('\n');
+    for (const QString& line : split)
+        tree.insert(line);
+    QStringList texts;
+    QStringList names;
+    list(*tree.model(), {}, {}, texts, names);
+    Reference::check(texts == Reference::tree(lines), "the tree is the reference's");
+
+    for (const QString& name : qAsConst(names)) {
+        // A component that keeps a blank before it loses it when it comes to stand first.
+        if (name.trimmed() == name)
+            tree.insert(name);
+    }
+    QStringList again;
+    list(*tree.model(), {}, {}, again, names);
+    Reference::check(again == texts, "an item's name leads to that item");
+    return 0;
+}
