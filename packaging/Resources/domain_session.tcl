@@ -7,7 +7,7 @@ package require Tcl 8.6
 namespace eval session {
     variable directory "" ;# private: the ticket and the Kerberos settings
     variable controllers {} ;# host names, the preferred one first
-    variable seconds 15 ;# that any one tool may take
+    variable seconds 15 ;# that any one tool may be silent
 }
 
 # Runs `body` signed in to the domain, and always signs out. A failure is told on standard error, the
@@ -174,12 +174,12 @@ proc session::base {domain} {
 }
 
 # Runs a tool with `input` as its standard input. Returns its exit status and what it wrote, both
-# streams in one, as bytes; the status is -1 for a tool that was ended after its time, and 127 for one
-# that is not there.
+# streams in one, as bytes; the status is -1 for a tool that was ended because it was silent for too
+# long.
 proc session::execute {input args} {
     variable seconds
     if {[catch {open |[list {*}$args 2>@1] r+} channel]} {
-        return [list 127 $channel]
+        fail "The tool [lindex $args 0] is missing on this Mac: install it and try again." $channel
     }
     fconfigure $channel -blocking 0 -translation binary
     catch {
@@ -189,9 +189,9 @@ proc session::execute {input args} {
     set ::session::output ""
     set ::session::ended ""
     fileevent $channel readable [list session::collect $channel]
-    set timer [after [expr {$seconds * 1000}] {set ::session::ended "timed out"}]
+    await_output
     vwait ::session::ended
-    after cancel $timer
+    after cancel {set ::session::ended "timed out"}
     if {$::session::ended eq "timed out"} {
         exec kill -9 {*}[pid $channel]
         catch {close $channel}
@@ -206,8 +206,15 @@ proc session::execute {input args} {
     return [list $status $::session::output]
 }
 
+proc session::await_output {} {
+    variable seconds
+    after cancel {set ::session::ended "timed out"}
+    after [expr {$seconds * 1000}] {set ::session::ended "timed out"}
+}
+
 proc session::collect {channel} {
     append ::session::output [read $channel]
+    await_output
     if {[eof $channel]} {
         set ::session::ended "ended"
     }

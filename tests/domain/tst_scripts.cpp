@@ -19,6 +19,7 @@ private slots:
     void saysWhatToDo();
     void saysThatTheClockIsTooFarOff();
     void saysThatNoDnsServerAnswers();
+    void saysThatAToolIsMissing();
     void asksTheSecondControllerWhenTheFirstHasGone();
     void listsNothingWithWrongCredentials();
     void listsTheWholeDirectoryInPages();
@@ -243,6 +244,17 @@ void TestScripts::saysThatNoDnsServerAnswers()
     QCOMPARE(firstLine(result),
              QString("The domain example.test was not found, because no DNS server answered: check "
                      "the network and this Mac's DNS settings."));
+    QCOMPARE(result.status, 1);
+}
+
+void TestScripts::saysThatAToolIsMissing()
+{
+    for (const QString& tool : QStringList{"tclsh", "dig", "mktemp"})
+        QVERIFY(QFile::link("/usr/bin/" + tool, tools->filePath(tool)));
+    qputenv("PATH", tools->path().toLocal8Bit());
+    const Result result = check(PracticeMac::domain, PracticeMac::administrator);
+    QCOMPARE(firstLine(result),
+             QString("The tool kinit is missing on this Mac: install it and try again."));
     QCOMPARE(result.status, 1);
 }
 
