@@ -22,10 +22,22 @@ void cnbrowserhelper::setDomainInfo(QString domain, QString user, QString passwo
     this->password = password;
 }
 
+namespace {
+
+using Level = QMap<QString, cnleaf*>;
+
+// Never deleted: the levels of a tree are left behind when it is released.
+Level* newLevel()
+{
+    return new Level;
+}
+
+} // namespace
+
 void cnbrowserhelper::getCNData()
 {
     clearAllData();
-    cnTree = new QMap<QString, cnleaf*>;
+    cnTree = newLevel();
     process = new QProcess;
     connect(process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
             &cnbrowserhelper::readStdOutput);
@@ -138,8 +150,6 @@ void cnbrowserhelper::clearAllData()
 
 namespace {
 
-using Level = QMap<QString, cnleaf*>;
-
 // The usual prefixes are shared by all leaves.
 QString prefixText(QStringView prefix)
 {
@@ -199,7 +209,7 @@ QMap<QString, cnleaf*>* cnbrowserhelper::levelBelow(QMap<QString, cnleaf*>* leve
             return nullptr;
         cnleaf* leaf = leafFor(level, component);
         if (leaf->getNode() == nullptr)
-            leaf->setNode(new Level);
+            leaf->setNode(newLevel());
         level = leaf->getNode();
     } while (comma >= 0);
     return level;

@@ -226,14 +226,13 @@ void TestTreeReference::theDumpIndentsByTabs()
 void TestTreeReference::aVeryDeepTreeIsBuiltAndReleased()
 {
     cnbrowserhelper helper;
-    // Left behind with its entries dangling, as the loader does.
-    auto* tree = new Level;
-    helper.parseCNData(deepName(manyComponents), tree);
+    Level tree;
+    helper.parseCNData(deepName(manyComponents), &tree);
     int depth = 0;
-    for (Level* level = tree; level != nullptr; level = level->first()->getNode())
+    for (Level* level = &tree; level != nullptr; level = level->first()->getNode())
         ++depth;
     QCOMPARE(depth, manyComponents);
-    helper.clearCNData(tree);
+    helper.clearCNData(&tree);
 }
 
 void TestTreeReference::aVeryDeepTreeIsLoadedShownAndReleased()
