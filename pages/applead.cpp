@@ -22,6 +22,8 @@ AppleAD::AppleAD(QWidget* parent)
 {
     ui->setupUi(this);
     setButtonText(QWizard::NextButton, tr("OK"));
+    // Not seen, but there for whoever asks the accessibility interface for texts.
+    passwordCarrier->setEchoMode(QLineEdit::Password);
     registerField(QStringLiteral("appleADUsername"), userCarrier);
     registerField(QStringLiteral("appleADPassword"), passwordCarrier);
     registerField(QStringLiteral("appleADDomain"), domainCarrier);

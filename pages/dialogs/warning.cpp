@@ -1,9 +1,37 @@
 #include "pages/dialogs/warning.h"
 #include "ui_warning.h"
 
+#include <QPixmap>
+#include <QTextDocument>
+
+namespace {
+
+// What a tool prints may look like rich text: then it is shown, but the images and other files that
+// it names are neither fetched nor opened. Each image is an empty one, since for one that is
+// missing Qt would try the name as a file's.
+class MessageDocument : public QTextDocument
+{
+public:
+    using QTextDocument::QTextDocument;
+
+protected:
+    QVariant loadResource(int type, const QUrl&) override
+    {
+        if (type != ImageResource)
+            return {};
+        QPixmap empty(1, 1);
+        empty.fill(Qt::transparent);
+        return empty;
+    }
+};
+
+} // namespace
+
 Warning::Warning(QWidget* parent) : QDialog(parent), ui(new Ui::Warning)
 {
     ui->setupUi(this);
+    ui->WarningLabel->setDocument(new MessageDocument(ui->WarningLabel));
+    ui->WarningLabel->setOpenLinks(false);
     setWindowTitle(tr("WARNING"));
 }
 
