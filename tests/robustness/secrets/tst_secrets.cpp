@@ -1,0 +1,298 @@
+// A password that nobody else uses goes through every page, and is looked for wherever it should
+// not be; and what a tool prints, rich text included, brings the program to fetch or open nothing.
+
+#include "browser/cnbrowser.h"
+#include "pages/dialogs/warning.h"
+#include "tests/support/wizarddriver.h"
+
+#include <QAccessible>
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QDir>
+#include <QLabel>
+#include <QPushButton>
+#include <QTcpServer>
+#include <QTextBrowser>
+
+#include <cerrno>
+#include <sys/inotify.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace {
+
+const QString sentinel = QStringLiteral("s3ntinel-Passw0rd");
+
+// The files that are opened below a folder while it lives.
+class Opened
+{
+public:
+    explicit Opened(const char* folder) : watch(inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
+    {
+        inotify_add_watch(watch, folder, IN_OPEN);
+    }
+    ~Opened()
+    {
+        close(watch);
+    }
+    bool any() const
+    {
+        char event[4096];
+        return read(watch, event, sizeof event) > 0;
+    }
+
+private:
+    int watch;
+};
+
+QString accessibleTexts(QObject* object)
+{
+    QString texts;
+    if (QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(object)) {
+        for (const auto kind :
+             {QAccessible::Name, QAccessible::Description, QAccessible::Value, QAccessible::Help})
+            texts += interface->text(kind) + '\n';
+        if (QAccessibleTextInterface* text = interface->textInterface())
+            texts += text->text(0, text->characterCount()) + '\n';
+    }
+    return texts;
+}
+
+// All that other programs can learn of the windows.
+QString windowTexts()
+{
+    QString texts;
+    const QWidgetList widgets = QApplication::allWidgets();
+    for (QWidget* widget : widgets)
+        texts += widget->windowTitle() + '\n' + widget->toolTip() + '\n' +
+                 widget->accessibleName() + '\n' + accessibleTexts(widget);
+    return texts;
+}
+
+// What a person who selects and copies from each edit gets.
+QString copies(const QWidget* page)
+{
+    QString texts;
+    const QList<QLineEdit*> edits = page->findChildren<QLineEdit*>();
+    for (QLineEdit* edit : edits) {
+        QApplication::clipboard()->clear();
+        edit->selectAll();
+        edit->copy();
+        edit->cut();
+        texts += QApplication::clipboard()->text() + '\n';
+    }
+    return texts;
+}
+
+QString environmentTexts()
+{
+    QString texts;
+    for (char** variable = environ; *variable != nullptr; ++variable)
+        texts += QString::fromLocal8Bit(*variable) + '\n';
+    return texts;
+}
+
+rlim_t coreLimit()
+{
+    rlimit limit = {};
+    getrlimit(RLIMIT_CORE, &limit);
+    return limit.rlim_cur;
+}
+
+} // namespace
+
+class TestSecrets : public WorldTest
+{
+    Q_OBJECT
+
+public slots:
+    void noteUrl(const QUrl& url)
+    {
+        urls << url;
+    }
+
+private slots:
+    void initTestCase();
+    void passwordGoesOnlyWhereItHasTo_data();
+    void passwordGoesOnlyWhereItHasTo();
+    void editsDontGiveItAway();
+    void richTextFetchesAndOpensNothing_data();
+    void richTextFetchesAndOpensNothing();
+
+private:
+    QList<QUrl> urls;
+};
+
+// An empty folder for temporary files and an empty home: what is there afterwards, we have made.
+void TestSecrets::initTestCase()
+{
+    QVERIFY(mount("own", "/tmp", "tmpfs", 0, nullptr) == 0);
+    qputenv("HOME", "/tmp");
+}
+
+void TestSecrets::passwordGoesOnlyWhereItHasTo_data()
+{
+    QTest::addColumn<bool>("succeeds");
+    QTest::newRow("success") << true;
+    QTest::newRow("failure") << false;
+}
+
+void TestSecrets::passwordGoesOnlyWhereItHasTo()
+{
+    QFETCH(bool, succeeds);
+    const rlim_t core = coreLimit();
+    QString seen;
+    QStringList shown;
+    const auto look = [&] { seen += windowTexts() + environmentTexts(); };
+    const auto answer = [&](const char* command, bool helper) {
+        Answer given;
+        given.output = "It says something\n";
+        given.exitStatus = succeeds ? 0 : 7;
+        given.reportsPid = helper;
+        World::answer(command, given);
+    };
+    {
+        World::setBound();
+        WizardDriver driver;
+        driver.next();
+        driver.type("ADUser", "admin");
+        driver.type("ADPass", sentinel);
+        look();
+        if (!succeeds) {
+            answer("mvedit check_domain_cred.tcl", false);
+            shown += driver.next();
+            World::answer("mvedit check_domain_cred.tcl", Answer());
+        }
+        shown += driver.next();
+        QCOMPARE(driver.page(), 3);
+        look();
+        shown += driver.next();
+        QCOMPARE(driver.page(), 4);
+        answer("mvedit mvedit_file_arg.tcl", false);
+        answer("gui_helper_tool", true);
+        driver.on<QAbstractButton>("AdvancedButton")->click();
+        shown += warningsDuring([&] {
+            auto* browse = driver.on<QPushButton>("ContainerDNBrowse");
+            browse->click();
+            QTRY_COMPARE(World::callsOf("mvedit").last().arguments.size(), 4);
+            QTRY_VERIFY(QApplication::activeModalWidget() == nullptr);
+        });
+        look();
+        shown += driver.next();
+        QCOMPARE(driver.page(), succeeds ? 7 : 4);
+        look();
+    }
+    {
+        World::setJoined();
+        World::answer("dsconfigad -show", Answer());
+        WizardDriver driver;
+        driver.next();
+        driver.type("UsernameEdit", "admin");
+        driver.type("PasswordEdit", sentinel);
+        look();
+        shown += driver.next();
+        look();
+        QCOMPARE(driver.page(), succeeds ? 7 : 6);
+    }
+    seen += shown.join('\n') + messages().join('\n');
+    QVERIFY2(!seen.contains(sentinel), "the password is to be seen");
+    QVERIFY(!seen.contains(sentinel.toUtf8().toBase64()));
+    QCOMPARE(QDir("/tmp").entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+             QStringList());
+    QCOMPARE(coreLimit(), core);
+
+    // On command lines it is one whole argument, and only at the places that the tools give it.
+    QStringList places;
+    const QList<Call> calls = World::calls();
+    for (const Call& call : calls) {
+        const QStringList words = call.words();
+        for (int i = 0; i < words.size(); ++i) {
+            if (!words.at(i).contains(sentinel))
+                continue;
+            QCOMPARE(words.at(i), sentinel);
+            places << words.first() + ' ' + words.at(1).section('/', -1) + ' ' + QString::number(i);
+        }
+    }
+    places.removeDuplicates();
+    QCOMPARE(places, QStringList({"mvedit check_domain_cred.tcl 4", "dsconfigad -r 6",
+                                  "mvedit mvedit_file_arg.tcl 4", "gui_helper_tool mvjoin 5",
+                                  "gui_helper_tool mvleave 5"}));
+}
+
+void TestSecrets::editsDontGiveItAway()
+{
+    World::setBound();
+    WizardDriver driver;
+    for (const int page : {2, 3, 6}) {
+        const QList<QLineEdit*> edits = driver.wizard.page(page)->findChildren<QLineEdit*>();
+        for (QLineEdit* edit : edits) {
+            if (edit->echoMode() == QLineEdit::Password)
+                edit->setText(sentinel);
+        }
+        QVERIFY(!copies(driver.wizard.page(page)).contains(sentinel));
+    }
+    QVERIFY(!windowTexts().contains(sentinel));
+}
+
+void TestSecrets::richTextFetchesAndOpensNothing_data()
+{
+    QTest::addColumn<QString>("markup");
+    QTest::newRow("remote image") << "<p>x<img src=\"http://127.0.0.1:%1/x.png\"></p>";
+    QTest::newRow("local image") << "<p>x<img src=\"file:///media/bait/x.png\"></p>";
+    QTest::newRow("image by its path") << "<p>x<img src=\"/media/bait/x.png\"></p>";
+    QTest::newRow("style sheet")
+        << "<html><head><link rel=\"stylesheet\" href=\"/media/bait/x.css\"></head>x</html>";
+    QTest::newRow("background") << "<body background=\"/media/bait/x.png\">x</body>";
+    QTest::newRow("link to a page") << "<a href=\"http://127.0.0.1:%1/\">xxxxxxxxxxxxxxxxxxxx</a>";
+    QTest::newRow("link to a file") << "<a href=\"file:///media/bait/x.html\">xxxxxxxxxxxxxx</a>";
+}
+
+void TestSecrets::richTextFetchesAndOpensNothing()
+{
+    QFETCH(QString, markup);
+    QDir().mkpath("/media/bait");
+    for (const char* name : {"x.png", "x.css", "x.html"})
+        QVERIFY(QFile("/media/bait/" + QString(name)).open(QIODevice::WriteOnly));
+    QTcpServer server;
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    if (markup.contains("%1"))
+        markup = markup.arg(server.serverPort());
+    const Opened opened("/media/bait");
+    for (const char* scheme : {"http", "file"})
+        QDesktopServices::setUrlHandler(scheme, this, "noteUrl");
+
+    // In a warning, with a click on its text.
+    QString shown;
+    withModalDialogs([&] { showWarning(markup); },
+                     [&](QWidget* warning) {
+                         auto* browser = child<QTextBrowser>(warning, "WarningLabel");
+                         browser->grab();
+                         QTest::mouseClick(browser->viewport(), Qt::LeftButton, {}, {40, 12});
+                         shown = browser->toPlainText();
+                         warning->close();
+                     });
+    QVERIFY(shown.contains('x'));
+
+    // On the pages that show what a tool has printed, where it is no markup at all.
+    World::setJoined(markup.toUtf8(), markup.toUtf8(), markup.toUtf8());
+    {
+        WizardDriver driver;
+        driver.wizard.grab();
+        QVERIFY(visibleTexts(driver.currentPage()).last().endsWith(markup));
+        driver.next();
+        driver.wizard.grab();
+        QVERIFY(visibleTexts(driver.currentPage()).contains(markup));
+        for (const char* name : {"ComputerName_Val", "ActiveDirectory_Val", "JoinedZone_Val"})
+            QCOMPARE(driver.on<QLabel>(name)->textFormat(), Qt::PlainText);
+    }
+    QTest::qWait(20);
+    for (const char* scheme : {"http", "file"})
+        QDesktopServices::unsetUrlHandler(scheme);
+    QVERIFY(!server.hasPendingConnections());
+    QVERIFY(!opened.any());
+    QCOMPARE(urls, QList<QUrl>());
+}
+
+WORLD_TEST_MAIN(TestSecrets)
+#include "tst_secrets.moc"

@@ -1,0 +1,168 @@
+// Many joins, leaves, container loads and warnings in one process: prints what each has left behind
+// and fails for any descriptor, thread, child process or window, and for more memory than the
+// releases that are left out on purpose account for.
+
+#include "browser/cnbrowser.h"
+#include "pages/dialogs/warning.h"
+#include "pages/helpertool.h"
+#include "tests/support/wizarddriver.h"
+
+#include <QCommandLineParser>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFile>
+#include <QThreadPool>
+
+#include <cstdio>
+#include <functional>
+#include <malloc.h>
+
+namespace {
+
+constexpr int containers = 5000;
+
+int entries(const char* folder)
+{
+    return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size();
+}
+
+// Of all threads, dead and alive.
+int children()
+{
+    int count = 0;
+    const QStringList threads =
+        QDir("/proc/self/task").entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    for (const QString& thread : threads) {
+        QFile file("/proc/self/task/" + thread + "/children");
+        if (file.open(QIODevice::ReadOnly))
+            count += file.readAll().count(' ');
+    }
+    return count;
+}
+
+struct Level
+{
+    int descriptors = entries("/proc/self/fd");
+    int threads = entries("/proc/self/task");
+    int children = ::children();
+    int windows = QApplication::topLevelWidgets().size();
+    size_t memory = mallinfo2().uordblks;
+};
+
+// Does it some times to fill all caches, then as often as wanted. `allowed` is in bytes for each.
+bool soak(const char* name, int count, qint64 allowed, const std::function<void(int)>& action)
+{
+    int done = 0;
+    while (done < 20)
+        action(done++);
+    const Level before;
+    QElapsedTimer clock;
+    clock.start();
+    for (int i = 0; i < count; ++i)
+        action(done++);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    const Level after;
+    const qint64 grown = static_cast<qint64>(after.memory - before.memory);
+    // A second thread of the pool, with the descriptor that wakes it, may start at any time.
+    const int started = after.threads - before.threads;
+    const bool level = after.descriptors - before.descriptors == started &&
+                       after.threads <= qMax(before.threads,
+                                             1 + QThreadPool::globalInstance()->maxThreadCount()) &&
+                       after.windows == before.windows && after.children == before.children &&
+                       grown <= allowed * count;
+    printf("%-4s %5d %-9s descriptors %+d, threads %+d, children %+d, windows %+d, memory %+lld "
+           "bytes each "
+           "(up to %lld are kept), %lld ms\n",
+           level ? "ok" : "BAD", count, name, after.descriptors - before.descriptors,
+           after.threads - before.threads, after.children - before.children,
+           after.windows - before.windows, grown / qMax(count, 1), allowed, clock.elapsed());
+    fflush(stdout);
+    return level;
+}
+
+// Every other run fails.
+void answerRun(int run)
+{
+    Answer answer;
+    answer.reportsPid = true;
+    answer.output = "It says something\n";
+    answer.exitStatus = run % 2;
+    World::answer("gui_helper_tool", answer);
+}
+
+bool soakJoins(int count)
+{
+    WizardDriver driver;
+    driver.goToJoinOptions();
+    // The argument vector: its ten strings after each run, the array as well after a success; some
+    // 400 bytes, and the rest is the allocator's.
+    return soak("joins", count, 800, [&driver](int run) {
+        answerRun(run);
+        warningsDuring([&driver] { driver.currentPage()->validatePage(); });
+    });
+}
+
+bool soakLeaves(int count)
+{
+    World::setJoined();
+    WizardDriver driver;
+    driver.next();
+    return soak("leaves", count, 600, [&driver](int run) {
+        answerRun(run);
+        warningsDuring([&driver] { driver.currentPage()->validatePage(); });
+    });
+}
+
+bool soakLoads(int count)
+{
+    Answer script;
+    for (int i = 0; i < containers; ++i)
+        script.output += "OU=unit " + QByteArray::number(i) + ",DC=example,DC=test\n";
+    World::answer("mvedit mvedit_file_arg.tcl", script);
+    QWidget page;
+    cnbrowser browser(&page);
+    // The maps of each level, with their keys.
+    return soak("loads", count, containers * 160, [&browser](int run) {
+        QEventLoop loop;
+        QObject::connect(&browser, &cnbrowser::treeDrawingDone, &loop, &QEventLoop::quit);
+        browser.setDomainInfo(QString("example%1.test").arg(run % 2), "admin", "secret");
+        browser.createTree();
+        loop.exec();
+        World::forgetCalls();
+    });
+}
+
+bool soakWarnings(int count)
+{
+    return soak("warnings", count, 200, [](int run) {
+        warningsDuring([run] { showWarning(QString("Warning %1\nof many").arg(run)); });
+    });
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    World::enter();
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("XDG_RUNTIME_DIR", "/media/runtime");
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    QCommandLineParser parser;
+    parser.addHelpOption();
+    parser.addOptions({{"joins", "Number of joins.", "number", "1000"},
+                       {"leaves", "Number of leaves.", "number", "1000"},
+                       {"loads", "Number of container loads.", "number", "500"},
+                       {"warnings", "Number of warnings.", "number", "1000"}});
+    parser.process(application);
+    keepWorkerReady();
+
+    const auto number = [&parser](const char* name) { return parser.value(name).toInt(); };
+    bool level = soakJoins(number("joins"));
+    level = soakLeaves(number("leaves")) && level;
+    level = soakLoads(number("loads")) && level;
+    level = soakWarnings(number("warnings")) && level;
+    return level ? 0 : 1;
+}
