@@ -97,9 +97,12 @@ class Desktop:
         """Returns the condition's value once it is true."""
         end = time.monotonic() + SECONDS
         while time.monotonic() < end:
-            value = condition()
-            if value:
-                return value
+            try:
+                value = condition()
+                if value:
+                    return value
+            except GLib.Error:
+                pass  # what was looked at has gone meanwhile: look again
             time.sleep(0.05)
         raise Missing(what)
 
@@ -118,15 +121,23 @@ class Desktop:
             return None
         return self.await_that(f"nothing reads “{starting}…”", shown)
 
-    def edit_beside(self, caption):
-        """The edit nearest to a caption, as the eye finds it."""
-        origin = area(self.await_widget(BUTTONS + ("label",), caption))
+    def nearest(self, roles, caption):
+        """The widget of these roles nearest to a caption, as the eye finds it: rather in its row
+        than below it."""
+        def search():
+            captions = self.find(BUTTONS + ("label",), caption)
+            if not captions:
+                return None
+            x, y, width, height = area(captions[0])
 
-        def distance(widget):
-            x, y, width, height = area(widget)
-            return (3 * abs(y + height / 2 - origin[1] - origin[3] / 2)
-                    + abs(x - origin[0] - origin[2]))
-        return min(self.find(EDITS), key=distance)
+            def distance(widget):
+                left, top, _, extent = area(widget)
+                return 3 * abs(top + extent / 2 - y - height / 2) + abs(left - x - width)
+            return min(self.find(roles), key=distance, default=None)
+        return self.await_that(f"nothing beside {caption}", search)
+
+    def edit_beside(self, caption):
+        return self.nearest(EDITS, caption)
 
     # Acting
 
