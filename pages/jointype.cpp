@@ -7,6 +7,7 @@
 #include "pages/dialogs/warning.h"
 #include "pages/helpertool.h"
 #include "pages/joinprogress.h"
+#include "pages/strut.h"
 #include "system/commandrunner.h"
 #include "system/probes.h"
 
@@ -29,6 +30,7 @@ QString defaultComputerName()
 JoinType::JoinType(QWidget* parent) : QWizardPage(parent), ui(new Ui::JoinType)
 {
     ui->setupUi(this);
+    alignChoicesWithDescriptions();
     setButtonText(QWizard::NextButton, tr("Join"));
     for (QWidget* widget : advancedWidgets())
         widget->hide();
@@ -47,6 +49,17 @@ JoinType::~JoinType()
     browser = nullptr;
     delete ui;
     delete loadCN;
+}
+
+// The choices are the page's, the descriptions beside them the frame's: each layout keeps the rows
+// and columns of the other.
+void JoinType::alignChoicesWithDescriptions()
+{
+    ui->descriptionLayout->addItem(new Strut(ui->AutoButton), 0, 0);
+    ui->descriptionLayout->addItem(new Strut(ui->ZoneButton), 1, 0);
+    ui->descriptionLayout->addItem(new Strut(ui->ZoneEdit), 2, 1);
+    ui->choiceLayout->addItem(new Strut(ui->label_2), 0, 1);
+    ui->choiceLayout->addItem(new Strut(ui->label_4), 1, 1);
 }
 
 void JoinType::initializePage()

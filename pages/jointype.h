@@ -46,6 +46,7 @@ private slots:
     void on_AutoButton_toggled(bool checked);
 
 private:
+    void alignChoicesWithDescriptions();
     QList<QWidget*> advancedWidgets() const;
     QStringList joinArguments() const;
     void refuseBrowsing();

@@ -1,0 +1,54 @@
+#include "pages/wrappinglabel.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QTextLayout>
+#include <QTextOption>
+#include <QtMath>
+
+QString WrappingLabel::shownText() const
+{
+    return text().trimmed();
+}
+
+QTextOption WrappingLabel::textOption() const
+{
+    QTextOption option(QStyle::visualAlignment(layoutDirection(), alignment()));
+    option.setTextDirection(layoutDirection());
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    return option;
+}
+
+QSize WrappingLabel::sizeHint() const
+{
+    const int width = QLabel::sizeHint().width();
+    return {width, heightForWidth(width)};
+}
+
+QSize WrappingLabel::minimumSizeHint() const
+{
+    return fontMetrics().size(Qt::TextSingleLine, QStringLiteral("mmmmmmmm"));
+}
+
+int WrappingLabel::heightForWidth(int width) const
+{
+    QTextLayout layout(shownText(), font(), this);
+    layout.setTextOption(textOption());
+    layout.beginLayout();
+    qreal height = 0;
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(width);
+        height += line.height();
+    }
+    layout.endLayout();
+    const QMargins margins = contentsMargins();
+    return qMax(qCeil(height), fontMetrics().height()) + margins.top() + margins.bottom();
+}
+
+void WrappingLabel::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setPen(palette().color(foregroundRole()));
+    painter.drawText(QRectF(contentsRect()), shownText(), textOption());
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QLabel>
+
+class QTextOption;
+
+// A label for a text that comes from outside, such as a domain: it breaks also within a word that
+// is wider than the label, and shows no line end at the text's end. Plain text only.
+class WrappingLabel : public QLabel
+{
+public:
+    using QLabel::QLabel;
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+    int heightForWidth(int width) const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QString shownText() const;
+    QTextOption textOption() const;
+};
