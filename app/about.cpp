@@ -1,6 +1,8 @@
 #include "app/about.h"
 #include "ui_about.h"
 
+#include "pages/dialogs/presentation.h"
+
 #include <QCoreApplication>
 #include <QFile>
 
@@ -60,6 +62,12 @@ about::about(QWidget* parent) : QDialog(parent), ui(new Ui::about)
 about::~about()
 {
     delete ui;
+}
+
+void about::showEvent(QShowEvent* event)
+{
+    QDialog::showEvent(event);
+    presentDialog(this, ui->name->text() + QLatin1Char('\n') + ui->version->text());
 }
 
 QString about::parse(QString line)

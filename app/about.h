@@ -19,6 +19,9 @@ public:
     // The value between the first "<string>" and the first "</string>" of a line, by position only.
     QString parse(QString line);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     Ui::about* ui;
 };

@@ -6,7 +6,10 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QKeyEvent>
 #include <QMenuBar>
+#include <QToolButton>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -31,18 +34,51 @@ Wizard::Wizard(QWidget* parent) : QWizard(parent), ui(new Ui::Wizard)
     takeOverButton(QWizard::NextButton, &Wizard::checkNext);
     takeOverButton(QWizard::BackButton, &Wizard::checkBack);
 
-    // Without a parent, a menu bar is the application's own on a Mac.
-    auto* menuBar = new QMenuBar(nullptr);
-    aboutMenu = menuBar->addMenu(tr("About"));
-    aboutAction = new QAction(tr("About"), this);
-    connect(aboutAction, &QAction::triggered, this, &Wizard::showAbout);
-    aboutMenu->addAction(aboutAction);
+    addAboutMenu();
 }
 
 Wizard::~Wizard()
 {
     delete aboutMenu->parentWidget();
     delete ui;
+}
+
+void Wizard::addAboutMenu()
+{
+    // Without a parent, a menu bar is the application's own on a Mac.
+    auto* menuBar = new QMenuBar(nullptr);
+    aboutMenu = menuBar->addMenu(tr("About"));
+    aboutAction = new QAction(tr("About"), this);
+    connect(aboutAction, &QAction::triggered, this, &Wizard::showAbout);
+    aboutMenu->addAction(aboutAction);
+    if (!menuBar->isNativeMenuBar())
+        offerAboutBesidePages();
+}
+
+// Without a menu bar that the desktop shows, the entry stands in the lower corner of the picture,
+// and F1 opens it from everywhere.
+void Wizard::offerAboutBesidePages()
+{
+    aboutAction->setShortcut(QKeySequence::HelpContents);
+    addAction(aboutAction);
+
+    auto* side = new QWidget;
+    auto* aboutButton = new QToolButton(side);
+    aboutButton->setObjectName(QStringLiteral("AboutButton"));
+    aboutButton->setDefaultAction(aboutAction);
+    aboutButton->setAutoRaise(true);
+    aboutButton->setFocusPolicy(Qt::TabFocus);
+    auto* layout = new QVBoxLayout(side);
+    layout->addStretch();
+    layout->addWidget(aboutButton, 0, Qt::AlignLeading);
+    setSideWidget(side);
+}
+
+// Escape is for dialogs: it doesn't throw away what was entered here.
+void Wizard::keyPressEvent(QKeyEvent* event)
+{
+    if (!event->matches(QKeySequence::Cancel))
+        QWizard::keyPressEvent(event);
 }
 
 void Wizard::takeOverButton(WizardButton which, void (Wizard::*step)())
@@ -60,8 +96,14 @@ void Wizard::showAbout()
 
 void Wizard::checkNext()
 {
+    // The button stays pressed, also after a key, as long as the page's check keeps the wizard
+    // busy.
+    QAbstractButton* pressed = button(QWizard::NextButton);
+    pressed->setDown(true);
+    pressed->repaint();
     next();
     pageAdjustment(true);
+    pressed->setDown(false);
 }
 
 void Wizard::checkBack()

@@ -23,6 +23,9 @@ public:
     // through, and Back is disabled where there is no way back.
     void pageAdjustment(bool forward);
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 private slots:
     void showAbout();
     void checkNext();
@@ -31,6 +34,8 @@ private slots:
 private:
     void takeOverButton(WizardButton which, void (Wizard::*step)());
     void passInterimPage(bool forward);
+    void addAboutMenu();
+    void offerAboutBesidePages();
 
     Ui::Wizard* ui;
     QAction* aboutAction;

@@ -4,12 +4,16 @@
 #include "pages/dialogs/warning.h"
 
 #include <QDebug>
+#include <QHeaderView>
 #include <QStandardItemModel>
 #include <QVector>
 
 cnbrowser::cnbrowser(QWidget* parent) : QDialog(parent), ui(new Ui::cnbrowser)
 {
     ui->setupUi(this);
+    // As wide as the names in view, so that deep ones can be scrolled to and none is cut off.
+    ui->browserTree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    ui->browserTree->header()->setResizeContentsPrecision(0);
 }
 
 cnbrowser::~cnbrowser()
@@ -64,6 +68,11 @@ void cnbrowser::drawCNTreeModel()
     ui->browserTree->setModel(model);
     ui->browserTree->setSelectionMode(QAbstractItemView::ExtendedSelection);
     ui->browserTree->setSelectionBehavior(QAbstractItemView::SelectRows);
+    // What can be chosen lies below the domain's own components.
+    for (QModelIndex component = model->index(0, 0);
+         component.data().toString().startsWith(QLatin1String("DC"));
+         component = model->index(0, 0, component))
+        ui->browserTree->expand(component);
     drawnDomain = domain;
     emit treeDrawingDone(CNBROWSER_SUCCESS);
 }

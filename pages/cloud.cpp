@@ -1,6 +1,7 @@
 #include "pages/cloud.h"
 #include "ui_cloud.h"
 
+#include "pages/shortcut.h"
 #include "system/probes.h"
 
 #include <QWizard>
@@ -9,6 +10,7 @@
 Cloud::Cloud(QWidget* parent) : QWizardPage(parent), ui(new Ui::Cloud)
 {
     ui->setupUi(this);
+    setShortcut(ui->downloadButton, Qt::CTRL | Qt::SHIFT | Qt::Key_D);
 }
 
 void Cloud::initializePage() {}

@@ -7,6 +7,7 @@
 #include "pages/dialogs/warning.h"
 #include "pages/helpertool.h"
 #include "pages/joinprogress.h"
+#include "pages/shortcut.h"
 #include "pages/strut.h"
 #include "system/commandrunner.h"
 #include "system/probes.h"
@@ -31,6 +32,8 @@ JoinType::JoinType(QWidget* parent) : QWizardPage(parent), ui(new Ui::JoinType)
 {
     ui->setupUi(this);
     alignChoicesWithDescriptions();
+    makeReachableByKeysAndEar();
+    strengthenPlaceholder();
     setButtonText(QWizard::NextButton, tr("Join"));
     for (QWidget* widget : advancedWidgets())
         widget->hide();
@@ -60,6 +63,36 @@ void JoinType::alignChoicesWithDescriptions()
     ui->descriptionLayout->addItem(new Strut(ui->ZoneEdit), 2, 1);
     ui->choiceLayout->addItem(new Strut(ui->label_2), 0, 1);
     ui->choiceLayout->addItem(new Strut(ui->label_4), 1, 1);
+}
+
+// The toggle and the check boxes that take no focus have shortcuts instead, which their tool tips
+// tell; each choice is read out with the description beside it.
+void JoinType::makeReachableByKeysAndEar()
+{
+    setShortcut(ui->AdvancedButton, Qt::CTRL | Qt::SHIFT | Qt::Key_A);
+    setShortcut(ui->ForceLeave, Qt::CTRL | Qt::SHIFT | Qt::Key_O);
+    setShortcut(ui->ContainerDNLabel, Qt::CTRL | Qt::SHIFT | Qt::Key_C);
+    setShortcut(ui->PDSLabel, Qt::CTRL | Qt::SHIFT | Qt::Key_P);
+    setShortcut(ui->AliasLabel, Qt::CTRL | Qt::SHIFT | Qt::Key_L);
+    ui->AutoButton->setAccessibleDescription(ui->label_2->text());
+    ui->ZoneButton->setAccessibleDescription(ui->label_4->text());
+}
+
+// Half as strong as text, which is Qt's default, is too faint to be read easily.
+void JoinType::strengthenPlaceholder()
+{
+    QColor color = palette().color(QPalette::Text);
+    color.setAlphaF(0.7);
+    QPalette change;
+    change.setColor(QPalette::PlaceholderText, color);
+    ui->ZoneEdit->setPalette(change);
+}
+
+void JoinType::changeEvent(QEvent* event)
+{
+    QWizardPage::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        strengthenPlaceholder();
 }
 
 void JoinType::initializePage()

@@ -34,6 +34,9 @@ public:
     // returns the run's result code. `args` stays the caller's.
     int runMVJoin(char** args);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 signals:
     // The run's end; emitted on the worker thread.
     void finishedMVJoin();
@@ -46,7 +49,9 @@ private slots:
     void on_AutoButton_toggled(bool checked);
 
 private:
+    void strengthenPlaceholder();
     void alignChoicesWithDescriptions();
+    void makeReachableByKeysAndEar();
     QList<QWidget*> advancedWidgets() const;
     QStringList joinArguments() const;
     void refuseBrowsing();

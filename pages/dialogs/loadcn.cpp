@@ -1,6 +1,8 @@
 #include "pages/dialogs/loadcn.h"
 #include "ui_loadcn.h"
 
+#include "pages/dialogs/presentation.h"
+
 LoadCN::LoadCN(QWidget* parent) : QDialog(parent), ui(new Ui::LoadCN)
 {
     ui->setupUi(this);
@@ -11,6 +13,12 @@ LoadCN::LoadCN(QWidget* parent) : QDialog(parent), ui(new Ui::LoadCN)
 LoadCN::~LoadCN()
 {
     delete ui;
+}
+
+void LoadCN::showEvent(QShowEvent* event)
+{
+    QDialog::showEvent(event);
+    presentDialog(this, ui->label->text());
 }
 
 void LoadCN::setLabel(QString text)

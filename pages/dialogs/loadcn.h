@@ -21,6 +21,9 @@ public:
     // 0 to 100; stands at 99 from the start.
     void setProgressBar(int value);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     Ui::LoadCN* ui;
 };

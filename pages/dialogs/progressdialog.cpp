@@ -1,7 +1,16 @@
 #include "pages/dialogs/progressdialog.h"
 
+#include "pages/dialogs/presentation.h"
+
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QLabel>
+
+void ProgressDialog::showEvent(QShowEvent* event)
+{
+    QDialog::showEvent(event);
+    presentDialog(this, findChild<QLabel*>()->text());
+}
 
 void ProgressDialog::keyPressEvent(QKeyEvent* event)
 {

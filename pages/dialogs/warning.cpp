@@ -1,7 +1,10 @@
 #include "pages/dialogs/warning.h"
 #include "ui_warning.h"
 
+#include "pages/dialogs/presentation.h"
+
 #include <QPixmap>
+#include <QPushButton>
 #include <QTextDocument>
 
 namespace {
@@ -33,11 +36,22 @@ Warning::Warning(QWidget* parent) : QDialog(parent), ui(new Ui::Warning)
     ui->WarningLabel->setDocument(new MessageDocument(ui->WarningLabel));
     ui->WarningLabel->setOpenLinks(false);
     setWindowTitle(tr("WARNING"));
+    // A desktop theme's icon on the one button would only distract from the message.
+    ui->buttonBox->button(QDialogButtonBox::Ok)->setIcon(QIcon());
+    // The message, not the button: screen readers read it, and the arrow keys scroll it. Return
+    // still presses the button.
+    ui->WarningLabel->setFocus();
 }
 
 Warning::~Warning()
 {
     delete ui;
+}
+
+void Warning::showEvent(QShowEvent* event)
+{
+    QDialog::showEvent(event);
+    presentDialog(this, ui->WarningLabel->toPlainText());
 }
 
 void Warning::setWarning(QString text)

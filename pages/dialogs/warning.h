@@ -19,6 +19,9 @@ public:
     void setWarning(QString text);
     void setTitle(QString title);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     Ui::Warning* ui;
 };

@@ -1,0 +1,34 @@
+#include "pages/dialogs/presentation.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QDialog>
+#include <QWindow>
+#include <QWizard>
+
+namespace {
+
+// The active window, or the wizard while no window is active, as just after a dialog has closed.
+QWidget* windowBelow(const QDialog* dialog)
+{
+    QWidget* active = QApplication::activeWindow();
+    if (active != nullptr && active != dialog && active->isVisible())
+        return active;
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->isVisible() && qobject_cast<QWizard*>(window) != nullptr)
+            return window;
+    return nullptr;
+}
+
+} // namespace
+
+void presentDialog(QDialog* dialog, const QString& message)
+{
+    if (QWidget* below = windowBelow(dialog)) {
+        dialog->windowHandle()->setTransientParent(below->windowHandle());
+        dialog->move(below->frameGeometry().center() - dialog->rect().center());
+    }
+    dialog->setAccessibleDescription(message);
+    QAccessibleEvent alert(dialog, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}

@@ -1,0 +1,9 @@
+#pragma once
+
+class QDialog;
+class QString;
+
+// For a dialog without a parent, when it is shown: centres it over the window that the user works
+// in, where the window system lets it, keeps it in front of that window, and has screen readers
+// read `message` out. User-interface thread.
+void presentDialog(QDialog* dialog, const QString& message);
