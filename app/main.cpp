@@ -6,6 +6,9 @@
 
 int main(int argc, char* argv[])
 {
+    // Sharp icons on dense screens, also where Qt does the scaling.
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication application(argc, argv);
     keepWorkerReady();
     Wizard wizard;

@@ -8,6 +8,7 @@
 #include <QAction>
 #include <QKeyEvent>
 #include <QMenuBar>
+#include <QPainter>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -26,6 +27,7 @@ Wizard::Wizard(QWidget* parent) : QWizard(parent), ui(new Ui::Wizard)
 {
     // The images lie in a static library, from which the linker takes only what is named.
     Q_INIT_RESOURCE(Resources);
+    Q_INIT_RESOURCE(Sharp);
 
     setWizardStyle(QWizard::MacStyle);
     setPixmap(QWizard::BackgroundPixmap, QPixmap(QStringLiteral(":/:/background.png")));
@@ -62,7 +64,7 @@ void Wizard::offerAboutBesidePages()
     aboutAction->setShortcut(QKeySequence::HelpContents);
     addAction(aboutAction);
 
-    auto* side = new QWidget;
+    auto* side = new QWidget(this);
     auto* aboutButton = new QToolButton(side);
     aboutButton->setObjectName(QStringLiteral("AboutButton"));
     aboutButton->setDefaultAction(aboutAction);
@@ -72,6 +74,17 @@ void Wizard::offerAboutBesidePages()
     layout->addStretch();
     layout->addWidget(aboutButton, 0, Qt::AlignLeading);
     setSideWidget(side);
+    setTabOrder(button(QWizard::FinishButton), aboutButton);
+}
+
+// A dense screen gets the background with as many pixels as it can show; QWizard's own would be
+// blown up there.
+void Wizard::paintEvent(QPaintEvent* event)
+{
+    if (devicePixelRatioF() > 1)
+        QPainter(this).drawPixmap(rect(), QPixmap(QStringLiteral(":/sharp/background.png")));
+    else
+        QWizard::paintEvent(event);
 }
 
 // Escape is for dialogs: it doesn't throw away what was entered here.

@@ -24,6 +24,7 @@ public:
     void pageAdjustment(bool forward);
 
 protected:
+    void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private slots:

@@ -58,6 +58,9 @@ JoinType::~JoinType()
 // and columns of the other.
 void JoinType::alignChoicesWithDescriptions()
 {
+    const int edge = ui->frame->frameWidth();
+    ui->choiceLayout->setContentsMargins(ui->descriptionLayout->contentsMargins() +
+                                         QMargins(edge, edge, edge, edge));
     ui->descriptionLayout->addItem(new Strut(ui->AutoButton), 0, 0);
     ui->descriptionLayout->addItem(new Strut(ui->ZoneButton), 1, 0);
     ui->descriptionLayout->addItem(new Strut(ui->ZoneEdit), 2, 1);

@@ -13,6 +13,8 @@ public:
     explicit WrappingButton(QWidget* parent = nullptr) : Button(parent)
     {
         QSizePolicy policy = this->sizePolicy();
+        policy.setHorizontalPolicy(QSizePolicy::Preferred);
+        policy.setVerticalPolicy(QSizePolicy::Preferred);
         policy.setHeightForWidth(true);
         this->setSizePolicy(policy);
     }

@@ -1,0 +1,135 @@
+#include "tests/looks/clippings.h"
+
+#include "pages/wrappinglabel.h"
+
+#include <QAbstractButton>
+#include <QFrame>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTextBrowser>
+#include <QToolTip>
+#include <QTreeView>
+
+namespace {
+
+bool isMeasured(const QWidget* widget)
+{
+    if (!widget->isVisible())
+        return false;
+    if (const auto* label = qobject_cast<const QLabel*>(widget))
+        return !label->text().isEmpty() || label->pixmap(Qt::ReturnByValue).width() > 0;
+    return qobject_cast<const QAbstractButton*>(widget) != nullptr ||
+           qobject_cast<const QLineEdit*>(widget) != nullptr ||
+           qobject_cast<const QProgressBar*>(widget) != nullptr ||
+           qobject_cast<const QTextBrowser*>(widget) != nullptr ||
+           qobject_cast<const QTreeView*>(widget) != nullptr;
+}
+
+QRect placeIn(const QWidget* window, const QWidget* widget)
+{
+    return {widget->mapTo(window, QPoint()), widget->size()};
+}
+
+QString sizes(const QString& what, int given, int needed)
+{
+    return QStringLiteral("%1 is %2, needs %3").arg(what).arg(given).arg(needed);
+}
+
+int widestWord(const QWidget* widget, const QString& text)
+{
+    int widest = 0;
+    for (const QString& word : text.split(QRegExp(QStringLiteral("\\s+"))))
+        widest = qMax(widest, widget->fontMetrics().horizontalAdvance(word));
+    return widest;
+}
+
+// The text wraps: its words have to fit into the width, and its lines into the height.
+void measureWrapped(const QWidget* widget, const QString& text, QStringList* found)
+{
+    const bool breaksWords = dynamic_cast<const WrappingLabel*>(widget) != nullptr;
+    const int word = breaksWords ? 0 : widestWord(widget, text);
+    if (widget->width() < word)
+        *found << sizes(QStringLiteral("width"), widget->width(), word);
+    const int height = widget->heightForWidth(widget->width());
+    if (widget->height() < height)
+        *found << sizes(QStringLiteral("height"), widget->height(), height);
+}
+
+void measureHint(const QWidget* widget, const QSize& needed, QStringList* found)
+{
+    if (widget->width() < needed.width())
+        *found << sizes(QStringLiteral("width"), widget->width(), needed.width());
+    if (widget->height() < needed.height())
+        *found << sizes(QStringLiteral("height"), widget->height(), needed.height());
+}
+
+// An edit scrolls what is typed, but shows a useful part of it and all of its placeholder.
+QSize neededBy(const QLineEdit* edit)
+{
+    const int frame = edit->minimumSizeHint().width() - edit->fontMetrics().maxWidth();
+    const int part = edit->fontMetrics().averageCharWidth() * 8;
+    const int placeholder = edit->fontMetrics().horizontalAdvance(edit->placeholderText());
+    return {qMax(edit->minimumSizeHint().width(), frame + qMax(part, placeholder)),
+            edit->sizeHint().height()};
+}
+
+QStringList measured(const QWidget* widget)
+{
+    QStringList found;
+    if (const auto* edit = qobject_cast<const QLineEdit*>(widget)) {
+        measureHint(widget, neededBy(edit), &found);
+    } else if (const auto* button = qobject_cast<const QAbstractButton*>(widget)) {
+        if (button->hasHeightForWidth())
+            measureWrapped(widget, button->text(), &found);
+        else if (!button->text().isEmpty())
+            measureHint(widget, widget->sizeHint(), &found);
+    } else if (const auto* label = qobject_cast<const QLabel*>(widget)) {
+        if (label->wordWrap())
+            measureWrapped(widget, label->text(), &found);
+        else if (!label->text().isEmpty())
+            measureHint(widget, widget->sizeHint(), &found);
+    } else {
+        measureHint(widget, widget->minimumSizeHint(), &found);
+    }
+    for (const QWidget* parent = widget->parentWidget(); !widget->isWindow() && parent != nullptr;
+         parent = parent->parentWidget()) {
+        if (!parent->rect().contains({widget->mapTo(parent, QPoint()), widget->size()}))
+            found << QStringLiteral("it lies partly outside of ") + parent->objectName();
+        if (parent->isWindow())
+            break;
+    }
+    return found;
+}
+
+QString described(const QWidget* widget)
+{
+    return QStringLiteral("%1 %2").arg(QLatin1String(widget->metaObject()->className()),
+                                       widget->objectName());
+}
+
+} // namespace
+
+QStringList clippings(const QWidget* window)
+{
+    QList<const QWidget*> widgets;
+    for (const QWidget* widget : window->findChildren<QWidget*>())
+        if (isMeasured(widget) && widget->window() == window)
+            widgets << widget;
+
+    QStringList found;
+    for (int i = 0; i < widgets.size(); ++i) {
+        for (const QString& finding : measured(widgets.at(i)))
+            found << described(widgets.at(i)) + QStringLiteral(": ") + finding;
+        for (int j = i + 1; j < widgets.size(); ++j) {
+            const bool nested = widgets.at(i)->isAncestorOf(widgets.at(j)) ||
+                                widgets.at(j)->isAncestorOf(widgets.at(i));
+            if (!nested &&
+                placeIn(window, widgets.at(i)).intersects(placeIn(window, widgets.at(j))))
+                found << described(widgets.at(i)) + QStringLiteral(" overlaps with ") +
+                             described(widgets.at(j));
+        }
+    }
+    return found;
+}

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QStringList>
+
+class QWidget;
+
+// What can't be read or used as a whole in a window: each visible label, button and edit that is
+// smaller than its text needs, lies partly outside of its parents, or overlaps with another one.
+// One sentence for each.
+QStringList clippings(const QWidget* window);

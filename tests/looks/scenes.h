@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QStringList>
+
+#include <memory>
+
+class QWidget;
+
+// The pages and dialogs of the assistant in their main states, each reached the way a person
+// reaches it, in the test world.
+namespace Scenes {
+
+// What the user sees of the domain and of the Mac; the default is the documents' example.
+struct Setting
+{
+    QByteArray domain = "ad.example.com";
+    QByteArray zone = "MacZone";
+    QByteArray computer = "mac-0142";
+};
+
+class Scene
+{
+public:
+    virtual ~Scene() = default;
+    // The page's wizard, or the dialog; visible and laid out.
+    virtual QWidget* window() const = 0;
+    // What differs from scene to scene: the wizard's current page, or the dialog.
+    virtual QWidget* content() const
+    {
+        return window();
+    }
+};
+
+// In the order in which they are met.
+QStringList names();
+// Puts the world into the scene's state and opens it.
+std::unique_ptr<Scene> open(const QString& name, const Setting& setting = {});
+
+} // namespace Scenes

@@ -1,0 +1,240 @@
+#include "tests/looks/scenes.h"
+#include "tests/support/worldtest.h"
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTextBrowser>
+#include <QTreeView>
+
+#include <cmath>
+
+namespace {
+
+constexpr qreal leastContrast = 4.5;
+
+QPalette macLight()
+{
+    QPalette palette(QColor(0xec, 0xec, 0xec));
+    palette.setColor(QPalette::Highlight, QColor(0x00, 0x63, 0xe1));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    return palette;
+}
+
+QPalette macDark()
+{
+    QPalette palette(QColor(0x46, 0x46, 0x46), QColor(0x32, 0x32, 0x32));
+    palette.setColor(QPalette::Base, QColor(0x1e, 0x1e, 0x1e));
+    palette.setColor(QPalette::AlternateBase, QColor(0x28, 0x28, 0x28));
+    for (const QPalette::ColorRole role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::BrightText,
+          QPalette::HighlightedText})
+        palette.setColor(role, Qt::white);
+    palette.setColor(QPalette::Highlight, QColor(0x00, 0x58, 0xd0));
+    return palette;
+}
+
+// Relative luminance and contrast as the Web Content Accessibility Guidelines define them.
+qreal luminance(const QColor& color)
+{
+    const auto linear = [](qreal part) {
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+           0.0722 * linear(color.blueF());
+}
+
+qreal contrast(const QColor& one, const QColor& other)
+{
+    const qreal a = luminance(one);
+    const qreal b = luminance(other);
+    return (qMax(a, b) + 0.05) / (qMin(a, b) + 0.05);
+}
+
+bool showsText(const QWidget* widget)
+{
+    // What can't be used at the moment is faint by the desktop's convention.
+    if (!widget->isVisible() || !widget->isEnabled())
+        return false;
+    if (const auto* label = qobject_cast<const QLabel*>(widget))
+        return !label->text().isEmpty();
+    if (const auto* button = qobject_cast<const QAbstractButton*>(widget))
+        return !button->text().isEmpty();
+    if (const auto* edit = qobject_cast<const QLineEdit*>(widget))
+        return !edit->text().isEmpty() || !edit->placeholderText().isEmpty();
+    return qobject_cast<const QTextBrowser*>(widget) != nullptr ||
+           qobject_cast<const QTreeView*>(widget) != nullptr;
+}
+
+// The widget's part of the window, as it is and with its texts as transparent as glass.
+struct Pictures
+{
+    QImage withText;
+    QImage withoutText;
+};
+
+QImage partOf(QWidget* window, const QWidget* widget, const QRect& place)
+{
+    const QRect part(widget->mapTo(window, place.topLeft()), place.size());
+    return window->grab(part).toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+Pictures picturesOf(QWidget* window, QWidget* widget, const QRect& place)
+{
+    Pictures pictures;
+    pictures.withText = partOf(window, widget, place);
+    const QPalette before = widget->palette();
+    const bool wasSet = widget->testAttribute(Qt::WA_SetPalette);
+    QPalette glass = before;
+    for (const QPalette::ColorRole role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::PlaceholderText,
+          QPalette::HighlightedText})
+        glass.setColor(role, Qt::transparent);
+    widget->setPalette(glass);
+    pictures.withoutText = partOf(window, widget, place);
+    widget->setPalette(wasSet ? before : QPalette());
+    return pictures;
+}
+
+// The contrast of the text, as its strongest pixel shows it, to the ground that is worst for it. 0
+// when no text is seen.
+qreal textContrast(const Pictures& pictures)
+{
+    qreal strongest = 0;
+    QColor text;
+    QList<QColor> grounds;
+    for (int y = 0; y < pictures.withText.height(); ++y) {
+        for (int x = 0; x < pictures.withText.width(); ++x) {
+            const QColor with = pictures.withText.pixelColor(x, y);
+            const QColor without = pictures.withoutText.pixelColor(x, y);
+            if (with == without)
+                continue;
+            if (!grounds.contains(without))
+                grounds << without;
+            if (contrast(with, without) > strongest) {
+                strongest = contrast(with, without);
+                text = with;
+            }
+        }
+    }
+    qreal worst = strongest;
+    for (const QColor& ground : grounds)
+        worst = qMin(worst, contrast(text, ground));
+    return worst;
+}
+
+} // namespace
+
+class TestContrast : public WorldTest
+{
+    Q_OBJECT
+
+private slots:
+    void textCanBeRead_data();
+    void textCanBeRead();
+    void faintTextIsFound();
+    void chosenContainerCanBeRead_data();
+    void chosenContainerCanBeRead();
+    void imagesStandOut_data();
+    void imagesStandOut();
+};
+
+void TestContrast::textCanBeRead_data()
+{
+    QTest::addColumn<QPalette>("palette");
+    QTest::addColumn<QString>("scene");
+    for (const QString& name : Scenes::names()) {
+        QTest::newRow(qPrintable(name + ", light")) << macLight() << name;
+        QTest::newRow(qPrintable(name + ", dark")) << macDark() << name;
+    }
+}
+
+void TestContrast::textCanBeRead()
+{
+    QFETCH(QPalette, palette);
+    QFETCH(QString, scene);
+    QApplication::setPalette(palette);
+    const auto opened = Scenes::open(scene);
+    int texts = 0;
+    for (auto* widget : opened->window()->findChildren<QWidget*>()) {
+        if (!showsText(widget))
+            continue;
+        const qreal found = textContrast(picturesOf(opened->window(), widget, widget->rect()));
+        QVERIFY2(
+            found >= leastContrast,
+            qPrintable(QStringLiteral("%1: contrast of %2").arg(widget->objectName()).arg(found)));
+        ++texts;
+    }
+    QVERIFY(texts > 0);
+}
+
+void TestContrast::faintTextIsFound()
+{
+    QApplication::setPalette(macLight());
+    const auto opened = Scenes::open(QStringLiteral("credentials"));
+    auto* label = child<QLabel>(opened->content(), QStringLiteral("label_4"));
+    QPalette faint;
+    faint.setColor(QPalette::WindowText, QColor(0x90, 0x90, 0x90));
+    label->setPalette(faint);
+    const qreal found = textContrast(picturesOf(opened->window(), label, label->rect()));
+    QVERIFY(found > 1);
+    QVERIFY(found < leastContrast);
+}
+
+void TestContrast::chosenContainerCanBeRead_data()
+{
+    QTest::addColumn<QPalette>("palette");
+    QTest::newRow("light") << macLight();
+    QTest::newRow("dark") << macDark();
+}
+
+void TestContrast::chosenContainerCanBeRead()
+{
+    QFETCH(QPalette, palette);
+    QApplication::setPalette(palette);
+    const auto opened = Scenes::open(QStringLiteral("containers"));
+    auto* tree = child<QTreeView>(opened->content(), QStringLiteral("browserTree"));
+    tree->setFocus();
+    tree->setCurrentIndex(tree->model()->index(0, 0));
+    const QRect row = tree->visualRect(tree->currentIndex());
+    const Pictures pictures =
+        picturesOf(opened->window(), tree, row.translated(tree->viewport()->pos()));
+    QVERIFY(textContrast(pictures) >= leastContrast);
+}
+
+void TestContrast::imagesStandOut_data()
+{
+    QTest::addColumn<QPalette>("palette");
+    QTest::addColumn<QString>("image");
+    for (const char* name :
+         {"up", "down", "help", "lock icon", "adlock icon", "blanklock", "Morvanta"}) {
+        QTest::newRow(qPrintable(QStringLiteral("%1, light").arg(name))) << macLight() << name;
+        QTest::newRow(qPrintable(QStringLiteral("%1, dark").arg(name))) << macDark() << name;
+    }
+}
+
+// An image that means something needs a contrast of 3 : 1.
+void TestContrast::imagesStandOut()
+{
+    QFETCH(QPalette, palette);
+    QFETCH(QString, image);
+    Q_INIT_RESOURCE(Resources);
+    const QImage pixels(QStringLiteral(":/:/%1.png").arg(image));
+    QVERIFY(!pixels.isNull());
+    int seen = 0;
+    int drawn = 0;
+    for (int y = 0; y < pixels.height(); ++y) {
+        for (int x = 0; x < pixels.width(); ++x) {
+            const QColor pixel = pixels.pixelColor(x, y);
+            if (pixel.alpha() < 255)
+                continue;
+            ++drawn;
+            if (contrast(pixel, palette.color(QPalette::Window)) >= 3)
+                ++seen;
+        }
+    }
+    QVERIFY2(seen * 10 >= drawn * 6, qPrintable(QStringLiteral("%1 of %2").arg(seen).arg(drawn)));
+}
+
+WORLD_TEST_MAIN(TestContrast)
+#include "tst_contrast.moc"

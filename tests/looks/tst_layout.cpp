@@ -1,0 +1,196 @@
+#include "tests/looks/clippings.h"
+#include "tests/looks/scenes.h"
+#include "tests/support/worldtest.h"
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScreen>
+#include <QtMath>
+
+namespace {
+
+// A domain of 64 characters.
+const Scenes::Setting longNames{"research-and-development.manufacturing.subsidiary.example-it.com",
+                                "MacZone", "research-mac-0142-on-the-second-floor"};
+
+QString lengthened(const QString& text)
+{
+    return text.isEmpty() ? text : text + QLatin1Char(' ') + text.left(text.size() * 3 / 10);
+}
+
+// As a translation into a wordier language would have them.
+void lengthenTexts(const QWidget* window)
+{
+    for (auto* label : window->findChildren<QLabel*>())
+        label->setText(lengthened(label->text()));
+    for (auto* button : window->findChildren<QAbstractButton*>())
+        button->setText(lengthened(button->text()));
+    for (auto* edit : window->findChildren<QLineEdit*>())
+        edit->setPlaceholderText(lengthened(edit->placeholderText()));
+}
+
+void setFontSize(int points)
+{
+    QFont font = QApplication::font();
+    font.setPointSize(points);
+    QApplication::setFont(font);
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+}
+
+// Longer texts are held against the sizes of a Mac, where 16 points are 16 pixels.
+int biggestSize(bool longTexts)
+{
+    const qreal dotsPerPoint = QApplication::primaryScreen()->logicalDotsPerInch() / 72;
+    return longTexts ? qFloor(16 / dotsPerPoint) : 16;
+}
+
+QStringList clippingsInAllSizes(const QWidget* window, int biggest)
+{
+    QStringList found;
+    for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        QApplication::setLayoutDirection(direction);
+        for (int points = 9; points <= biggest; ++points) {
+            setFontSize(points);
+            for (const QString& finding : clippings(window))
+                found << QStringLiteral("%1 points, %2: %3")
+                             .arg(points)
+                             .arg(direction == Qt::LeftToRight ? "left to right" : "right to left")
+                             .arg(finding);
+        }
+    }
+    return found;
+}
+
+int leftOf(const QWidget* widget)
+{
+    return widget->mapTo(widget->window(), QPoint()).x();
+}
+
+int topOf(const QWidget* widget)
+{
+    return widget->mapTo(widget->window(), QPoint()).y();
+}
+
+} // namespace
+
+class TestLayout : public WorldTest
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+    void nothingIsCutOff_data();
+    void nothingIsCutOff();
+    void clippingIsFound();
+    void choicesStandBesideTheirDescriptions();
+    void editsAreAligned_data();
+    void editsAreAligned();
+    void windowsKeepTheirSizes_data();
+    void windowsKeepTheirSizes();
+};
+
+void TestLayout::cleanup()
+{
+    QApplication::setLayoutDirection(Qt::LeftToRight);
+    WorldTest::cleanup();
+}
+
+void TestLayout::nothingIsCutOff_data()
+{
+    QTest::addColumn<QString>("scene");
+    QTest::addColumn<bool>("longTexts");
+    for (const QString& name : Scenes::names()) {
+        QTest::newRow(qPrintable(name)) << name << false;
+        QTest::newRow(qPrintable(name + ", 30 % longer")) << name << true;
+    }
+}
+
+void TestLayout::nothingIsCutOff()
+{
+    QFETCH(QString, scene);
+    QFETCH(bool, longTexts);
+    const auto opened = Scenes::open(scene, longNames);
+    if (longTexts)
+        lengthenTexts(opened->window());
+    const QStringList found = clippingsInAllSizes(opened->window(), biggestSize(longTexts));
+    QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
+}
+
+void TestLayout::clippingIsFound()
+{
+    setFontSize(12);
+    const auto opened = Scenes::open(QStringLiteral("credentials"));
+    QCOMPARE(clippings(opened->window()), QStringList());
+    auto* introduction = child<QLabel>(opened->content(), QStringLiteral("label_4"));
+    introduction->resize(introduction->width(), introduction->height() / 2);
+    QCOMPARE(clippings(opened->window()).size(), 1);
+    introduction->resize(introduction->width(), opened->window()->height());
+    const QStringList found = clippings(opened->window());
+    QVERIFY(!found.filter(QStringLiteral("partly outside")).isEmpty());
+    QVERIFY(!found.filter(QStringLiteral("overlaps with QLabel label_4")).isEmpty());
+}
+
+void TestLayout::choicesStandBesideTheirDescriptions()
+{
+    const auto opened = Scenes::open(QStringLiteral("join-options-advanced"));
+    const auto find = [&](const char* name) {
+        return child<QWidget>(opened->content(), QString::fromLatin1(name));
+    };
+    for (int points = 9; points <= 16; ++points) {
+        setFontSize(points);
+        QCOMPARE(topOf(find("AutoButton")), topOf(find("label_2")));
+        QCOMPARE(topOf(find("ZoneButton")), topOf(find("label_4")));
+        QVERIFY(topOf(find("ZoneEdit")) > topOf(find("label_4")) + find("label_4")->height());
+        QCOMPARE(leftOf(find("ZoneEdit")), leftOf(find("label_4")));
+        QCOMPARE(leftOf(find("ZoneEdit")), leftOf(find("label_2")));
+    }
+}
+
+void TestLayout::editsAreAligned_data()
+{
+    QTest::addColumn<QString>("scene");
+    QTest::addColumn<QStringList>("edits");
+    QTest::newRow("unbind") << "unbind" << QStringList{"ADUser", "ADPass"};
+    QTest::newRow("credentials") << "credentials"
+                                 << QStringList{"DomainEdit", "UsernameEdit", "PasswordEdit"};
+    QTest::newRow("options") << "join-options-advanced"
+                             << QStringList{"ContainerDNEdit", "PDSEdit", "AliasEdit"};
+    QTest::newRow("leave") << "leave"
+                           << QStringList{"ComputerName_Val", "ActiveDirectory_Val",
+                                          "JoinedZone_Val", "UsernameEdit", "PasswordEdit"};
+}
+
+void TestLayout::editsAreAligned()
+{
+    QFETCH(QString, scene);
+    QFETCH(QStringList, edits);
+    const auto opened = Scenes::open(scene);
+    for (int points = 9; points <= 16; ++points) {
+        setFontSize(points);
+        for (const QString& edit : edits)
+            QCOMPARE(leftOf(child<QWidget>(opened->content(), edit)),
+                     leftOf(child<QWidget>(opened->content(), edits.first())));
+    }
+}
+
+void TestLayout::windowsKeepTheirSizes_data()
+{
+    QTest::addColumn<QString>("scene");
+    for (const QString& name : Scenes::names())
+        QTest::newRow(qPrintable(name)) << name;
+}
+
+void TestLayout::windowsKeepTheirSizes()
+{
+    QFETCH(QString, scene);
+    const auto opened = Scenes::open(scene, longNames);
+    const QSize size = opened->window()->size();
+    lengthenTexts(opened->window());
+    setFontSize(16);
+    QCOMPARE(opened->window()->size(), size);
+}
+
+WORLD_TEST_MAIN(TestLayout)
+#include "tst_layout.moc"
