@@ -16,7 +16,7 @@ constexpr qreal leastContrast = 4.5;
 QPalette macLight()
 {
     QPalette palette(QColor(0xec, 0xec, 0xec));
-    palette.setColor(QPalette::Highlight, QColor(0x00, 0x63, 0xe1));
+    palette.setColor(QPalette::Highlight, QColor(0x00, 0x58, 0xd0));
     palette.setColor(QPalette::HighlightedText, Qt::white);
     return palette;
 }
