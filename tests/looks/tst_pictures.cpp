@@ -22,8 +22,11 @@ void TestPictures::everySceneHasItsPicture()
     for (const QString& name : Scenes::names())
         files << name + QStringLiteral(".png");
     files.sort();
-    QCOMPARE(QDir(QStringLiteral(PICTURES_FOLDER)).entryList({"*.png"}, QDir::Files, QDir::Name),
-             files);
+    QStringList pictures =
+        QDir(QStringLiteral(PICTURES_FOLDER)).entryList({"*.png"}, QDir::Files, QDir::Name);
+    // Taken on the practice Mac, by its tour.
+    pictures = pictures.filter(QRegularExpression(QStringLiteral("^(?!tour-)")));
+    QCOMPARE(pictures, files);
 }
 
 void TestPictures::pictureShowsTheScene_data()
