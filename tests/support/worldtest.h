@@ -35,8 +35,9 @@ QStringList warningsDuring(const std::function<void()>& action);
 void withModalDialogs(const std::function<void()>& action,
                       const std::function<void(QWidget*)>& handle);
 
-// Runs an action that runs a tool, whose answer is held, behind a progress dialog. Calls `inspect`
-// with the dialog while the tool runs, then lets the tool end.
+// Runs an action that runs a tool, for the first time since World::forgetCalls(), whose answer is
+// held. Calls `inspect` with the modal dialog, null for none, while the tool runs; then lets the
+// tool end.
 void whileRunning(const QString& tool, const std::function<void()>& action,
                   const std::function<void(QWidget*)>& inspect);
 
