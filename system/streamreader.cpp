@@ -26,3 +26,13 @@ bool readChunk(char* chunk, int size, FILE* stream)
     chunk[length] = '\0';
     return length > 0;
 }
+
+size_t readBlock(char* block, size_t size, FILE* stream)
+{
+    size_t length = fread(block, 1, size, stream);
+    while (length < size && ferror(stream) != 0 && errno == EINTR) {
+        clearerr(stream);
+        length += fread(block + length, 1, size - length, stream);
+    }
+    return length;
+}

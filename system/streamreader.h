@@ -12,3 +12,6 @@ int readByte(FILE* stream);
 // Reads as fgets() does: up to size - 1 bytes, ended after a line end, and a NUL after them. False
 // when there is nothing left.
 bool readChunk(char* chunk, int size, FILE* stream);
+
+// Fills the block unless the stream ends first; returns how many bytes it holds.
+size_t readBlock(char* block, size_t size, FILE* stream);
