@@ -1,0 +1,35 @@
+#pragma once
+
+#include "benchmarks/containernames.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <benchmark/benchmark.h>
+#include <functional>
+
+// What the benchmarks share. Each runs once in a process of its own, which ./bench starts, since
+// the program as well loads a tree into fresh memory; nothing that it builds is released.
+
+// The folder with the inputs, from the command line.
+extern QString inputFolder;
+
+// The names of a directory of state.range(0) containers, in the order of state.range(1), a line
+// each.
+QByteArray listing(const benchmark::State& state);
+
+// The application object, made at the first call.
+void needApplication();
+
+// Processor time in seconds that this process, without its children, has used.
+double processorTime();
+
+// Runs an action as often as its size asks for and takes the processor time of each run.
+void measure(benchmark::State& state, const std::function<void()>& action);
+
+// Resident memory of this process in bytes, now and at most so far.
+double residentMemory();
+double peakMemory();
+
+// For all sizes from 1,000 to 1,000,000 names, in tree order and shuffled.
+void allSizes(benchmark::internal::Benchmark* benchmark);

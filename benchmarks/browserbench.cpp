@@ -1,0 +1,147 @@
+#include "benchmarks/benchmarks.h"
+#include "benchmarks/floormodel.h"
+
+#include "browser/cnbrowser.h"
+#include "browser/cnbrowserhelper.h"
+#include "tests/support/world.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QFile>
+#include <QScrollBar>
+#include <QStandardItemModel>
+#include <QTreeView>
+
+namespace {
+
+QByteArray wideListing()
+{
+    QFile file(inputFolder + "/wide");
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("No input %s", qPrintable(file.fileName()));
+    return file.readAll();
+}
+
+void load(cnbrowser* browser)
+{
+    browser->setDomainInfo(QStringLiteral("example.com"), QStringLiteral("admin"),
+                           QStringLiteral("secret"));
+    QEventLoop running;
+    QObject::connect(browser, &cnbrowser::treeDrawingDone, &running, &QEventLoop::quit);
+    browser->createTree();
+    running.exec();
+}
+
+QModelIndex widestBelow(const QAbstractItemModel* model, const QModelIndex& parent)
+{
+    QModelIndex widest = model->index(0, 0, parent);
+    for (int row = 1; row < model->rowCount(parent); ++row) {
+        const QModelIndex other = model->index(row, 0, parent);
+        if (model->rowCount(other) > model->rowCount(widest))
+            widest = other;
+    }
+    return widest;
+}
+
+void paint()
+{
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents();
+}
+
+// Shows the dialog, lays the widest path open and scrolls through it.
+void show(QDialog* dialog)
+{
+    dialog->show();
+    paint();
+    auto* view = dialog->findChild<QTreeView*>();
+    constexpr int levelsToTheWideOne = 4;
+    QModelIndex open;
+    for (int i = 0; i < levelsToTheWideOne; ++i) {
+        open = widestBelow(view->model(), open);
+        view->expand(open);
+        paint();
+    }
+    if (view->model()->rowCount(open) < 50000)
+        qFatal("The wide level is missing");
+    QScrollBar* bar = view->verticalScrollBar();
+    constexpr int steps = 200;
+    for (int step = 1; step <= steps; ++step) {
+        bar->setValue(bar->maximum() / steps * step);
+        paint();
+    }
+}
+
+void browserShown(benchmark::State& state)
+{
+    needApplication();
+    Answer answer;
+    answer.output = wideListing();
+    World::answer(QStringLiteral("mvedit"), answer);
+    cnbrowser browser(nullptr);
+    measure(state, [&] {
+        load(&browser);
+        show(&browser);
+    });
+}
+
+void floorModelShown(benchmark::State& state)
+{
+    needApplication();
+    cnbrowserhelper helper;
+    QMap<QString, cnleaf*> tree;
+    Answer answer;
+    answer.output = wideListing();
+    World::answer(QStringLiteral("mvedit"), answer);
+    const QStringList names = QString::fromUtf8(answer.output).split(QLatin1Char('\n'));
+    for (const QString& name : names)
+        helper.parseCNData(name, &tree);
+    const std::vector<ReadyTexts> texts = readyTexts(tree);
+    cnbrowser browser(nullptr);
+    auto* view = browser.findChild<QTreeView*>();
+    measure(state, [&] {
+        // The script's output reaches both.
+        QEventLoop running;
+        QObject::connect(&helper, &cnbrowserhelper::cnDataObtained, &running, &QEventLoop::quit);
+        helper.getCNData();
+        running.exec();
+        auto* model = new QStandardItemModel(view);
+        appendItems(texts, model->invisibleRootItem());
+        view->setModel(model);
+        view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+        view->setSelectionBehavior(QAbstractItemView::SelectRows);
+        show(&browser);
+    });
+}
+
+void answerWithListing(const benchmark::State& state)
+{
+    needApplication();
+    Answer answer;
+    answer.output = listing(state);
+    World::answer(QStringLiteral("mvedit"), answer);
+}
+
+void treeBuilt(benchmark::State& state)
+{
+    answerWithListing(state);
+    cnbrowser browser(nullptr);
+    measure(state, [&] { load(&browser); });
+}
+
+void treeReleased(benchmark::State& state)
+{
+    answerWithListing(state);
+    cnbrowser browser(nullptr);
+    load(&browser);
+    browser.show();
+    paint();
+    measure(state, [&] { browser.clearData(); });
+}
+
+BENCHMARK(browserShown)->Iterations(1)->UseManualTime();
+BENCHMARK(floorModelShown)->Iterations(1)->UseManualTime();
+BENCHMARK(treeBuilt)->Iterations(1)->UseManualTime()->Args({100000, 0});
+BENCHMARK(treeReleased)->Iterations(1)->UseManualTime()->Args({100000, 0});
+
+} // namespace

@@ -1,0 +1,145 @@
+#!/usr/bin/env python3
+"""Runs the benchmarks in pairs, each run in a process of its own, and prints one table.
+
+compare.py PROGRAM INPUTFOLDER JSONFILE
+"""
+import json
+import statistics
+import subprocess
+import sys
+
+ROUNDS = 7
+SIZES = [1000, 10000, 100000, 1000000]
+ORDERS = ["tree", "shuffled"]
+
+
+class Row:
+    """Two benchmarks, or two sizes of one, whose medians are compared."""
+
+    def __init__(self, what, size, ours, peer, limit, metric="real_time", difference=False):
+        self.what, self.size, self.ours, self.peer = what, size, ours, peer
+        self.limit, self.metric, self.difference = limit, metric, difference
+        self.values = {"ours": [], "peer": []}
+
+    def median(self, side):
+        return statistics.median(self.values[side])
+
+    def result(self):
+        if self.difference:
+            return self.median("ours") - self.median("peer")
+        return self.median("ours") / self.median("peer")
+
+    def spread(self):
+        """Half the distance between the quartiles, in parts of the median, of the unsteadier side."""
+
+        def of(side):
+            low, _, high = statistics.quantiles(self.values[side], n=4)
+            return (high - low) / 2 / self.median(side)
+
+        return max(of("ours"), of("peer"))
+
+
+def rows():
+    for number, order in enumerate(ORDERS):
+        for size in SIZES:
+            label, suffix = f"{size:,} {order}", f"/{size}/{number}"
+            yield Row("lines to container tree", label, "linesToTree" + suffix,
+                      "linesParsedByOpenLdap" + suffix, [1.0, 2.0][number])
+    for number, order in enumerate(ORDERS):
+        for size in SIZES:
+            label, suffix = f"{size:,} {order}", f"/{size}/{number}"
+            yield Row("container tree to item model", label, "treeToModel" + suffix,
+                      f"readyTextsToModel/{size}/0", 1.2)
+    for number, order in enumerate(ORDERS):
+        for size in SIZES[:2]:
+            suffix = f"/{size}/{number}"
+            yield Row("script output to model", f"{size:,} {order}", "outputToModel" + suffix,
+                      "outputToModelStraightforwardly" + suffix, 0.2)
+    for number, order in enumerate(ORDERS):
+        yield Row("the same, each name at 1 M and at 10 k", order, f"outputToModel/1000000/{number}",
+                  f"outputToModel/10000/{number}", 1.5, metric="each")
+    for number, order in enumerate(ORDERS):
+        for size in SIZES[2:]:
+            yield Row("memory after loading", f"{size:,} {order}", f"outputToModel/{size}/{number}",
+                      f"readyTextsToModel/{size}/0", 1.6, metric="bytes")
+    once = "/iterations:1"
+    yield Row("browser shown, 50 k level opened, scrolled", "100,000", "browserShown" + once,
+              "floorModelShown" + once, 1.1)
+    yield Row("tree released for another, against built", "100,000", "treeReleased/100000/0" + once,
+              "treeBuilt/100000/0" + once, 0.5)
+    for metric, name in (("real_time", ""), ("bytes", ", memory")):
+        yield Row("runCmd" + name, "64 MiB", "runCmdOfText" + once,
+                  "textReadPlainlyAndConverted" + once, 1.3, metric)
+        yield Row("getReturnValue" + name, "64 MiB", "returnValueOfText" + once,
+                  "textReadPlainly" + once, 1.3, metric)
+    yield Row("start to first paint, user time", "", "programStarts" + once,
+              "bareWizardStarts" + once, 1.5)
+    yield Row("longest pause during a join, more than idle", "60 KiB", "pauseDuringJoin" + once,
+              "pauseWhenIdle" + once, 16.7e6, difference=True)
+
+
+def run(program, folder, name):
+    """One run of a benchmark; small ones are repeated for 20 ms."""
+    answer = subprocess.run(
+        [program, folder, "--benchmark_filter=^" + name + "(/manual_time|/real_time)$",
+         "--benchmark_min_time=0.02", "--benchmark_format=json"],
+        check=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+    result = json.loads(answer.stdout)["benchmarks"][0]
+    if "/1" in name:
+        result["each"] = result["real_time"] / int(name.split("/")[1])
+    return result
+
+
+def measure(program, folder, all_rows):
+    """All rows by turns, so that a busy spell of the machine meets both sides alike. A benchmark
+    that several rows need in a round runs once."""
+    for round_number in range(ROUNDS):
+        done = {}
+        for row in all_rows:
+            for side in ("ours", "peer"):
+                name = getattr(row, side)
+                if name not in done:
+                    done[name] = run(program, folder, name)
+                row.values[side].append(done[name][row.metric])
+        print(f"round {round_number + 1} of {ROUNDS}", file=sys.stderr)
+
+
+def shown(value, metric):
+    if metric == "bytes":
+        return f"{value / 2**20:.1f} MiB"
+    if metric == "each":
+        return f"{value:.0f} ns"
+    return f"{value / 1e6:.2f} ms"
+
+
+def table(all_rows):
+    form = "{:<44} {:>18} {:>12} {:>12} {:>8} {:>8} {:>7}  {}"
+    lines = [form.format("what", "size", "ours", "peer", "ratio", "at most", "spread", "")]
+    for row in all_rows:
+        reached = "" if row.result() <= row.limit else "missed"
+        result, limit = f"{row.result():.2f}", f"{row.limit:.1f}"
+        if row.difference:
+            result, limit = f"{row.result() / 1e6:.1f} ms", f"{row.limit / 1e6:.1f} ms"
+        lines.append(form.format(row.what, row.size, shown(row.median("ours"), row.metric),
+                                 shown(row.median("peer"), row.metric), result, limit,
+                                 f"{row.spread():.0%}", reached).rstrip())
+    return "\n".join(lines)
+
+
+def main():
+    program, folder, json_file = sys.argv[1:]
+    all_rows = list(rows())
+    measure(program, folder, all_rows)
+    print(table(all_rows))
+    print("\nwhat a probe costs, its process included")
+    for probe in ("joinedProbe", "enrolledProbe", "hostNameProbe"):
+        cost = run(program, folder, probe + "/iterations:50")["real_time"]
+        print(f"{probe:<44} {cost / 1e6:>18.2f} ms")
+    with open(json_file, "w", encoding="utf-8") as out:
+        json.dump([{"what": row.what, "size": row.size, "metric": row.metric,
+                    "ours": row.median("ours"), "peer": row.median("peer"),
+                    "result": row.result(), "limit": row.limit, "spread": row.spread(),
+                    "values": row.values} for row in all_rows], out, indent=1)
+
+
+main()

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "browser/cnleaf.h"
+
+#include <QMap>
+#include <QString>
+
+#include <vector>
+
+class QStandardItem;
+
+// The texts of a tree, ready to be put into items.
+struct ReadyTexts
+{
+    QString text;
+    std::vector<ReadyTexts> below;
+};
+
+std::vector<ReadyTexts> readyTexts(const QMap<QString, cnleaf*>& level);
+
+// The least that a model of Qt's own items costs: an item for each text, each appended as a row.
+void appendItems(const std::vector<ReadyTexts>& texts, QStandardItem* parent);

@@ -1,0 +1,99 @@
+// Does one core operation on 10,000 names, or on as much text, and has valgrind count the
+// instructions of that operation alone. "coreoperations NAME"; without a name it lists all.
+
+#include "benchmarks/containernames.h"
+#include "browser/cnbrowserhelper.h"
+#include "system/commandrunner.h"
+#include "tests/support/world.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QMap>
+
+#include <cstdio>
+#include <functional>
+#include <valgrind/callgrind.h>
+
+namespace {
+
+constexpr int names = 10000;
+
+void count(const std::function<void()>& operation)
+{
+    CALLGRIND_TOGGLE_COLLECT;
+    operation();
+    CALLGRIND_TOGGLE_COLLECT;
+}
+
+QStringList lines(Order order)
+{
+    QStringList texts;
+    for (const QByteArray& name : containerNames(names, order))
+        texts << QString::fromUtf8(name);
+    return texts;
+}
+
+void parse(const QStringList& texts, QMap<QString, cnleaf*>* tree)
+{
+    cnbrowserhelper helper;
+    for (const QString& text : texts)
+        helper.parseCNData(text, tree);
+}
+
+void linesToTree()
+{
+    const QStringList texts = lines(Order::Tree);
+    QMap<QString, cnleaf*> tree;
+    count([&] { parse(texts, &tree); });
+}
+
+void treeToModel()
+{
+    QMap<QString, cnleaf*> tree;
+    parse(lines(Order::Shuffled), &tree);
+    cnbrowserhelper helper;
+    count([&] { helper.getTreeModel(&tree); });
+}
+
+void outputToModel()
+{
+    Answer answer;
+    answer.output = containerNames(names, Order::Shuffled).join('\n');
+    World::answer("mvedit", answer);
+    cnbrowserhelper helper;
+    QEventLoop running;
+    QObject::connect(&helper, &cnbrowserhelper::cnDataObtained, &running, &QEventLoop::quit);
+    helper.getCNData();
+    running.exec();
+    count([&] { helper.createModelOutOfCNData(); });
+}
+
+void commandOutput()
+{
+    Answer answer;
+    answer.output = containerNames(names, Order::Tree).join('\n');
+    World::answer("mvinfo", answer);
+    QString output;
+    count([&] { runCmd("/usr/local/bin/mvinfo", &output); });
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QMap<QString, std::function<void()>> operations = {{"linesToTree", linesToTree},
+                                                             {"treeToModel", treeToModel},
+                                                             {"outputToModel", outputToModel},
+                                                             {"commandOutput", commandOutput}};
+    if (argc != 2) {
+        for (auto operation = operations.cbegin(); operation != operations.cend(); ++operation)
+            puts(qPrintable(operation.key()));
+        return 0;
+    }
+    World::enter();
+    const QCoreApplication application(argc, argv);
+    const auto operation = operations.value(argv[1]);
+    if (!operation)
+        qFatal("There is no operation %s", argv[1]);
+    operation();
+}
