@@ -1,6 +1,7 @@
 #include "practice/prompt/authorizationprompt.h"
 #include "practice/prompt/localadministrator.h"
 
+#include <QAbstractButton>
 #include <QDialogButtonBox>
 #include <QFileInfo>
 #include <QFormLayout>
@@ -48,7 +49,9 @@ AuthorizationPrompt::AuthorizationPrompt(const QString& tool, QWidget* parent)
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     // The Mac's order, Cancel before OK, and no icons.
-    buttons->setStyleSheet("* { button-layout: 1; dialogbuttonbox-buttons-have-icons: 0; }");
+    buttons->setStyleSheet("* { button-layout: 1; }");
+    for (QAbstractButton* button : buttons->buttons())
+        button->setIcon({});
     connect(buttons, &QDialogButtonBox::accepted, this, &AuthorizationPrompt::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &AuthorizationPrompt::reject);
 
