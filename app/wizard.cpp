@@ -77,14 +77,18 @@ void Wizard::offerAboutBesidePages()
     setTabOrder(button(QWizard::FinishButton), aboutButton);
 }
 
-// A dense screen gets the background with as many pixels as it can show; QWizard's own would be
-// blown up there.
-void Wizard::paintEvent(QPaintEvent* event)
+// As QWizard paints it, but with as many pixels as a dense screen can show, and mirrored where the
+// pages stand on the left.
+void Wizard::paintEvent(QPaintEvent*)
 {
-    if (devicePixelRatioF() > 1)
-        QPainter(this).drawPixmap(rect(), QPixmap(QStringLiteral(":/sharp/background.png")));
-    else
-        QWizard::paintEvent(event);
+    QPainter painter(this);
+    if (isRightToLeft()) {
+        painter.translate(width(), 0);
+        painter.scale(-1, 1);
+    }
+    painter.drawPixmap(rect(), devicePixelRatioF() > 1
+                                   ? QPixmap(QStringLiteral(":/sharp/background.png"))
+                                   : pixmap(QWizard::BackgroundPixmap));
 }
 
 // Escape is for dialogs: it doesn't throw away what was entered here.

@@ -130,6 +130,7 @@ class TestContrast : public WorldTest
     Q_OBJECT
 
 private slots:
+    void cleanup();
     void textCanBeRead_data();
     void textCanBeRead();
     void faintTextIsFound();
@@ -139,13 +140,22 @@ private slots:
     void imagesStandOut();
 };
 
+void TestContrast::cleanup()
+{
+    QApplication::setLayoutDirection(Qt::LeftToRight);
+    WorldTest::cleanup();
+}
+
 void TestContrast::textCanBeRead_data()
 {
     QTest::addColumn<QPalette>("palette");
     QTest::addColumn<QString>("scene");
+    QTest::addColumn<Qt::LayoutDirection>("direction");
     for (const QString& name : Scenes::names()) {
-        QTest::newRow(qPrintable(name + ", light")) << macLight() << name;
-        QTest::newRow(qPrintable(name + ", dark")) << macDark() << name;
+        QTest::newRow(qPrintable(name + ", light")) << macLight() << name << Qt::LeftToRight;
+        QTest::newRow(qPrintable(name + ", dark")) << macDark() << name << Qt::LeftToRight;
+        QTest::newRow(qPrintable(name + ", right to left"))
+            << macLight() << name << Qt::RightToLeft;
     }
 }
 
@@ -153,7 +163,9 @@ void TestContrast::textCanBeRead()
 {
     QFETCH(QPalette, palette);
     QFETCH(QString, scene);
+    QFETCH(Qt::LayoutDirection, direction);
     QApplication::setPalette(palette);
+    QApplication::setLayoutDirection(direction);
     const auto opened = Scenes::open(scene);
     int texts = 0;
     for (auto* widget : opened->window()->findChildren<QWidget*>()) {
