@@ -44,12 +44,15 @@ void TestUserPassEntry::aCheckThatCantBeStartedLetsTheUserOn()
     WizardDriver driver;
     driver.goToCredentials();
     World::forgetCalls();
+    // The page alone: the sanitizers need descriptors to look at windows.
+    auto* page = driver.currentPage();
+    bool passed = false;
     {
         const NoDescriptors none;
-        QTest::mouseClick(driver.button(QWizard::NextButton), Qt::LeftButton);
+        passed = page->validatePage();
     }
+    QVERIFY(passed);
     QCOMPARE(World::calls().size(), 0);
-    QCOMPARE(driver.page(), 4);
 }
 
 void TestUserPassEntry::everyRefusalShowsTheFirstLineAndStays_data()
