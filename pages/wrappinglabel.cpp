@@ -7,9 +7,16 @@
 #include <QTextOption>
 #include <QtMath>
 
+namespace {
+
+// More than a page can show. A tool that floods its output must not keep the layout busy.
+constexpr int mostCharacters = 10000;
+
+} // namespace
+
 QString WrappingLabel::shownText() const
 {
-    return text().trimmed();
+    return text().left(mostCharacters).trimmed();
 }
 
 QTextOption WrappingLabel::textOption() const
@@ -22,7 +29,8 @@ QTextOption WrappingLabel::textOption() const
 
 QSize WrappingLabel::sizeHint() const
 {
-    const int width = QLabel::sizeHint().width();
+    const int width = text().size() < mostCharacters ? QLabel::sizeHint().width()
+                                                     : 80 * fontMetrics().averageCharWidth();
     return {width, heightForWidth(width)};
 }
 
