@@ -9,16 +9,14 @@ typedef const struct AuthorizationOpaqueRef* AuthorizationRef;
 typedef UInt32 AuthorizationFlags;
 typedef const char* AuthorizationString;
 
-typedef struct
-{
+typedef struct {
     AuthorizationString name;
     size_t valueLength;
     void* value;
     UInt32 flags;
 } AuthorizationItem;
 
-typedef struct
-{
+typedef struct {
     UInt32 count;
     AuthorizationItem* items;
 } AuthorizationItemSet;
