@@ -2,8 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-struct CocoaInitializer::Private
-{
+struct CocoaInitializer::Private {
     NSAutoreleasePool* pool;
 };
 

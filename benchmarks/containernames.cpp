@@ -36,8 +36,7 @@ constexpr std::array<const char*, 24> words = {"Sales",
                                                "Contractors",
                                                "Disabled Accounts"};
 
-struct Container
-{
+struct Container {
     std::string name;
     int level;
     std::vector<int> children;

@@ -10,8 +10,7 @@
 class QStandardItem;
 
 // The texts of a tree, ready to be put into items.
-struct ReadyTexts
-{
+struct ReadyTexts {
     QString text;
     std::vector<ReadyTexts> below;
 };

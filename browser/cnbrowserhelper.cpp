@@ -81,8 +81,7 @@ quint64 placeInTree(QStringView name)
     return place;
 }
 
-struct PlacedName
-{
+struct PlacedName {
     quint64 place;
     QStringView name;
 };
@@ -297,8 +296,7 @@ void cnbrowserhelper::getTreeModelItem(QMap<QString, cnleaf*>* level, QStandardI
 
 void cnbrowserhelper::printCNData(QMap<QString, cnleaf*>* level, QString indent)
 {
-    struct Open
-    {
+    struct Open {
         Level::const_iterator next;
         Level::const_iterator end;
     };

@@ -8,16 +8,14 @@
 #include <unistd.h>
 #include <vector>
 
-struct AuthorizationOpaqueRef
-{
+struct AuthorizationOpaqueRef {
     mutable bool granted = false;
 };
 
 namespace {
 
 // A started tool, held by a descriptor since the caller may have waited for its process id already.
-struct Tool
-{
+struct Tool {
     int stream;
     int process;
 };

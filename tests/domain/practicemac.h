@@ -5,8 +5,7 @@
 #include <QStringList>
 
 // What the directory holds of a computer.
-struct Computer
-{
+struct Computer {
     QString distinguishedName; // empty when there is no such computer
     QString state;             // "enabled" or "disabled"
     QStringList serviceNames;

@@ -35,8 +35,7 @@ private:
 
 namespace {
 
-struct Result
-{
+struct Result {
     int status;
     QString output;
     QString errors;

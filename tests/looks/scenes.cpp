@@ -163,8 +163,7 @@ template <typename Dialog> Opened dialog()
     return std::make_unique<DialogScene<Dialog>>();
 }
 
-struct Entry
-{
+struct Entry {
     const char* name;
     std::function<Opened(const Setting&)> open;
 };

@@ -11,8 +11,7 @@ class QWidget;
 namespace Scenes {
 
 // What the user sees of the domain and of the Mac; the default is the documents' example.
-struct Setting
-{
+struct Setting {
     QByteArray domain = "ad.example.com";
     QByteArray zone = "MacZone";
     QByteArray computer = "mac-0142";

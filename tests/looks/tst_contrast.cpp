@@ -67,8 +67,7 @@ bool showsText(const QWidget* widget)
 }
 
 // The widget's part of the window, as it is and with its texts as transparent as glass.
-struct Pictures
-{
+struct Pictures {
     QImage withText;
     QImage withoutText;
 };

@@ -5,8 +5,7 @@
 #include <QVariant>
 
 // A form's widgets as rows of test data: name, kind and text to the letter.
-struct FormRow
-{
+struct FormRow {
     const char* name;
     const char* kind;
     const char* text; // null for a widget without one

@@ -6,8 +6,7 @@
 #include <QStringList>
 
 // One run of a stand-in.
-struct Call
-{
+struct Call {
     QString path;
     QStringList arguments;
     QList<int> descriptors; // open in the tool when it started
@@ -17,8 +16,7 @@ struct Call
 };
 
 // What a stand-in does when it is run.
-struct Answer
-{
+struct Answer {
     QByteArray output;
     QByteArray errors;
     int exitStatus = 0;

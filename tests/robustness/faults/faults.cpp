@@ -34,8 +34,7 @@ namespace {
 // How a tool is run: by a shell, as a process of its own, or with administrator rights.
 enum class Way { Shell, Process, Privileged };
 
-struct Fault
-{
+struct Fault {
     QString name;
     enum Place { InPlace, Missing, NotExecutable, Folder } place = InPlace;
     int signal = 0;
@@ -44,8 +43,7 @@ struct Fault
     bool reportsPid = true; // where the tool has to
 };
 
-struct Use
-{
+struct Use {
     QString name;
     QString tool;
     QString command; // whose answer is at fault

@@ -4,8 +4,7 @@
 #include <QString>
 
 // Something that the whole program lacks, rather than one tool.
-struct Shortage
-{
+struct Shortage {
     enum Kind { Descriptors, Processes, Disk, StandardStreams, Interruptions };
 
     QString name;

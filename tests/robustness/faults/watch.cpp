@@ -25,8 +25,7 @@ int entries(const QString& folder)
     return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size();
 }
 
-struct Process
-{
+struct Process {
     qint64 parent = 0;
     char state = ' ';
 };

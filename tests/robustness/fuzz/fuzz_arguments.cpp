@@ -67,8 +67,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         expected << "-z" << zone;
     if (automatic && scheme->isChecked())
         expected << "-e";
-    const struct
-    {
+    const struct {
         const char* box;
         const char* edit;
         const char* option;

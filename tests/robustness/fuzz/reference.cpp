@@ -8,8 +8,7 @@
 
 namespace {
 
-struct Node
-{
+struct Node {
     QString prefix;
     QMap<QString, std::shared_ptr<Node>> below;
 };

@@ -40,8 +40,7 @@ enum class Act {
     Flags    // the next of the four ways in which they can stand, as no click can bring about
 };
 
-struct Step
-{
+struct Step {
     Act act = Act::Start;
     Outcome outcome = Outcome::Good;
     QString widget; // pressed, or the item chosen
@@ -51,8 +50,7 @@ struct Step
 };
 
 // The machine that the program is started on.
-struct Machine
-{
+struct Machine {
     bool agent = true;
     bool joined = false;
     bool bound = false;
@@ -62,8 +60,7 @@ struct Machine
     QString name() const;
 };
 
-struct View
-{
+struct View {
     int page = -1;                  // -1 when the window is closed
     QMap<QString, QString> widgets; // all that is visible on the page, by object name
     QStringList buttons;            // the wizard's
@@ -102,8 +99,7 @@ public:
 
 private:
     // Widgets' contents, page by page; a new start forgets them.
-    struct Contents
-    {
+    struct Contents {
         QString greetedDomain; // page 0, empty when not joined at start-up
         bool startedJoined = false;
 

@@ -25,8 +25,7 @@ namespace {
 constexpr unsigned hangs = 30;
 
 // Shared by all branches.
-struct Tally
-{
+struct Tally {
     std::atomic<int> nextJob;
     std::atomic<long> steps;
     std::atomic<long> paths;
@@ -60,8 +59,7 @@ QString difference(const View& expected, const View& seen)
 }
 
 // One path: the model, the program, and the way they have come.
-struct Walk
-{
+struct Walk {
     explicit Walk(const Machine& machine)
         : model(machine), program(machine), path{machine.name() + ": start"}
     {
@@ -139,8 +137,7 @@ void walkRandomly(const Machine& machine, unsigned seed, int count)
 }
 
 // A start of the program and the steps that all paths of one job begin with.
-struct Prefix
-{
+struct Prefix {
     Machine machine;
     QVector<Step> steps;
 };
@@ -183,8 +180,7 @@ void walkBelow(const Prefix& prefix, int depth)
     walkAll(walk, depth - prefix.steps.size() + 1);
 }
 
-struct Extent
-{
+struct Extent {
     int depth;
     int walks;
     int steps;

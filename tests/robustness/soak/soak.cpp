@@ -41,8 +41,7 @@ int children()
     return count;
 }
 
-struct Level
-{
+struct Level {
     int descriptors = entries("/proc/self/fd");
     int threads = entries("/proc/self/task");
     int children = ::children();
