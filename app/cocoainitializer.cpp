@@ -2,4 +2,4 @@
 
 CocoaInitializer::CocoaInitializer() : d(nullptr) {}
 
-CocoaInitializer::~CocoaInitializer() = default;
+CocoaInitializer::~CocoaInitializer() {}
