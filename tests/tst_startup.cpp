@@ -74,8 +74,8 @@ public:
     }
     bool endsWith0()
     {
-        return process.waitForFinished(20000) && process.exitStatus() == QProcess::NormalExit &&
-               process.exitCode() == 0;
+        return (process.state() == QProcess::NotRunning || process.waitForFinished(20000)) &&
+               process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
     }
 
     Desktop desktop;
