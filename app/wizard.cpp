@@ -2,6 +2,7 @@
 #include "ui_wizard.h"
 
 #include "app/about.h"
+#include "pages/dialogs/pendinginput.h"
 #include "pages/joinprogress.h"
 
 #include <QAbstractButton>
@@ -120,6 +121,8 @@ void Wizard::checkNext()
     pressed->repaint();
     next();
     pageAdjustment(true);
+    // A second press while the check ran must not start what the next page does.
+    forgetPendingInput();
     pressed->setDown(false);
 }
 

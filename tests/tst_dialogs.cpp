@@ -9,6 +9,7 @@
 #include "pages/dialogs/loadleave.h"
 #include "pages/dialogs/warning.h"
 
+#include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
 
@@ -76,6 +77,7 @@ private slots:
     void okClosesAWarning();
     void escapeRejectsAWarning();
     void showWarningReturnsOnceClosed();
+    void warningForgetsWhatWasPressedBefore();
 };
 
 void TestDialogs::progressDialogsHaveTheirTexts_data()
@@ -313,6 +315,17 @@ void TestDialogs::escapeRejectsAWarning()
 void TestDialogs::showWarningReturnsOnceClosed()
 {
     QCOMPARE(warningsDuring([] { showWarning("a message"); }), QStringList{"a message"});
+}
+
+void TestDialogs::warningForgetsWhatWasPressedBefore()
+{
+    QLineEdit heard;
+    const QKeyEvent unheard(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, "a");
+    QCoreApplication::postEvent(&heard, new QKeyEvent(unheard));
+    warningsDuring([] { showWarning("a message"); });
+    QCOMPARE(heard.text(), QString());
+    QCoreApplication::postEvent(&heard, new QKeyEvent(unheard));
+    QTRY_COMPARE(heard.text(), QString("a"));
 }
 
 WORLD_TEST_MAIN(TestDialogs)

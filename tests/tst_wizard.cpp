@@ -50,6 +50,27 @@ QMenu* aboutMenu()
     return nullptr;
 }
 
+// Pressed, but not heard before the program next asks for events: what follows at once comes first.
+void pressReturnUnheard(const Wizard& wizard)
+{
+    QCoreApplication::postEvent(
+        wizard.windowHandle(),
+        new QKeyEvent(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r"));
+}
+
+void clickNextUnheard(const Wizard& wizard)
+{
+    const QWidget* button = wizard.button(QWizard::NextButton);
+    const QPointF position = button->mapTo(&wizard, button->rect().center());
+    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        const bool down = type == QEvent::MouseButtonPress;
+        QCoreApplication::postEvent(
+            wizard.windowHandle(),
+            new QMouseEvent(type, position, wizard.mapToGlobal(position.toPoint()), Qt::LeftButton,
+                            down ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier));
+    }
+}
+
 } // namespace
 
 class TestWizard : public WorldTest
@@ -70,6 +91,8 @@ private slots:
     void noFieldIsMandatory();
     void carriersAreNeverSeen();
     void eachPressMovesOnce();
+    void pressesDuringACheckStartNothing_data();
+    void pressesDuringACheckStartNothing();
     void finishAcceptsAndCloses();
     void cloudPageKeepsBackUnlessEnrolling_data();
     void cloudPageKeepsBackUnlessEnrolling();
@@ -215,6 +238,30 @@ void TestWizard::eachPressMovesOnce()
     QCOMPARE(moves, QList<QVariantList>({{4}}));
     driver.back();
     QCOMPARE(moves, QList<QVariantList>({{4}, {3}}));
+}
+
+void TestWizard::pressesDuringACheckStartNothing_data()
+{
+    QTest::addColumn<bool>("byKey");
+    QTest::newRow("Return") << true;
+    QTest::newRow("click") << false;
+}
+
+void TestWizard::pressesDuringACheckStartNothing()
+{
+    QFETCH(bool, byKey);
+    WizardDriver driver;
+    driver.goToCredentials();
+    QVERIFY(QTest::qWaitForWindowActive(&driver.wizard));
+    if (byKey)
+        pressReturnUnheard(driver.wizard);
+    else
+        clickNextUnheard(driver.wizard);
+    driver.next();
+    QCoreApplication::processEvents();
+    QCOMPARE(driver.page(), 4);
+    QCOMPARE(World::callsOf("mvedit").size(), 1);
+    QCOMPARE(World::callsOf("gui_helper_tool").size(), 0);
 }
 
 void TestWizard::finishAcceptsAndCloses()

@@ -1,6 +1,7 @@
 #include "pages/dialogs/warning.h"
 #include "ui_warning.h"
 
+#include "pages/dialogs/pendinginput.h"
 #include "pages/dialogs/presentation.h"
 
 #include <QPixmap>
@@ -71,6 +72,8 @@ void Warning::setTitle(QString title)
 
 void showWarning(const QString& text)
 {
+    // A second press of the button that led here must not close the message unread.
+    forgetPendingInput();
     auto* warning = new Warning;
     warning->setWarning(text);
     warning->exec();
