@@ -208,8 +208,10 @@ View Program::take(const Step& step, const Machine& machine)
         joining = !joining;
         break;
     }
-    // No thread may be left when this process forks.
+    // No thread may be left when this process forks, and no event that has announced itself over
+    // the descriptor that all forks share.
     QThreadPool::globalInstance()->waitForDone();
+    QCoreApplication::processEvents();
 
     View view;
     if (wizard->isVisible()) {
