@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QTextBrowser>
+#include <QThread>
 #include <QThreadPool>
 #include <QTimer>
 #include <QWindow>
@@ -174,6 +175,12 @@ void whileRunning(const QString& tool, const std::function<void()>& action,
     });
     poll.start(1);
     action();
+}
+
+void waitForIdleThreads()
+{
+    while (QThreadPool::globalInstance()->activeThreadCount() > 0)
+        QThread::msleep(1);
 }
 
 void clickThroughWindow(QWidget* widget)

@@ -21,7 +21,6 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
-#include <fcntl.h>
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/prctl.h>
@@ -538,20 +537,12 @@ void enterProcessNamespace()
         qFatal("The process namespace can't be used: %s", strerror(errno));
 }
 
-void startQuietly(int& argc, char** argv)
+void warmUp()
 {
-    World::enter();
-    enterProcessNamespace();
-    const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
-    dup2(nowhere, STDERR_FILENO);
-    close(nowhere);
-    auto* application = new QApplication(argc, argv);
-    Q_UNUSED(application)
-    QApplication::setQuitOnLastWindowClosed(false);
     // Fonts and images are loaded once. No thread may be left, which a fork would not have.
     QThreadPool::globalInstance()->setExpiryTimeout(0);
     {
-        const WizardDriver warmUp;
+        const WizardDriver driver;
     }
     QThreadPool::globalInstance()->waitForDone();
 }
@@ -565,10 +556,14 @@ int main(int argc, char** argv)
     qputenv("XDG_RUNTIME_DIR", "/media/runtime");
     qputenv("QT_NO_GLIB", "1");
     const QString wanted = argc > 1 ? argv[1] : "";
-    FILE* table = fdopen(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0), "w");
-    startQuietly(argc, argv);
+    World::enter();
+    enterProcessNamespace();
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    warmUp();
 
-    Table rows(table);
+    setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
+    Table rows;
     const QList<Use>& all = uses();
     for (const Use& use : all) {
         const QList<Fault> planted = faults(use.way);

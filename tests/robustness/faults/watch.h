@@ -10,14 +10,15 @@
 class Leftovers
 {
 public:
-    // Notes how many descriptors there are.
+    // Notes how many descriptors there are, once the pool's threads are idle.
     Leftovers();
-    // What is there and should not be: more or fewer descriptors, a thread that runs or is none of
-    // the pool's, a child process, a window.
+    // What is there and should not be: more or fewer descriptors, a thread that is none of the
+    // pool's, a child process, a window. Waits for the pool's threads to become idle; one that
+    // never does is a row that hangs.
     QStringList left() const;
 
 private:
-    int descriptors;
+    int descriptors = 0;
 };
 
 // Sends a case's result to the table: what was seen, what should have been, and what was left.
@@ -27,8 +28,6 @@ void report(FILE* verdict, const QString& seen, const QString& expected, const Q
 class Table
 {
 public:
-    explicit Table(FILE* output) : output(output) {}
-
     // `waits`: the program waits for a tool that does not end by itself; the table sees to its end,
     // as an administrator would.
     void run(const QString& use, const QString& fault, bool waits,
@@ -37,7 +36,6 @@ public:
     int finish();
 
 private:
-    FILE* output;
     int tried = 0;
     int bad = 0;
 };
