@@ -560,12 +560,13 @@ void Rules::browse(Outcome outcome)
     on.browser = true;
 }
 
-// Each load of a tree has wired the button once more.
+// Each load of a tree has wired the button once more. A browser that was left open while a load
+// failed holds no item that could be chosen.
 void Rules::choose(const QString& item)
 {
     const int depth = branches.indexOf(item);
     for (int load = 0; load < on.loads; ++load) {
-        if (item.startsWith("DC")) {
+        if (on.drawnDomain.isEmpty() || item.startsWith("DC")) {
             dialogs << notAContainer;
             continue;
         }

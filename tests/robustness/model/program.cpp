@@ -259,11 +259,13 @@ void Program::browse()
 void Program::choose(const QString& item)
 {
     auto* tree = child<QTreeView>(openBrowser(), "browserTree");
-    QModelIndex index;
-    do {
-        index = tree->model()->index(0, 0, index);
-    } while (index.isValid() && index.data().toString() != item);
-    tree->setCurrentIndex(index);
+    // After a failed load there is nothing to select.
+    if (tree->model() != nullptr) {
+        QModelIndex index = tree->model()->index(0, 0);
+        while (index.isValid() && index.data().toString() != item)
+            index = tree->model()->index(0, 0, index);
+        tree->setCurrentIndex(index);
+    }
     child<QPushButton>(openBrowser(), "chooseButton")->click();
 }
 
