@@ -41,8 +41,8 @@ void withModalDialogs(const std::function<void()>& action,
 void whileRunning(const QString& tool, const std::function<void()>& action,
                   const std::function<void(QWidget*)>& inspect);
 
-// Waits until no thread of the pool has work: a result is told before the task that it comes from is
-// put away. The threads stay.
+// Waits until no thread of the pool has work: a result is told before the task that it comes from
+// is put away. The threads stay.
 void waitForIdleThreads();
 
 // A click on a visible widget that takes a person's way, through the window, where a modal dialog
