@@ -129,6 +129,8 @@ void TestSecrets::initTestCase()
 {
     QVERIFY(mount("own", "/tmp", "tmpfs", 0, nullptr) == 0);
     qputenv("HOME", "/tmp");
+    // For the fonts, which the system notes in the home of a user who may not write its own notes.
+    qputenv("XDG_CACHE_HOME", "/media/cache");
 }
 
 void TestSecrets::passwordGoesOnlyWhereItHasTo_data()
