@@ -41,11 +41,16 @@ public:
     {
         return desktop.pressIn(wizard, "Return");
     }
-    // Presses Next and waits for the run of a tool that follows.
+    // Presses Next and waits for the run of a tool that follows; again, since what is pressed while
+    // the step before is still under way is forgotten.
     bool nextRuns(const QString& tool) const
     {
         World::forgetCalls();
-        return next() && QTest::qWaitFor([&] { return !World::callsOf(tool).isEmpty(); }, 20000);
+        for (int press = 0; press < 10 && next(); ++press) {
+            if (QTest::qWaitFor([&] { return !World::callsOf(tool).isEmpty(); }, 2000))
+                return true;
+        }
+        return false;
     }
     // From the join options through the join's progress, which is the second window, to the end.
     bool join()
@@ -61,11 +66,11 @@ public:
         return QTest::qWaitFor([this] { return desktop.windows() == QStringList{wizard}; }, 20000);
     }
     // Presses again as a person would: the window manager misses keys while it takes the keyboard
-    // over from the server's first use of it.
-    bool close() const
+    // over from the server's first use of it, and the wizard forgets those that come during a step.
+    bool close(const QString& key = "alt+F4") const
     {
         for (int press = 0; press < 5; ++press) {
-            if (!desktop.pressIn(wizard, "alt+F4"))
+            if (!desktop.pressIn(wizard, key))
                 return false;
             if (QTest::qWaitFor([this] { return desktop.windows().isEmpty(); }, 2000))
                 return true;
@@ -198,7 +203,7 @@ void TestStartup::closingOrFinishingTheLastPageEndsIt()
     QVERIFY(program.nextRuns("mvinfo"));
     QVERIFY(program.nextRuns("mvedit"));
     QVERIFY(program.join());
-    QVERIFY(program.desktop.pressIn(program.wizard, key));
+    QVERIFY(program.close(key));
     QVERIFY(program.endsWith0());
     QCOMPARE(program.desktop.allWindowsEver(), QStringList({program.wizard, program.progress}));
 }
