@@ -66,14 +66,17 @@ void Wizard::offerAboutBesidePages()
     addAction(aboutAction);
 
     auto* side = new QWidget(this);
+    // As wide as the picture, so that the entry stands under its middle.
+    side->setFixedWidth(148);
     auto* aboutButton = new QToolButton(side);
     aboutButton->setObjectName(QStringLiteral("AboutButton"));
     aboutButton->setDefaultAction(aboutAction);
     aboutButton->setAutoRaise(true);
     aboutButton->setFocusPolicy(Qt::TabFocus);
     auto* layout = new QVBoxLayout(side);
+    layout->setContentsMargins(0, 0, 0, 0);
     layout->addStretch();
-    layout->addWidget(aboutButton, 0, Qt::AlignLeading);
+    layout->addWidget(aboutButton, 0, Qt::AlignHCenter);
     setSideWidget(side);
     setTabOrder(button(QWizard::FinishButton), aboutButton);
 }

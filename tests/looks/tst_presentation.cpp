@@ -61,6 +61,7 @@ private slots:
     void nextShowsThatItIsPressed_data();
     void nextShowsThatItIsPressed();
     void backgroundIsSharpOnDenseScreens();
+    void backgroundIsMirroredFromRightToLeft();
 };
 
 void TestPresentation::dialogsOpenOverTheWizard()
@@ -149,6 +150,19 @@ void TestPresentation::backgroundIsSharpOnDenseScreens()
     // The upper part of the picture, above the entry for the About dialog.
     const QRect picture(0, 0, 320, 1000);
     QCOMPARE(shown.copy(picture), drawn.copy(picture));
+}
+
+void TestPresentation::backgroundIsMirroredFromRightToLeft()
+{
+    const auto picture = [](int x) {
+        const auto opened = Scenes::open(QStringLiteral("introduction-join"));
+        return opened->window()->grab({x, 0, 160, 500}).toImage();
+    };
+    const QImage leftToRight = picture(0);
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    const QImage rightToLeft = picture(800 - 160);
+    QApplication::setLayoutDirection(Qt::LeftToRight);
+    QCOMPARE(rightToLeft, leftToRight.mirrored(true, false));
 }
 
 WORLD_TEST_MAIN(TestPresentation)
