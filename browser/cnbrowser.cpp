@@ -4,16 +4,12 @@
 #include "pages/dialogs/warning.h"
 
 #include <QDebug>
-#include <QHeaderView>
 #include <QStandardItemModel>
 #include <QVector>
 
 cnbrowser::cnbrowser(QWidget* parent) : QDialog(parent), ui(new Ui::cnbrowser)
 {
     ui->setupUi(this);
-    // As wide as the names in view, so that deep ones can be scrolled to and none is cut off.
-    ui->browserTree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    ui->browserTree->header()->setResizeContentsPrecision(0);
 }
 
 cnbrowser::~cnbrowser()

@@ -10,6 +10,7 @@
 #include "tests/support/wizarddriver.h"
 
 #include <QRadioButton>
+#include <QTreeView>
 
 namespace Scenes {
 namespace {
@@ -155,6 +156,7 @@ Opened containerBrowser(const Setting& setting)
     if (!QTest::qWaitFor([&drawn] { return drawn; }))
         qFatal("The container tree is not drawn");
     scene->dialog.disconnect();
+    scene->dialog.findChild<QTreeView*>()->keyboardSearch(QStringLiteral("OU=M"));
     return scene;
 }
 
