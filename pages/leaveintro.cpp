@@ -78,6 +78,8 @@ void LeaveIntro::on_radioButton_clicked()
 {
     ui->UsernameEdit->setEnabled(true);
     ui->PasswordEdit->setEnabled(true);
+    ui->label_2->setEnabled(true);
+    ui->label_3->setEnabled(true);
 }
 
 void LeaveIntro::on_radioButton_2_clicked()
@@ -91,6 +93,8 @@ void LeaveIntro::on_radioButton_3_clicked()
         edit->setEnabled(false);
         edit->setText(QString());
     }
+    ui->label_2->setEnabled(false);
+    ui->label_3->setEnabled(false);
 }
 
 QStringList LeaveIntro::leaveArguments() const

@@ -22,15 +22,15 @@ QString WrappingLabel::shownText() const
 QTextOption WrappingLabel::textOption() const
 {
     QTextOption option(QStyle::visualAlignment(layoutDirection(), alignment()));
-    option.setTextDirection(layoutDirection());
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     return option;
 }
 
 QSize WrappingLabel::sizeHint() const
 {
-    const int width = text().size() < mostCharacters ? QLabel::sizeHint().width()
-                                                     : 80 * fontMetrics().averageCharWidth();
+    // In one line, as long as that is read easily.
+    const int width =
+        qMin(fontMetrics().size(0, shownText()).width(), 80 * fontMetrics().averageCharWidth());
     return {width, heightForWidth(width)};
 }
 

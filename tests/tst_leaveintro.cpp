@@ -125,11 +125,15 @@ void TestLeaveIntro::onlyLeavingAloneDisablesAndEmptiesTheEdits()
             QVERIFY(!edit->isEnabled());
             QCOMPARE(edit->text(), QString());
         }
+        QVERIFY(!driver.on<QLabel>("label_2")->isEnabled());
+        QVERIFY(!driver.on<QLabel>("label_3")->isEnabled());
         driver.click(other);
         for (const QLineEdit* edit : edits) {
             QVERIFY(edit->isEnabled());
             QCOMPARE(edit->text(), QString());
         }
+        QVERIFY(driver.on<QLabel>("label_2")->isEnabled());
+        QVERIFY(driver.on<QLabel>("label_3")->isEnabled());
     }
 }
 

@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QTextBrowser>
 #include <QToolTip>
 #include <QTreeView>
@@ -27,8 +28,22 @@ bool isMeasured(const QWidget* widget)
            qobject_cast<const QTreeView*>(widget) != nullptr;
 }
 
-QRect placeIn(const QWidget* window, const QWidget* widget)
+// The part of the window that scrolls the widget, or none.
+QScrollArea* scrolling(const QWidget* window, const QWidget* widget)
 {
+    for (auto* area : window->findChildren<QScrollArea*>())
+        if (area->widget()->isAncestorOf(widget))
+            return area;
+    return nullptr;
+}
+
+// What scrolls takes no room beside another widget but that of the part that scrolls it.
+QRect placeBeside(const QWidget* other, const QWidget* widget)
+{
+    const QWidget* window = widget->window();
+    const QScrollArea* area = scrolling(window, widget);
+    if (area != nullptr && area != scrolling(window, other))
+        widget = area;
     return {widget->mapTo(window, QPoint()), widget->size()};
 }
 
@@ -113,20 +128,22 @@ QString described(const QWidget* widget)
 
 QStringList clippings(const QWidget* window)
 {
-    QList<const QWidget*> widgets;
-    for (const QWidget* widget : window->findChildren<QWidget*>())
+    QList<QWidget*> widgets;
+    for (QWidget* widget : window->findChildren<QWidget*>())
         if (isMeasured(widget) && widget->window() == window)
             widgets << widget;
 
     QStringList found;
     for (int i = 0; i < widgets.size(); ++i) {
+        if (QScrollArea* area = scrolling(window, widgets.at(i)))
+            area->ensureWidgetVisible(widgets.at(i), 0, 0);
         for (const QString& finding : measured(widgets.at(i)))
             found << described(widgets.at(i)) + QStringLiteral(": ") + finding;
         for (int j = i + 1; j < widgets.size(); ++j) {
             const bool nested = widgets.at(i)->isAncestorOf(widgets.at(j)) ||
                                 widgets.at(j)->isAncestorOf(widgets.at(i));
-            if (!nested &&
-                placeIn(window, widgets.at(i)).intersects(placeIn(window, widgets.at(j))))
+            if (!nested && placeBeside(widgets.at(j), widgets.at(i))
+                               .intersects(placeBeside(widgets.at(i), widgets.at(j))))
                 found << described(widgets.at(i)) + QStringLiteral(" overlaps with ") +
                              described(widgets.at(j));
         }

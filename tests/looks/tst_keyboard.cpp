@@ -122,6 +122,7 @@ class TestKeyboard : public WorldTest
 private slots:
     void tabOrder_data();
     void tabOrder();
+    void focusComesIntoView();
     void pagesOpenAtTheirFirstField_data();
     void pagesOpenAtTheirFirstField();
     void join();
@@ -186,6 +187,24 @@ void TestKeyboard::tabOrder()
     QCOMPARE(focusRound(Qt::Key_Tab), order);
     std::reverse(order.begin() + 1, order.end());
     QCOMPARE(focusRound(Qt::Key_Tab, Qt::ShiftModifier), order);
+}
+
+void TestKeyboard::focusComesIntoView()
+{
+    const auto opened = Scenes::open(QStringLiteral("join-options-advanced"));
+    QFont big = QApplication::font();
+    big.setPointSize(24);
+    QApplication::setFont(big);
+    auto* last = child<QWidget>(opened->content(), QStringLiteral("AppleUIDCheck"));
+    auto* first = child<QWidget>(opened->content(), QStringLiteral("ContainerDNEdit"));
+    const auto isInView = [](const QWidget* widget) {
+        return widget->visibleRegion().boundingRect() == widget->rect();
+    };
+    QTRY_VERIFY(!isInView(last));
+    for (QWidget* widget : {last, first}) {
+        widget->setFocus();
+        QVERIFY(isInView(widget));
+    }
 }
 
 void TestKeyboard::pagesOpenAtTheirFirstField_data()

@@ -5,8 +5,9 @@
 #include <QAbstractButton>
 #include <QLabel>
 #include <QLineEdit>
-#include <QScreen>
-#include <QtMath>
+#include <QScrollBar>
+#include <QStandardItemModel>
+#include <QTreeView>
 
 namespace {
 
@@ -39,19 +40,12 @@ void setFontSize(int points)
     QCoreApplication::processEvents();
 }
 
-// Longer texts are held against the sizes of a Mac, where 16 points are 16 pixels.
-int biggestSize(bool longTexts)
-{
-    const qreal dotsPerPoint = QApplication::primaryScreen()->logicalDotsPerInch() / 72;
-    return longTexts ? qFloor(16 / dotsPerPoint) : 16;
-}
-
-QStringList clippingsInAllSizes(const QWidget* window, int biggest)
+QStringList clippingsInAllSizes(const QWidget* window)
 {
     QStringList found;
     for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
         QApplication::setLayoutDirection(direction);
-        for (int points = 9; points <= biggest; ++points) {
+        for (int points = 9; points <= 16; ++points) {
             setFontSize(points);
             for (const QString& finding : clippings(window))
                 found << QStringLiteral("%1 points, %2: %3")
@@ -85,6 +79,7 @@ private slots:
     void nothingIsCutOff();
     void clippingIsFound();
     void choicesStandBesideTheirDescriptions();
+    void chosenContainerIsMarkedFromEdgeToEdge();
     void editsAreAligned_data();
     void editsAreAligned();
     void windowsKeepTheirSizes_data();
@@ -114,7 +109,7 @@ void TestLayout::nothingIsCutOff()
     const auto opened = Scenes::open(scene, longNames);
     if (longTexts)
         lengthenTexts(opened->window());
-    const QStringList found = clippingsInAllSizes(opened->window(), biggestSize(longTexts));
+    const QStringList found = clippingsInAllSizes(opened->window());
     QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
 }
 
@@ -146,6 +141,25 @@ void TestLayout::choicesStandBesideTheirDescriptions()
         QCOMPARE(leftOf(find("ZoneEdit")), leftOf(find("label_4")));
         QCOMPARE(leftOf(find("ZoneEdit")), leftOf(find("label_2")));
     }
+}
+
+void TestLayout::chosenContainerIsMarkedFromEdgeToEdge()
+{
+    const auto opened = Scenes::open(QStringLiteral("containers"));
+    auto* tree = child<QTreeView>(opened->content(), QStringLiteral("browserTree"));
+    auto* model = qobject_cast<QStandardItemModel*>(tree->model());
+    const auto end = [tree] { return tree->visualRect(tree->currentIndex()).right(); };
+    QCOMPARE(end(), tree->viewport()->rect().right());
+    QVERIFY(!tree->verticalScrollBar()->isVisible());
+    // Also beside a scroll bar, and as long as no name needs more.
+    for (int i = 0; i < 100; ++i)
+        model->appendRow(new QStandardItem(QStringLiteral("OU=Macs")));
+    QTRY_VERIFY(tree->verticalScrollBar()->isVisible());
+    QTRY_COMPARE(end(), tree->viewport()->rect().right());
+    QVERIFY(!tree->horizontalScrollBar()->isVisible());
+    model->item(0)->appendRow(new QStandardItem(QString(200, QLatin1Char('m'))));
+    tree->setCurrentIndex(tree->model()->index(1, 0, tree->model()->index(0, 0)));
+    QTRY_VERIFY(tree->horizontalScrollBar()->isVisible());
 }
 
 void TestLayout::editsAreAligned_data()
