@@ -29,12 +29,6 @@ bool exists(const std::string& path)
     return stat(path.c_str(), &info) == 0;
 }
 
-std::string read(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 std::string openDescriptors()
 {
     std::vector<int> numbers;
@@ -77,7 +71,29 @@ void writeAll(int descriptor, const std::string& text)
     }
 }
 
-std::string answerFolder(int argc, char** argv)
+struct Answer {
+    int exitStatus = 0;
+    int signal = 0;
+    bool reportsPid = false;
+    std::string errors;
+    std::string output;
+};
+
+// As World::answer() wrote it; without a file that of a tool that does nothing.
+Answer readAnswer(const std::string& path)
+{
+    Answer answer;
+    std::ifstream file(path, std::ios::binary);
+    size_t errors = 0;
+    file >> answer.exitStatus >> answer.signal >> answer.reportsPid >> errors;
+    file.get();
+    answer.errors.resize(errors);
+    file.read(&answer.errors[0], static_cast<std::streamsize>(errors));
+    answer.output.assign(std::istreambuf_iterator<char>(file), {});
+    return answer;
+}
+
+std::string answerPath(int argc, char** argv)
 {
     const std::string answers = worldFolder + "/answers/";
     const std::string tool = baseName(argv[0]);
@@ -91,19 +107,19 @@ std::string answerFolder(int argc, char** argv)
 int main(int argc, char** argv)
 {
     record(argc, argv);
-    const std::string answer = answerFolder(argc, argv);
-    if (exists(answer + "/pid")) {
+    const std::string path = answerPath(argc, argv);
+    const Answer answer = readAnswer(path);
+    if (answer.reportsPid) {
         const pid_t pid = getpid();
         writeAll(STDOUT_FILENO, std::string(reinterpret_cast<const char*>(&pid), sizeof pid));
     }
-    writeAll(STDERR_FILENO, read(answer + "/stderr"));
-    writeAll(STDOUT_FILENO, read(answer + "/stdout"));
+    writeAll(STDERR_FILENO, answer.errors);
+    writeAll(STDOUT_FILENO, answer.output);
     // Nobody releases the tool of a test that was killed.
     const pid_t caller = getppid();
-    while (exists(answer + "/held") && getppid() == caller)
+    while (exists(path + ".held") && getppid() == caller)
         usleep(1000);
-    const int signal = atoi(read(answer + "/signal").c_str());
-    if (signal != 0)
-        raise(signal);
-    return atoi(read(answer + "/exit").c_str());
+    if (answer.signal != 0)
+        raise(answer.signal);
+    return answer.exitStatus;
 }

@@ -142,22 +142,23 @@ void World::reset()
 
 void World::answer(const QString& command, const Answer& answer)
 {
-    const QString folder = world + "/answers/" + command + '/';
-    QDir(folder).removeRecursively();
-    require(QDir().mkpath(folder), "mkdir");
-    writeFile(folder + "stdout", answer.output);
-    writeFile(folder + "stderr", answer.errors);
-    writeFile(folder + "exit", QByteArray::number(answer.exitStatus));
-    writeFile(folder + "signal", QByteArray::number(answer.signal));
-    if (answer.reportsPid)
-        writeFile(folder + "pid", {});
+    // One small file, as the walk lays down many thousands: a line of numbers, then the texts.
+    const QString file = world + "/answers/" + command;
     if (answer.held)
-        writeFile(folder + "held", {});
+        writeFile(file + ".held", {});
+    else
+        release(command);
+    const QString numbers = QString("%1 %2 %3 %4\n")
+                                .arg(answer.exitStatus)
+                                .arg(answer.signal)
+                                .arg(answer.reportsPid)
+                                .arg(answer.errors.size());
+    writeFile(file, numbers.toLatin1() + answer.errors + answer.output);
 }
 
 void World::release(const QString& command)
 {
-    QFile::remove(world + "/answers/" + command + "/held");
+    QFile::remove(world + "/answers/" + command + ".held");
 }
 
 QList<Call> World::calls()

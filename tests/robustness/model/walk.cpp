@@ -170,6 +170,11 @@ QVector<Machine> machines()
     return all;
 }
 
+int depthFrom(const Machine& machine, int depth)
+{
+    return machine.detour == Machine::None ? depth : depth - 1;
+}
+
 void walkBelow(const Prefix& prefix, int depth)
 {
     Walk walk(prefix.machine);
@@ -177,26 +182,42 @@ void walkBelow(const Prefix& prefix, int depth)
         if (!walk.take(step))
             return;
     }
-    walkAll(walk, depth - prefix.steps.size() + 1);
+    walkAll(walk, depthFrom(prefix.machine, depth) - prefix.steps.size() + 1);
 }
 
 struct Extent {
     int depth;
+    int part; // of all paths, from 1
+    int parts;
     int walks;
     int steps;
     unsigned seed;
 };
 
+// The beginnings of all paths of this part. Starts from which no click leads to the next page are
+// walked one step less deep.
+QVector<Prefix> prefixesOf(const Extent& extent)
+{
+    // The start is not counted as a step, so that four steps mean three of the user's.
+    constexpr int longest = 4;
+    QVector<Prefix> all;
+    const QVector<Machine> starts = machines();
+    for (const Machine& machine : starts) {
+        const int depth = depthFrom(machine, extent.depth);
+        if (depth > 0)
+            addPrefixes(machine, Rules(machine), {}, qMin(longest, depth + 1), all);
+    }
+    QVector<Prefix> part;
+    for (int i = extent.part - 1; i < all.size(); i += extent.parts)
+        part << all.at(i);
+    return part;
+}
+
 // Takes jobs until none is left, each in a fork.
 void work(const Extent& extent)
 {
-    // The start is not counted as a step, so that three steps mean two of the user's.
-    QVector<Prefix> prefixes;
+    const QVector<Prefix> prefixes = prefixesOf(extent);
     const QVector<Machine> starts = machines();
-    for (const Machine& machine : starts)
-        addPrefixes(machine, Rules(machine), {}, qMin(3, extent.depth + 1), prefixes);
-    if (extent.depth == 0)
-        prefixes.clear();
     for (;;) {
         const int job = tally->nextJob++;
         if (tally->failed != 0 || job >= prefixes.size() + extent.walks)
@@ -244,14 +265,17 @@ int main(int argc, char** argv)
     QCommandLineParser parser;
     parser.addHelpOption();
     parser.addOptions({{"depth", "Walk all paths of this many steps.", "number", "4"},
+                       {"part", "Walk only the third of eight parts of them, say.", "3/8", "1/1"},
                        {"walks", "Walk this many random paths.", "number", "50"},
                        {"steps", "Steps of a random path.", "number", "100"},
                        {"seed", "The first random path's seed.", "number", "1"},
                        {"jobs", "Processes side by side.", "number", "2"}});
     parser.process(arguments);
     const auto number = [&parser](const char* name) { return parser.value(name).toInt(); };
-    const Extent extent{number("depth"), number("walks"), number("steps"),
-                        static_cast<unsigned>(number("seed"))};
+    const QStringList part = parser.value("part").split('/');
+    const Extent extent{
+        number("depth"), part.value(0).toInt(), qMax(1, part.value(1).toInt()),
+        number("walks"), number("steps"),       static_cast<unsigned>(number("seed"))};
 
     report = fdopen(dup(STDOUT_FILENO), "w");
     tally = static_cast<Tally*>(
