@@ -1,5 +1,7 @@
 #include "tests/robustness/model/model.h"
 
+#include <QDataStream>
+
 namespace Model {
 
 const QString domain = QStringLiteral("example.test\n");
@@ -194,6 +196,22 @@ View Rules::take(const Step& step)
     view.enrolling = enrolling;
     view.commands = commands;
     return view;
+}
+
+QByteArray Rules::state() const
+{
+    QByteArray state;
+    QDataStream stream(&state, QIODevice::WriteOnly);
+    stream << mac.name() << history << backDisabled << consented << joining << enrolling
+           << on.greetedDomain << on.startedJoined << on.reportUnread << on.boundName << on.bindUser
+           << on.bindPassword << on.carriedUser << on.carriedPassword << on.carriedDomain
+           << on.domain << on.user << on.password << on.automatic << on.zone << on.computer
+           << on.advanced << on.overwrite << on.appleIds << on.appleIdsEnabled << on.container
+           << on.server << on.alias << on.containerName << on.serverName << on.aliasName
+           << on.wantsCloud << on.joinOutput << on.browser << on.drawnDomain << on.loads
+           << on.option << on.leaveUser << on.leavePassword << on.leaveDomain << on.leaveZone
+           << on.leaveName << on.leaveOutput << on.report;
+    return state;
 }
 
 // --- What the tools are asked

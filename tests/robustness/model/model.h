@@ -3,6 +3,7 @@
 // what a person sees after each step, and what is asked of the tools. The walk holds the program
 // against it.
 
+#include <QByteArray>
 #include <QMap>
 #include <QPair>
 #include <QString>
@@ -96,6 +97,8 @@ public:
     {
         return mac;
     }
+    // All that decides what later steps lead to: where it is equal, so is everything that follows.
+    QByteArray state() const;
 
 private:
     // Widgets' contents, page by page; a new start forgets them.

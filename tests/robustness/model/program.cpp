@@ -209,9 +209,10 @@ View Program::take(const Step& step, const Machine& machine)
         break;
     }
     // No thread may be left when this process forks, and no event that has announced itself over
-    // the descriptor that all forks share.
+    // the descriptor that all forks share: with a time to keep to, events are processed until there
+    // are none.
     QThreadPool::globalInstance()->waitForDone();
-    QCoreApplication::processEvents();
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 1000);
 
     View view;
     if (wizard->isVisible()) {

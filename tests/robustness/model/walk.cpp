@@ -6,12 +6,15 @@
 #include "tests/support/worldtest.h"
 
 #include <QCommandLineParser>
+#include <QCryptographicHash>
 #include <QThreadPool>
 
 #include <atomic>
 #include <csignal>
 #include <cstdio>
+#include <cstring>
 #include <fcntl.h>
+#include <iterator>
 #include <random>
 #include <sys/mman.h>
 #include <sys/wait.h>
@@ -30,6 +33,8 @@ struct Tally {
     std::atomic<long> steps;
     std::atomic<long> paths;
     std::atomic<int> failed;
+    std::atomic<long> known;            // paths whose last step had been taken from the same state
+    std::atomic<quint64> ends[1 << 20]; // state and last step, by their hash
 };
 
 Tally* tally = nullptr;
@@ -103,7 +108,24 @@ template <typename Branch> void fork(const QStringList& path, const QString& ste
     }
 }
 
-void walkAll(Walk& walk, int depth)
+// Whether this is the first time that this step is taken from this state.
+bool isNew(const Rules& model, const Step& step)
+{
+    const QByteArray end = model.state() + step.text().toUtf8();
+    const QByteArray digest = QCryptographicHash::hash(end, QCryptographicHash::Sha256);
+    quint64 mark = 0;
+    memcpy(&mark, digest.constData(), sizeof mark);
+    for (size_t place = mark % std::size(tally->ends);;
+         place = (place + 1) % std::size(tally->ends)) {
+        quint64 there = 0;
+        if (tally->ends[place].compare_exchange_strong(there, mark))
+            return true;
+        if (there == mark)
+            return false;
+    }
+}
+
+void walkAll(Walk& walk, int depth, bool distinctEnds)
 {
     const QVector<Step> steps = walk.model.steps(false);
     // The program's end is a path's end, too.
@@ -114,9 +136,14 @@ void walkAll(Walk& walk, int depth)
     for (const Step& step : steps) {
         if (tally->failed != 0)
             return;
+        if (depth == 1 && distinctEnds && !isNew(walk.model, step)) {
+            ++tally->paths;
+            ++tally->known;
+            continue;
+        }
         fork(walk.path, step.text(), [&] {
             if (walk.take(step))
-                walkAll(walk, depth - 1);
+                walkAll(walk, depth - 1, distinctEnds);
         });
     }
 }
@@ -175,23 +202,14 @@ int depthFrom(const Machine& machine, int depth)
     return machine.detour == Machine::None ? depth : depth - 1;
 }
 
-void walkBelow(const Prefix& prefix, int depth)
-{
-    Walk walk(prefix.machine);
-    for (const Step& step : prefix.steps) {
-        if (!walk.take(step))
-            return;
-    }
-    walkAll(walk, depthFrom(prefix.machine, depth) - prefix.steps.size() + 1);
-}
-
 struct Extent {
-    int depth;
-    int part; // of all paths, from 1
-    int parts;
-    int walks;
-    int steps;
-    unsigned seed;
+    int depth = 0;
+    bool distinctEnds = false;
+    int part = 1; // of all paths
+    int parts = 1;
+    int walks = 0;
+    int steps = 0;
+    unsigned seed = 0;
 };
 
 // The beginnings of all paths of this part. Starts from which no click leads to the next page are
@@ -213,6 +231,17 @@ QVector<Prefix> prefixesOf(const Extent& extent)
     return part;
 }
 
+void walkBelow(const Prefix& prefix, const Extent& extent)
+{
+    Walk walk(prefix.machine);
+    for (const Step& step : prefix.steps) {
+        if (!walk.take(step))
+            return;
+    }
+    walkAll(walk, depthFrom(prefix.machine, extent.depth) - prefix.steps.size() + 1,
+            extent.distinctEnds);
+}
+
 // Takes jobs until none is left, each in a fork.
 void work(const Extent& extent)
 {
@@ -223,8 +252,7 @@ void work(const Extent& extent)
         if (tally->failed != 0 || job >= prefixes.size() + extent.walks)
             return;
         if (job < prefixes.size()) {
-            fork({}, "job " + QString::number(job),
-                 [&] { walkBelow(prefixes.at(job), extent.depth); });
+            fork({}, "job " + QString::number(job), [&] { walkBelow(prefixes.at(job), extent); });
             continue;
         }
         const int walk = job - prefixes.size();
@@ -264,18 +292,25 @@ int main(int argc, char** argv)
         arguments << argv[i];
     QCommandLineParser parser;
     parser.addHelpOption();
-    parser.addOptions({{"depth", "Walk all paths of this many steps.", "number", "4"},
-                       {"part", "Walk only the third of eight parts of them, say.", "3/8", "1/1"},
-                       {"walks", "Walk this many random paths.", "number", "50"},
-                       {"steps", "Steps of a random path.", "number", "100"},
-                       {"seed", "The first random path's seed.", "number", "1"},
-                       {"jobs", "Processes side by side.", "number", "2"}});
+    parser.addOptions(
+        {{"depth", "Walk all paths of this many steps.", "number", "4"},
+         {"distinct-ends", "Take a path's last step only once from each state of the model."},
+         {"part", "Walk only the third of eight parts of them, say.", "3/8", "1/1"},
+         {"walks", "Walk this many random paths.", "number", "50"},
+         {"steps", "Steps of a random path.", "number", "100"},
+         {"seed", "The first random path's seed.", "number", "1"},
+         {"jobs", "Processes side by side.", "number", "2"}});
     parser.process(arguments);
     const auto number = [&parser](const char* name) { return parser.value(name).toInt(); };
     const QStringList part = parser.value("part").split('/');
-    const Extent extent{
-        number("depth"), part.value(0).toInt(), qMax(1, part.value(1).toInt()),
-        number("walks"), number("steps"),       static_cast<unsigned>(number("seed"))};
+    Extent extent;
+    extent.depth = number("depth");
+    extent.distinctEnds = parser.isSet("distinct-ends");
+    extent.part = part.value(0).toInt();
+    extent.parts = qMax(1, part.value(1).toInt());
+    extent.walks = number("walks");
+    extent.steps = number("steps");
+    extent.seed = static_cast<unsigned>(number("seed"));
 
     report = fdopen(dup(STDOUT_FILENO), "w");
     tally = static_cast<Tally*>(
@@ -288,8 +323,10 @@ int main(int argc, char** argv)
             tally->failed++;
     }
     fprintf(report,
-            "depth %d, %d random walks of %d steps from seed %u: %ld paths, %ld steps, %s\n",
+            "depth %d, %d random walks of %d steps from seed %u: %ld paths (%ld with a known end), "
+            "%ld steps, %s\n",
             extent.depth, extent.walks, extent.steps, extent.seed, tally->paths.load(),
-            tally->steps.load(), tally->failed != 0 ? "DIFFERENT" : "all alike");
+            tally->known.load(), tally->steps.load(),
+            tally->failed != 0 ? "DIFFERENT" : "all alike");
     return tally->failed != 0 ? 1 : 0;
 }
