@@ -58,6 +58,7 @@ struct Level {
 // busy: the descriptor that wakes one and its memory belong to the level before.
 void fillPool()
 {
+    waitForIdleThreads();
     const int count = QThreadPool::globalInstance()->maxThreadCount();
     QSemaphore here;
     QSemaphore on;
@@ -87,16 +88,19 @@ void countMemoryExactly(char** argv)
 bool soak(const char* name, int count, qint64 allowed, const std::function<void(int)>& action)
 {
     int done = 0;
-    while (done < 20)
+    // A person takes longer than a thread to put its task away.
+    const auto run = [&] {
         action(done++);
-    waitForIdleThreads();
+        waitForIdleThreads();
+    };
+    while (done < 20)
+        run();
     const Level before;
     QElapsedTimer clock;
     clock.start();
     for (int i = 0; i < count; ++i)
-        action(done++);
+        run();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    waitForIdleThreads();
     const Level after;
     const qint64 grown = static_cast<qint64>(after.memory - before.memory);
     const bool level = after.descriptors == before.descriptors && after.threads == before.threads &&
