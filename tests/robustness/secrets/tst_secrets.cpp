@@ -3,6 +3,7 @@
 
 #include "browser/cnbrowser.h"
 #include "pages/dialogs/warning.h"
+#include "tests/support/commandlines.h"
 #include "tests/support/wizarddriver.h"
 
 #include <QAccessible>
@@ -15,14 +16,17 @@
 #include <QTextBrowser>
 
 #include <cerrno>
+#include <functional>
 #include <sys/inotify.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
+#include <thread>
 #include <unistd.h>
 
 namespace {
 
-const QString sentinel = QStringLiteral("s3ntinel-Passw0rd");
+// Of this process alone, since it is looked for among all processes of the machine.
+const QString sentinel = QStringLiteral("s3ntinel-Passw0rd-%1").arg(getpid());
 
 // The files that are opened below a folder while it lives.
 class Opened
@@ -116,6 +120,8 @@ private slots:
     void initTestCase();
     void passwordGoesOnlyWhereItHasTo_data();
     void passwordGoesOnlyWhereItHasTo();
+    void processesShowItOnlyWhereTheyHaveTo_data();
+    void processesShowItOnlyWhereTheyHaveTo();
     void editsDontGiveItAway();
     void richTextFetchesAndOpensNothing_data();
     void richTextFetchesAndOpensNothing();
@@ -220,6 +226,72 @@ void TestSecrets::passwordGoesOnlyWhereItHasTo()
     QCOMPARE(places, QStringList({"mvedit check_domain_cred.tcl 4", "dsconfigad -r 6",
                                   "mvedit mvedit_file_arg.tcl 4", "gui_helper_tool mvjoin 5",
                                   "gui_helper_tool mvleave 5"}));
+}
+
+void TestSecrets::processesShowItOnlyWhereTheyHaveTo_data()
+{
+    passwordGoesOnlyWhereItHasTo_data();
+}
+
+// Each tool is held while all processes are looked at, the shell that runs it included.
+void TestSecrets::processesShowItOnlyWhereTheyHaveTo()
+{
+    QFETCH(bool, succeeds);
+    const auto placesWhile = [&](const QString& command, const std::function<void()>& action) {
+        Answer held;
+        held.output = "It says something\n";
+        held.exitStatus = succeeds ? 0 : 7;
+        held.reportsPid = command.startsWith("gui_helper_tool");
+        held.held = true;
+        World::answer(command, held);
+        World::forgetCalls();
+        QStringList places;
+        std::thread look([&] {
+            while (World::callsOf(command.section(' ', 0, 0)).isEmpty())
+                std::this_thread::yield();
+            places = placesOf(sentinel.toUtf8());
+            World::release(command);
+        });
+        action();
+        look.join();
+        World::answer(command, Answer());
+        places.sort();
+        return places;
+    };
+    const QString check = "mvedit check_domain_cred.tcl";
+    const QStringList ofTheCheck = {"mvedit 4", "sh 2"};
+    {
+        World::setBound();
+        WizardDriver driver;
+        driver.next();
+        driver.type("ADUser", "admin");
+        driver.type("ADPass", sentinel);
+        QCOMPARE(placesWhile(check, [&] { driver.next(); }), ofTheCheck);
+        if (!succeeds) {
+            QCOMPARE(driver.page(), 2);
+            driver.next();
+        }
+        QCOMPARE(driver.page(), 3);
+        driver.next();
+        driver.on<QAbstractButton>("AdvancedButton")->click();
+        QCOMPARE(placesWhile("mvedit mvedit_file_arg.tcl",
+                             [&] {
+                                 warningsDuring([&] {
+                                     driver.on<QPushButton>("ContainerDNBrowse")->click();
+                                     QTRY_VERIFY(QApplication::activeModalWidget() == nullptr);
+                                 });
+                             }),
+                 QStringList("mvedit 4"));
+        QCOMPARE(placesWhile("gui_helper_tool", [&] { driver.next(); }),
+                 QStringList("gui_helper_tool 5"));
+    }
+    World::setJoined();
+    World::answer("dsconfigad -show", Answer());
+    WizardDriver driver;
+    driver.next();
+    driver.type("UsernameEdit", "admin");
+    driver.type("PasswordEdit", sentinel);
+    QCOMPARE(placesWhile(check, [&] { driver.next(); }), ofTheCheck);
 }
 
 void TestSecrets::editsDontGiveItAway()

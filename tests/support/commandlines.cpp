@@ -1,0 +1,88 @@
+#include "tests/support/commandlines.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+
+#include <chrono>
+
+namespace {
+
+QByteArray contentOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString baseName(const QByteArray& path)
+{
+    return QString::fromUtf8(path.mid(path.lastIndexOf('/') + 1));
+}
+
+// The tool among the words: what an interpreter runs, unless that is a line of its own.
+int toolAmong(const QList<QByteArray>& words)
+{
+    static const QStringList interpreters = {"env", "bash", "sh", "perl", "tclsh", "tclsh8.6"};
+    int tool = 0;
+    while (tool + 1 < words.size() && interpreters.contains(baseName(words.at(tool))) &&
+           !words.at(tool + 1).startsWith('-'))
+        ++tool;
+    return tool;
+}
+
+QStringList filesWith(const QByteArray& text, const QString& folder)
+{
+    QStringList found;
+    QDirIterator files(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        if (contentOf(files.next()).contains(text))
+            found << files.filePath();
+    }
+    return found;
+}
+
+} // namespace
+
+QStringList placesOf(const QByteArray& text)
+{
+    QStringList found;
+    const QStringList processes = QDir("/proc").entryList({"[0-9]*"}, QDir::Dirs);
+    for (const QString& process : processes) {
+        const QString folder = "/proc/" + process;
+        const QList<QByteArray> words = contentOf(folder + "/cmdline").split('\0');
+        const int tool = toolAmong(words);
+        const QString name = baseName(words.at(tool));
+        for (int i = tool; i < words.size(); ++i) {
+            if (words.at(i).contains(text))
+                found << name + ' ' + QString::number(i - tool);
+        }
+        if (contentOf(folder + "/environ").contains(text))
+            found << name + " environment";
+    }
+    return found;
+}
+
+CommandLineWatch::CommandLineWatch(const QByteArray& text)
+    : thread([this, text] {
+          while (!ended) {
+              places += placesOf(text) + filesWith(text, "/tmp");
+              std::this_thread::sleep_for(std::chrono::milliseconds(2));
+          }
+      })
+{
+}
+
+CommandLineWatch::~CommandLineWatch()
+{
+    end();
+}
+
+QStringList CommandLineWatch::end()
+{
+    ended = true;
+    if (thread.joinable())
+        thread.join();
+    places.removeDuplicates();
+    places.sort();
+    return places;
+}
