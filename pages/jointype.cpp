@@ -241,6 +241,7 @@ bool JoinType::validatePage()
     // Unlike the leave, a cancelled administrator prompt is shown, too, with what the run before it
     // has printed.
     showWarning(joinOutput);
+    // Only where the user may join again: after a success the assistant soon ends, and keeps it.
     delete[] arguments;
     return false;
 }

@@ -132,6 +132,7 @@ bool LeaveIntro::validatePage()
     if (status == errAuthorizationCanceled)
         return false;
     showWarning(leaveOutput);
+    // Kept after a success, when the assistant soon ends, and after a cancelled prompt.
     delete[] arguments;
     return false;
 }
