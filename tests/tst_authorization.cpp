@@ -72,15 +72,6 @@ public:
             fclose(stream);
         stream = nullptr;
     }
-    QByteArray readAll() const
-    {
-        QByteArray all;
-        char chunk[512];
-        while (const size_t count = fread(chunk, 1, sizeof chunk, stream))
-            all.append(chunk, static_cast<int>(count));
-        return all;
-    }
-
     OSStatus status = 0;
     FILE* stream = nullptr;
 };
@@ -96,7 +87,7 @@ AuthorizationRef newReference()
 QByteArray printedByShell(const QByteArray& script)
 {
     const Run run(newReference(), "/bin/sh", {"-c", script});
-    return run.stream == nullptr ? "not started" : run.readAll();
+    return run.stream == nullptr ? "not started" : rest(run.stream);
 }
 
 void answerPrompt(int exitStatus)
@@ -194,7 +185,7 @@ void TestAuthorization::promptsAnswerDecides()
     QCOMPARE(run.status, status);
     QCOMPARE(run.stream != nullptr, status == 0);
     if (run.stream != nullptr)
-        run.readAll(); // to the tool's end
+        rest(run.stream); // to the tool's end
     QCOMPARE(World::callsOf("mvjoin").size(), status == 0 ? 1 : 0);
 }
 
@@ -289,7 +280,7 @@ void TestAuthorization::streamGoesBothWays()
     const Run run(newReference(), "/bin/sh", {"-c", "read line; echo \"got $line\""});
     fputs("a word\n", run.stream);
     fflush(run.stream);
-    QCOMPARE(run.readAll(), QByteArray("got a word\n"));
+    QCOMPARE(rest(run.stream), QByteArray("got a word\n"));
 }
 
 void TestAuthorization::standardErrorIsLeftAlone()
@@ -347,7 +338,7 @@ void TestAuthorization::closingTellsTheToolItsInputHasEnded()
 void TestAuthorization::writingToAnEndedToolFails()
 {
     const Run run(newReference(), "/bin/true");
-    QCOMPARE(run.readAll(), QByteArray());
+    QCOMPARE(rest(run.stream), QByteArray());
     const QByteArray much(10 * BUFSIZ, 'x'); // goes past the stream's own buffer
     const auto size = static_cast<size_t>(much.size());
     QCOMPARE(fwrite(much.constData(), 1, size, run.stream), size_t(0));
@@ -362,7 +353,7 @@ void TestAuthorization::outputOfAnEndedToolIsWhole()
     const Run run(newReference(), World::path("mvjoin"));
     siginfo_t info = {};
     QCOMPARE(waitid(P_ALL, 0, &info, WEXITED | WNOWAIT), 0);
-    QVERIFY(run.readAll() == answer.output);
+    QVERIFY(rest(run.stream) == answer.output);
 }
 
 WORLD_TEST_MAIN(TestAuthorization)

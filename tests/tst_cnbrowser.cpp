@@ -41,14 +41,6 @@ namespace {
 const QString refusal = QStringLiteral("The selected distinguished name(DN) is not a container "
                                        "object.  Please reselect (e.g. OU or CN)");
 
-void answerScript(const QByteArray& output, int exitStatus = 0)
-{
-    Answer answer;
-    answer.output = output;
-    answer.exitStatus = exitStatus;
-    World::answer("mvedit", answer);
-}
-
 // The browser, and what it has reported.
 class Browser
 {
@@ -137,18 +129,18 @@ void TestContainerBrowser::unusableDataIsReported()
 {
     QFETCH(QByteArray, output);
     QFETCH(int, exitStatus);
-    answerScript(output, exitStatus);
+    World::answer("mvedit", {output, "", exitStatus});
     Browser browser;
     QCOMPARE(browser.load(), QList<int>{CNBROWSER_NO_DATA});
 }
 
 void TestContainerBrowser::failedLoadIsLoadedAnew()
 {
-    answerScript({}, 1);
+    World::answer("mvedit", {"", "", 1});
     Browser browser;
     QCOMPARE(browser.load(), QList<int>{CNBROWSER_NO_DATA});
     QCOMPARE(browser.load(), QList<int>{CNBROWSER_NO_DATA});
-    answerScript("OU=a,DC=x\n");
+    World::answer("mvedit", {"OU=a,DC=x\n", ""});
     QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
     QCOMPARE(World::calls().size(), 3);
 }
@@ -169,7 +161,7 @@ void TestContainerBrowser::formIsAsItShouldBe()
 
 void TestContainerBrowser::loadDrawsTheTree()
 {
-    answerScript("OU=Sales,DC=example,DC=test\n");
+    World::answer("mvedit", {"OU=Sales,DC=example,DC=test\n", ""});
     Browser browser;
     QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
     QCOMPARE(World::calls().size(), 1);
@@ -182,7 +174,7 @@ void TestContainerBrowser::loadDrawsTheTree()
 
 void TestContainerBrowser::sameDomainIsNotLoadedAgain()
 {
-    answerScript("OU=a,DC=x\n");
+    World::answer("mvedit", {"OU=a,DC=x\n", ""});
     Browser browser;
     QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
     const QAbstractItemModel* model = browser.tree()->model();
@@ -195,10 +187,10 @@ void TestContainerBrowser::sameDomainIsNotLoadedAgain()
 
 void TestContainerBrowser::otherDomainIsLoaded()
 {
-    answerScript("OU=a,DC=x\n");
+    World::answer("mvedit", {"OU=a,DC=x\n", ""});
     Browser browser;
     QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
-    answerScript("OU=b,DC=y\n");
+    World::answer("mvedit", {"OU=b,DC=y\n", ""});
     browser.dialog.setDomainInfo("Example.test", "admin", "secret");
     QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
     QCOMPARE(World::calls().size(), 2);
@@ -216,7 +208,7 @@ void TestContainerBrowser::drawingWithoutALoaderReportsNothing()
 
 void TestContainerBrowser::clearedDataIsLoadedAgain()
 {
-    answerScript("OU=a,DC=x\n");
+    World::answer("mvedit", {"OU=a,DC=x\n", ""});
     Browser browser;
     browser.load();
     browser.dialog.clearData();
@@ -253,7 +245,7 @@ void TestContainerBrowser::chosenContainerIsReportedAsItsName()
     QFETCH(QByteArray, output);
     QFETCH(QString, item);
     QFETCH(QString, name);
-    answerScript(output);
+    World::answer("mvedit", {output, ""});
     Browser browser;
     browser.load();
     browser.dialog.show();
@@ -274,7 +266,7 @@ void TestContainerBrowser::chosenDomainIsRefused_data()
 void TestContainerBrowser::chosenDomainIsRefused()
 {
     QFETCH(QString, item);
-    answerScript("DCx=a,DC=example,DC=com\n");
+    World::answer("mvedit", {"DCx=a,DC=example,DC=com\n", ""});
     Browser browser;
     browser.load();
     browser.dialog.show();
@@ -287,7 +279,7 @@ void TestContainerBrowser::chosenDomainIsRefused()
 
 void TestContainerBrowser::choosingNothingIsRefused()
 {
-    answerScript("OU=a,DC=x\n");
+    World::answer("mvedit", {"OU=a,DC=x\n", ""});
     Browser browser;
     browser.load();
     browser.dialog.show();
@@ -300,7 +292,7 @@ void TestContainerBrowser::choosingNothingIsRefused()
 
 void TestContainerBrowser::onlyTheCurrentRowCounts()
 {
-    answerScript("OU=a,DC=x\nOU=b,DC=x\n");
+    World::answer("mvedit", {"OU=a,DC=x\nOU=b,DC=x\n", ""});
     Browser browser;
     browser.load();
     browser.dialog.show();
@@ -316,7 +308,7 @@ void TestContainerBrowser::onlyTheCurrentRowCounts()
 
 void TestContainerBrowser::afterTwoLoadsOneClickChoosesTwice()
 {
-    answerScript("OU=a,DC=x\n");
+    World::answer("mvedit", {"OU=a,DC=x\n", ""});
     Browser browser;
     browser.load();
     browser.load(); // which is none, for the same domain
@@ -333,7 +325,7 @@ void TestContainerBrowser::afterTwoLoadsOneClickChoosesTwice()
 
 void TestContainerBrowser::cancelReportsNothing()
 {
-    answerScript("OU=a,DC=x\n");
+    World::answer("mvedit", {"OU=a,DC=x\n", ""});
     Browser browser;
     browser.load();
     browser.dialog.show();

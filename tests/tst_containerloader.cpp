@@ -37,14 +37,6 @@ private slots:
 
 namespace {
 
-void answerScript(const QByteArray& output, int exitStatus = 0)
-{
-    Answer answer;
-    answer.output = output;
-    answer.exitStatus = exitStatus;
-    World::answer("mvedit", answer);
-}
-
 // A load from its start to its end.
 class Load
 {
@@ -114,7 +106,7 @@ void TestContainerLoader::failedScriptGivesNoData_data()
 void TestContainerLoader::failedScriptGivesNoData()
 {
     QFETCH(int, code);
-    answerScript("OU=a,DC=x\n", code);
+    World::answer("mvedit", {"OU=a,DC=x\n", "", code});
     Load load;
     QVERIFY(load.run());
     QCOMPARE(messages(), QStringList{QString("readStdOutput errcode:  %1").arg(code)});
@@ -147,7 +139,7 @@ void TestContainerLoader::outputWithoutADomainGivesNoModel_data()
 void TestContainerLoader::outputWithoutADomainGivesNoModel()
 {
     QFETCH(QByteArray, output);
-    answerScript(output);
+    World::answer("mvedit", {output, ""});
     Load load;
     QVERIFY(load.run());
     QVERIFY(!load.helper.cnDataCheck());
@@ -240,7 +232,7 @@ void TestContainerLoader::outputMakesTheModel_data()
 void TestContainerLoader::outputMakesTheModel()
 {
     QFETCH(QByteArray, output);
-    answerScript(output);
+    World::answer("mvedit", {output, ""});
     Load load;
     QVERIFY(load.run());
     QVERIFY(load.helper.cnDataCheck());
@@ -261,7 +253,7 @@ void TestContainerLoader::standardErrorIsNotData()
 
 void TestContainerLoader::modelIsMadeOnce()
 {
-    answerScript("DC=x\n");
+    World::answer("mvedit", {"DC=x\n", ""});
     Load load;
     QVERIFY(load.run());
     QVERIFY(load.model() != nullptr);
@@ -271,11 +263,11 @@ void TestContainerLoader::modelIsMadeOnce()
 
 void TestContainerLoader::secondLoadReleasesTheFirst()
 {
-    answerScript("DC=first\n");
+    World::answer("mvedit", {"DC=first\n", ""});
     Load load;
     QVERIFY(load.run());
     QVERIFY(load.model() != nullptr);
-    answerScript("DC=second\n");
+    World::answer("mvedit", {"DC=second\n", ""});
     QVERIFY(load.run());
     QCOMPARE(rootTexts(load.model().get()), QStringList{"DC=second"});
     // The output of a load goes as well, even when no model was made of it.
@@ -296,7 +288,7 @@ void TestContainerLoader::secondLoadEndsAScriptThatStillRuns()
     load.helper.getCNData();
     const auto release = qScopeGuard([] { World::release("mvedit"); });
     QTRY_COMPARE(World::calls().size(), 1);
-    answerScript("DC=x\n");
+    World::answer("mvedit", {"DC=x\n", ""});
     QVERIFY(load.run());
     QCOMPARE(rootTexts(load.model().get()), QStringList{"DC=x"});
 }
@@ -318,7 +310,7 @@ void TestContainerLoader::releasedScriptReportsNothing()
 
 void TestContainerLoader::clearingReleasesEverything()
 {
-    answerScript("DC=x\n");
+    World::answer("mvedit", {"DC=x\n", ""});
     Load load;
     QVERIFY(load.run());
     load.helper.clearAllData();

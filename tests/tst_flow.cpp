@@ -78,23 +78,12 @@ private slots:
 
 void TestFlow::refusedInterimCheckRestarts_data()
 {
-    QTest::addColumn<QString>("missing");
-    QTest::addColumn<int>("prompt");
-    QTest::newRow("no prompt to be had") << "authorization_prompt" << 0;
-    QTest::newRow("no such tool") << "dsconfigad" << 0;
-    QTest::newRow("prompt cancelled") << "" << 1;
-    QTest::newRow("right denied") << "" << 2;
+    addRefusedRuns();
 }
 
 void TestFlow::refusedInterimCheckRestarts()
 {
-    QFETCH(QString, missing);
-    QFETCH(int, prompt);
-    if (!missing.isEmpty())
-        World::removeTool(missing);
-    Answer answer;
-    answer.exitStatus = prompt;
-    World::answer("authorization_prompt", answer);
+    refuseRuns();
     WizardDriver driver;
     QCOMPARE(driver.next(), QStringList());
     QCOMPARE(driver.page(), 0);

@@ -42,24 +42,12 @@ private slots:
 
 void TestInterimIntro::refusedRunRefusesTheStepInSilence_data()
 {
-    QTest::addColumn<QString>("missing");
-    QTest::addColumn<int>("prompt");
-    QTest::newRow("tool missing") << "dsconfigad" << 0;
-    QTest::newRow("prompt missing") << "authorization_prompt" << 0;
-    QTest::newRow("prompt cancelled") << "" << 1;
-    QTest::newRow("right denied") << "" << 2;
-    QTest::newRow("prompt failed") << "" << 3;
+    addRefusedRuns();
 }
 
 void TestInterimIntro::refusedRunRefusesTheStepInSilence()
 {
-    QFETCH(QString, missing);
-    QFETCH(int, prompt);
-    if (!missing.isEmpty())
-        World::removeTool(missing);
-    Answer answer;
-    answer.exitStatus = prompt;
-    World::answer("authorization_prompt", answer);
+    refuseRuns();
     InterimIntro page;
     bool valid = true;
     QCOMPARE(warningsDuring([&] { valid = page.validatePage(); }), QStringList());

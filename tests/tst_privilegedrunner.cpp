@@ -66,15 +66,6 @@ public:
     Run(const Run&) = delete;
     Run& operator=(const Run&) = delete;
 
-    QByteArray rest() const
-    {
-        QByteArray all;
-        char chunk[512];
-        while (const size_t count = fread(chunk, 1, sizeof chunk, stream))
-            all.append(chunk, static_cast<int>(count));
-        return all;
-    }
-
     int result = 0;
     FILE* stream = nullptr;
 };
@@ -267,7 +258,7 @@ void TestPrivilegedRunner::restOfTheOutputIsTheCallers()
     const QByteArray output = "first line\nsecond" + QByteArray(2000, 'x');
     World::answer("gui_helper_tool", helperAnswer(7, output));
     const Run run("gui_helper_tool");
-    QCOMPARE(run.rest(), output);
+    QCOMPARE(rest(run.stream), output);
 }
 
 void TestPrivilegedRunner::killedToolIs998_data()
@@ -286,7 +277,7 @@ void TestPrivilegedRunner::killedToolIs998()
     World::answer("gui_helper_tool", answer);
     const Run run("gui_helper_tool");
     QCOMPARE(run.result, 998);
-    QCOMPARE(run.rest(), QByteArray("text"));
+    QCOMPARE(rest(run.stream), QByteArray("text"));
     QCOMPARE(exitLines(messages()), QStringList());
 }
 
@@ -329,7 +320,7 @@ void TestPrivilegedRunner::toolWithoutItsPidCountsAsSuccess()
     World::answer("dsconfigad", answer);
     const Run run("dsconfigad", {"-show"});
     QCOMPARE(run.result, 0);
-    QCOMPARE(run.rest(), output.mid(4));
+    QCOMPARE(rest(run.stream), output.mid(4));
     QCOMPARE(exitLines(messages()),
              QStringList{"[ rc: 0 ] [ WIFEXITED(rc):  true ] [WEXITSTATUS(rc):  0 ]"});
 }

@@ -190,6 +190,35 @@ void clickThroughWindow(QWidget* widget)
                       widget->mapTo(window, QPoint(10, widget->height() / 2)));
 }
 
+QByteArray rest(FILE* stream)
+{
+    QByteArray all;
+    char chunk[512];
+    while (const size_t count = fread(chunk, 1, sizeof chunk, stream))
+        all.append(chunk, static_cast<int>(count));
+    return all;
+}
+
+void addRefusedRuns()
+{
+    QTest::addColumn<QString>("missing");
+    QTest::addColumn<int>("prompt");
+    QTest::newRow("tool missing") << "dsconfigad" << 0;
+    QTest::newRow("prompt missing") << "authorization_prompt" << 0;
+    QTest::newRow("prompt cancelled") << "" << 1;
+    QTest::newRow("right denied") << "" << 2;
+    QTest::newRow("prompt failed") << "" << 3;
+}
+
+void refuseRuns()
+{
+    QFETCH(QString, missing);
+    QFETCH(int, prompt);
+    if (!missing.isEmpty())
+        World::removeTool(missing);
+    World::answer("authorization_prompt", {"", "", prompt});
+}
+
 QStringList visibleTexts(const QWidget* widget)
 {
     QStringList texts;

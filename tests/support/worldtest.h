@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QTest>
 
+#include <cstdio>
 #include <functional>
 #include <sys/resource.h>
 
@@ -64,6 +65,14 @@ private:
 
 // The open descriptors of this process.
 QList<int> openDescriptors();
+
+// All that is left to read in a stream.
+QByteArray rest(FILE* stream);
+
+// Rows for each way in which the right to run the system's own tool, or the tool itself, is not to
+// be had; and the state of the Mac that the current row asks for.
+void addRefusedRuns();
+void refuseRuns();
 
 // The texts of the visible labels below a widget, in the form's order.
 QStringList visibleTexts(const QWidget* widget);
