@@ -81,6 +81,12 @@ void DomainTest::joinMac(const QString& computerName)
                       PracticeMac::domain, "-w", "-n", computerName});
 }
 
+void DomainTest::initTestCase()
+{
+    QVERIFY2(QFile::exists(QStringLiteral("/var/lib/practice-domain")),
+             "This test runs on the practice Mac: use practice/world");
+}
+
 void DomainTest::init()
 {
     if (PracticeMac::isJoined())

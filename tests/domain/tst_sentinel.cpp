@@ -60,6 +60,7 @@ QString writtenSince(const QString& stamp, const QString& text)
 // In /tmp is only what the tools and the assistant put there.
 void TestSentinel::initTestCase()
 {
+    DomainTest::initTestCase();
     QVERIFY(mount("own", "/tmp", "tmpfs", 0, nullptr) == 0);
     PracticeMac::run("/usr/bin/samba-tool", {"user", "setpassword", PracticeMac::administrator,
                                              "--newpassword=" + rightPassword,
