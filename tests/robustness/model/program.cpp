@@ -208,11 +208,8 @@ View Program::take(const Step& step, const Machine& machine)
         joining = !joining;
         break;
     }
-    // No thread may be left when this process forks, and no event that has announced itself over
-    // the descriptor that all forks share: with a time to keep to, events are processed until there
-    // are none.
+    // No thread may be left when this process forks.
     QThreadPool::globalInstance()->waitForDone();
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 1000);
 
     View view;
     if (wizard->isVisible()) {
