@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/wizard.h"
+#include "tests/support/texts.h"
 #include "tests/support/worldtest.h"
 
 #include <QAbstractButton>
@@ -15,14 +16,6 @@ inline QStringList credentialCheck(const QString& domain, const QString& user,
             QStringLiteral("/Applications/Utilities/Morvanta/Morvanta Join Assistant.app/Contents/"
                            "Resources/check_domain_cred.tcl"),
             domain, user, password};
-}
-
-// What a refused check tells the user.
-inline QString refusedCheck(const QString& complaint)
-{
-    return QStringLiteral(
-               "Validation of username, password, and domain failed with this error:\n") +
-           complaint;
 }
 
 // A person in front of the wizard: presses its buttons and types into the current page's edits.

@@ -154,12 +154,6 @@ QString checkComplaint(const Fault& fault)
     return killed ? QString(strsignal(fault.signal)) : decoded(fault.output).section('\n', 0, 0);
 }
 
-const QString checkFailed =
-    QStringLiteral("Validation of username, password, and domain failed with this error:\n");
-const QString browseRefused =
-    QStringLiteral("Browse require domain name, domain administrator name and password, please "
-                   "make sure they are inputted correctly in the previous page!");
-
 // --- The uses
 
 void nothing(WizardDriver&) {}
@@ -173,13 +167,7 @@ QString expectGreeting(const Fault& fault, int status)
 {
     if (shellStatus(fault, status) == 0)
         return '"' + shortened("You are currently joined to " + undecoded(fault.output)) + '"';
-    return '"' +
-           shortened("Welcome to the Morvanta Join Assistant.  This assistant will help you join "
-                     "your Mac to your Active Directory Domain.  We will require an Active "
-                     "Directory Administrator's username and password during this process.  If "
-                     "you do not know one, please find your Active Directory Administrator to "
-                     "provide the necessary information.") +
-           '"';
+    return '"' + shortened(greeting("join your Mac to your", "Domain")) + '"';
 }
 
 QString useComputerName(WizardDriver& driver)
@@ -225,7 +213,7 @@ QString expectCheck(const Fault& fault, int status)
 {
     if (shellStatus(fault, status) == 0)
         return seen(4, {});
-    return seen(3, {asWarned(checkFailed + checkComplaint(fault))});
+    return seen(3, {asWarned(refusedCheck(checkComplaint(fault)))});
 }
 
 void prepareJoin(WizardDriver& driver)
@@ -278,7 +266,7 @@ QString expectBrowse(const Fault& fault, int status)
     const bool killed = fault.signal != 0 && fault.signal != SIGSTOP;
     if (!killed && status == 0 && fault.output.contains("DC="))
         return QString("browser with %1 containers").arg(fault.output.count('\n'));
-    return seen(4, {browseRefused});
+    return seen(4, {refusedBrowse()});
 }
 
 QString expectJoin(const Fault& fault, int status)

@@ -1,5 +1,7 @@
 #include "tests/robustness/model/model.h"
 
+#include "tests/support/texts.h"
+
 #include <QDataStream>
 
 namespace Model {
@@ -15,11 +17,6 @@ const QStringList branches = {"DC=test", "DC=example", "OU=Europe", "OU=Sales"};
 namespace {
 
 const QString notFound = QStringLiteral("sh: 1: /usr/local/bin/mvedit: not found\n");
-const QString checkFailed =
-    QStringLiteral("Validation of username, password, and domain failed with this error:\n");
-const QString browseRefused =
-    QStringLiteral("Browse require domain name, domain administrator name and password, please "
-                   "make sure they are inputted correctly in the previous page!");
 const QString notAContainer =
     QStringLiteral("The selected distinguished name(DN) is not a container object.  Please "
                    "reselect (e.g. OU or CN)");
@@ -34,16 +31,6 @@ constexpr int asksPerVisit = 2;
 QString firstLine(const QString& text)
 {
     return text.section('\n', 0, 0);
-}
-
-QString greeting(const char* verb, const char* noun)
-{
-    return QStringLiteral("Welcome to the Morvanta Join Assistant.  This assistant will help you "
-                          "%1 Active Directory %2.  We will require an Active Directory "
-                          "Administrator's username and password during this process.  If you do "
-                          "not know one, please find your Active Directory Administrator to "
-                          "provide the necessary information.")
-        .arg(verb, noun);
 }
 
 QString edit(const QString& text, bool enabled = true)
@@ -250,7 +237,7 @@ bool Rules::check(const QString& domain, const QString& user, const QString& pas
         output = complaint;
     else if (outcome != Outcome::CheckSilent)
         return true;
-    dialogs << checkFailed + firstLine(output);
+    dialogs << refusedCheck(firstLine(output));
     return false;
 }
 
@@ -557,7 +544,7 @@ void Rules::refuseBrowsing()
 {
     on.containerName = QString();
     on.container = false;
-    dialogs << browseRefused;
+    dialogs << refusedBrowse();
 }
 
 void Rules::browse(Outcome outcome)
