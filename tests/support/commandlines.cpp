@@ -66,7 +66,7 @@ CommandLineWatch::CommandLineWatch(const QByteArray& text)
     : thread([this, text] {
           while (!ended) {
               places += placesOf(text) + filesWith(text, "/tmp");
-              std::this_thread::sleep_for(std::chrono::milliseconds(2));
+              std::this_thread::sleep_for(std::chrono::milliseconds(5));
           }
       })
 {
