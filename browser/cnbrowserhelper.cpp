@@ -64,12 +64,55 @@ bool cnbrowserhelper::cnDataCheck()
 
 namespace {
 
+QStringView trimmedRight(QStringView text)
+{
+    while (!text.isEmpty() && text.back().isSpace())
+        text.chop(1);
+    return text;
+}
+
+// A distinguished name, split where its innermost component ends.
+struct Name {
+    explicit Name(QStringView text)
+    {
+        text = text.trimmed();
+        const auto comma = text.indexOf(QLatin1Char(','));
+        hasParent = comma >= 0;
+        component = hasParent ? trimmedRight(text.left(comma)) : text;
+        parent = text.mid(comma + 1);
+    }
+
+    QStringView component;
+    QStringView parent; // the whole name when there is none
+    bool hasParent;
+};
+
+QStringView parentOf(QStringView line)
+{
+    return line.mid(line.indexOf(QLatin1Char(',')) + 1);
+}
+
+// Whether most names follow one of the same parent, as they do when a directory is listed level by
+// level, or branch by branch.
+bool siblingsAreTogether(const QVector<QStringRef>& lines)
+{
+    int together = 0;
+    QStringView before;
+    for (const QStringRef& line : lines) {
+        const QStringView parent = parentOf(line);
+        if (parent == before)
+            ++together;
+        before = parent;
+    }
+    return together > lines.size() / 2;
+}
+
 // A number that brings names near each other in the tree together when they are sorted by it: eight
 // bits for each of the last six components, so that neighbours share the upper levels, and sixteen
 // for the whole parent. Two parents of the same number are no harm, only slower.
-quint64 placeInTree(QStringView name)
+quint64 placeInTree(QStringView line)
 {
-    const QStringView parent = name.mid(name.indexOf(QLatin1Char(',')) + 1);
+    const QStringView parent = parentOf(line);
     quint64 place = qHash(parent) & 0xffff;
     qsizetype end = parent.size();
     for (int shift = 56; shift >= 16 && end > 0; shift -= 8) {
@@ -81,21 +124,24 @@ quint64 placeInTree(QStringView name)
     return place;
 }
 
-struct PlacedName {
-    quint64 place;
-    QStringView name;
-};
-
-std::vector<PlacedName> sortedByPlace(const QVector<QStringRef>& lines)
+QVector<QStringRef> sortedByPlace(const QVector<QStringRef>& lines)
 {
-    std::vector<PlacedName> names;
-    names.reserve(static_cast<size_t>(lines.size()));
+    struct PlacedLine {
+        quint64 place;
+        QStringRef line;
+    };
+    std::vector<PlacedLine> placed;
+    placed.reserve(static_cast<size_t>(lines.size()));
     for (const QStringRef& line : lines)
-        names.push_back({placeInTree(line), line});
-    std::sort(names.begin(), names.end(), [](const PlacedName& left, const PlacedName& right) {
+        placed.push_back({placeInTree(line), line});
+    std::sort(placed.begin(), placed.end(), [](const PlacedLine& left, const PlacedLine& right) {
         return left.place < right.place;
     });
-    return names;
+    QVector<QStringRef> sorted;
+    sorted.reserve(lines.size());
+    for (const PlacedLine& next : placed)
+        sorted.append(next.line);
+    return sorted;
 }
 
 } // namespace
@@ -104,7 +150,22 @@ QStandardItemModel* cnbrowserhelper::createModelOutOfCNData()
 {
     if (!cnDataCheck() || cnTree == nullptr)
         return nullptr;
-    fillTree(cnOutput->splitRef(QLatin1Char('\n')));
+    const QVector<QStringRef> lines = cnOutput->splitRef(QLatin1Char('\n'));
+    if (siblingsAreTogether(lines)) {
+        fillTree(lines);
+    } else {
+        // Inserted in any order, each of a million names would wait for memory on every level of
+        // its path; siblings together find their parent at hand.
+        prefixesDiffered = false;
+        fillTree(sortedByPlace(lines));
+        // The order makes a difference only for containers such as OU=a and CN=a side by side, of
+        // which the first in the script's output counts.
+        if (prefixesDiffered) {
+            clearCNData(cnTree);
+            cnTree->clear();
+            fillTree(lines);
+        }
+    }
     delete cnOutput;
     cnOutput = nullptr;
     return getTreeModel(cnTree);
@@ -112,19 +173,29 @@ QStandardItemModel* cnbrowserhelper::createModelOutOfCNData()
 
 void cnbrowserhelper::fillTree(const QVector<QStringRef>& lines)
 {
-    // A directory lists its containers in any order. Inserted so, each of a million names would
-    // wait for memory on every level of its path; siblings together find their parent at hand.
-    prefixesDiffered = false;
-    for (const PlacedName& placed : sortedByPlace(lines))
-        insertName(placed.name, cnTree);
-    if (!prefixesDiffered)
-        return;
-    // The order makes a difference only for containers such as OU=a and CN=a side by side, of which
-    // the first in the script's output counts.
-    clearCNData(cnTree);
-    cnTree->clear();
-    for (const QStringRef& line : lines)
-        insertName(line, cnTree);
+    constexpr int ahead = 8;
+    constexpr int cacheLine = 64 / sizeof(QChar);
+    QStringView latestParent;
+    Level* latestLevel = nullptr;
+    for (int i = 0; i < lines.size(); ++i) {
+        // Sorted lines lie anywhere in the text, and their beginnings would be waited for.
+        if (i + ahead < lines.size()) {
+            const QChar* text = lines.at(i + ahead).unicode();
+            __builtin_prefetch(text);
+            __builtin_prefetch(text + cacheLine);
+        }
+        const Name name(lines.at(i));
+        Level* level = cnTree;
+        if (name.hasParent) {
+            if (latestLevel == nullptr || name.parent != latestParent) {
+                latestParent = name.parent;
+                latestLevel = levelBelow(cnTree, name.parent);
+            }
+            level = latestLevel;
+        }
+        if (level != nullptr)
+            leafFor(level, name.component);
+    }
 }
 
 void cnbrowserhelper::clearAllData()
@@ -149,51 +220,57 @@ void cnbrowserhelper::clearAllData()
 
 namespace {
 
+const std::array<QString, 3>& usualPrefixes()
+{
+    static const std::array<QString, 3> prefixes = {QStringLiteral("OU="), QStringLiteral("CN="),
+                                                    QStringLiteral("DC=")};
+    return prefixes;
+}
+
 // The usual prefixes are shared by all leaves.
 QString prefixText(QStringView prefix)
 {
-    static const std::array<QString, 3> usual = {QStringLiteral("OU="), QStringLiteral("CN="),
-                                                 QStringLiteral("DC=")};
-    for (const QString& text : usual) {
-        if (prefix == text)
-            return text;
+    for (const QString& usual : usualPrefixes()) {
+        if (prefix == usual)
+            return usual;
     }
     return prefix.toString();
-}
-
-QStringView trimmedRight(QStringView text)
-{
-    while (!text.isEmpty() && text.back().isSpace())
-        text.chop(1);
-    return text;
 }
 
 } // namespace
 
 void cnbrowserhelper::parseCNData(QString dn, QMap<QString, cnleaf*>* level)
 {
-    if (level != nullptr)
-        insertName(dn, level);
+    if (level == nullptr)
+        return;
+    if (!level->isSharedWith(knownTop))
+        knownLevels.clear();
+    const Name name(dn);
+    Level* above = name.hasParent ? knownLevel(name.parent) : nullptr;
+    if (above == nullptr) {
+        // The top level may get entries, so it shares none meanwhile.
+        knownTop.clear();
+        above = name.hasParent ? newlyKnownLevel(level, name.parent) : level;
+    }
+    if (above != nullptr)
+        leafFor(above, name.component);
+    knownTop = *level;
 }
 
-void cnbrowserhelper::insertName(QStringView name, QMap<QString, cnleaf*>* top)
+QMap<QString, cnleaf*>* cnbrowserhelper::knownLevel(QStringView name) const
 {
-    name = name.trimmed();
+    return knownLevels.value(QString::fromRawData(name.data(), static_cast<int>(name.size())));
+}
+
+QMap<QString, cnleaf*>* cnbrowserhelper::newlyKnownLevel(QMap<QString, cnleaf*>* top,
+                                                         QStringView name)
+{
     const auto comma = name.indexOf(QLatin1Char(','));
-    QMap<QString, cnleaf*>* level = top;
-    if (comma >= 0) {
-        const QStringView parent = name.mid(comma + 1);
-        // A level without entries is a new tree, even where a former one has been.
-        if (latestTop != top || top->isEmpty() || parent != latestParent) {
-            latestTop = top;
-            latestParent = parent.toString();
-            latestLevel = levelBelow(top, parent);
-        }
-        level = latestLevel;
-        name = trimmedRight(name.left(comma));
-    }
-    if (level != nullptr && !name.isEmpty())
-        leafFor(level, name);
+    Level* above = comma < 0 ? nullptr : knownLevel(name.mid(comma + 1));
+    Level* level = above == nullptr ? levelBelow(top, name) : levelBelow(above, name.left(comma));
+    if (level != nullptr)
+        knownLevels.insert(name.toString(), level);
+    return level;
 }
 
 QMap<QString, cnleaf*>* cnbrowserhelper::levelBelow(QMap<QString, cnleaf*>* level, QStringView name)
@@ -204,9 +281,9 @@ QMap<QString, cnleaf*>* cnbrowserhelper::levelBelow(QMap<QString, cnleaf*>* leve
         name = trimmedRight(name.left(comma));
         comma = name.lastIndexOf(QLatin1Char(','));
         const QStringView component = name.mid(comma + 1);
-        if (component.isEmpty())
-            return nullptr;
         cnleaf* leaf = leafFor(level, component);
+        if (leaf == nullptr)
+            return nullptr;
         if (leaf->getNode() == nullptr)
             leaf->setNode(newLevel());
         level = leaf->getNode();
@@ -216,6 +293,8 @@ QMap<QString, cnleaf*>* cnbrowserhelper::levelBelow(QMap<QString, cnleaf*>* leve
 
 cnleaf* cnbrowserhelper::leafFor(QMap<QString, cnleaf*>* level, QStringView component)
 {
+    if (component.isEmpty())
+        return nullptr;
     // Always three characters, so that a component with a blank before it keeps the blank, and
     // every attribute shows in the tree as it stands in the name.
     const auto prefixLength = qMin<qsizetype>(3, component.size());
@@ -231,26 +310,68 @@ cnleaf* cnbrowserhelper::leafFor(QMap<QString, cnleaf*>* level, QStringView comp
 
 namespace {
 
-// A container's item, which shares the texts of the tree instead of holding a copy of its own.
+// A container's item, which shares its value with the tree instead of holding a text of its own.
 class ContainerItem : public QStandardItem
 {
 public:
-    ContainerItem(const QStandardItem& prototype, const QString& prefix, const QString& value)
-        : QStandardItem(prototype), prefix(prefix), value(value)
+    ContainerItem(const QStandardItem& prototype, const QString& value)
+        : QStandardItem(prototype), value(value)
     {
     }
 
     QVariant data(int role) const override
     {
         if (role == Qt::DisplayRole || role == Qt::EditRole)
-            return QString(prefix % value);
+            return QString(prefix() % value);
         return QStandardItem::data(role);
     }
 
 private:
-    QString prefix;
+    virtual QString prefix() const = 0;
+
     QString value;
 };
+
+// The usual prefixes are a matter of the class, since a member for them would cost every item 16
+// bytes of memory.
+template <size_t usual> class UsualItem : public ContainerItem
+{
+    using ContainerItem::ContainerItem;
+
+    QString prefix() const override
+    {
+        return usualPrefixes()[usual];
+    }
+};
+
+class UnusualItem : public ContainerItem
+{
+public:
+    UnusualItem(const QStandardItem& prototype, const QString& prefix, const QString& value)
+        : ContainerItem(prototype, value), ownPrefix(prefix)
+    {
+    }
+
+private:
+    QString prefix() const override
+    {
+        return ownPrefix;
+    }
+
+    QString ownPrefix;
+};
+
+QStandardItem* newItem(const QStandardItem& prototype, const QString& prefix, const QString& value)
+{
+    const auto& usual = usualPrefixes();
+    if (prefix == usual[0])
+        return new UsualItem<0>(prototype, value);
+    if (prefix == usual[1])
+        return new UsualItem<1>(prototype, value);
+    if (prefix == usual[2])
+        return new UsualItem<2>(prototype, value);
+    return new UnusualItem(prototype, prefix, value);
+}
 
 using Unfilled = QVector<QPair<Level*, QStandardItem*>>;
 
@@ -262,7 +383,7 @@ QList<QStandardItem*> newItems(const Level& level, const QStandardItem& prototyp
     items.reserve(level.size());
     for (auto entry = level.cbegin(); entry != level.cend(); ++entry) {
         cnleaf* leaf = entry.value();
-        items.append(new ContainerItem(prototype, leaf->getPrefix(), entry.key()));
+        items.append(newItem(prototype, leaf->getPrefix(), entry.key()));
         if (leaf->getNode() != nullptr)
             unfilled->append({leaf->getNode(), items.last()});
     }
@@ -318,7 +439,7 @@ void cnbrowserhelper::printCNData(QMap<QString, cnleaf*>* level, QString indent)
 
 void cnbrowserhelper::clearCNData(QMap<QString, cnleaf*>* level)
 {
-    latestTop = nullptr;
+    knownLevels.clear();
     QVector<Level*> levels;
     if (level != nullptr)
         levels.append(level);

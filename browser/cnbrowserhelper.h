@@ -2,6 +2,7 @@
 
 #include "browser/cnleaf.h"
 
+#include <QHash>
 #include <QMap>
 #include <QObject>
 #include <QString>
@@ -57,12 +58,17 @@ private slots:
     void readStdOutput(int exitCode);
 
 private:
+    // Inserts all into the loader's tree, fastest where those of one parent stand together.
     void fillTree(const QVector<QStringRef>& lines);
-    void insertName(QStringView name, QMap<QString, cnleaf*>* top);
     // The level below all components of a name, made where it is missing; null when a component is
     // empty, which ends the name.
     QMap<QString, cnleaf*>* levelBelow(QMap<QString, cnleaf*>* level, QStringView name);
-    // The leaf of a component in a level, a new one when there is none.
+    // The level below a name's components where parseCNData() has been before, else null.
+    QMap<QString, cnleaf*>* knownLevel(QStringView name) const;
+    // What levelBelow() returns, remembered.
+    QMap<QString, cnleaf*>* newlyKnownLevel(QMap<QString, cnleaf*>* top, QStringView name);
+    // The leaf of a component in a level, a new one when there is none; null for an empty
+    // component.
     cnleaf* leafFor(QMap<QString, cnleaf*>* level, QStringView component);
 
     QProcess* process = nullptr;
@@ -71,10 +77,10 @@ private:
     QString domain;
     QString user;
     QString password;
-    bool prefixesDiffered = false; // since fillTree() began: one key came with two prefixes
-    // Where the latest name with a parent went: consecutive names mostly share it. Between two
-    // names of one tree its levels are changed by this object only.
-    QMap<QString, cnleaf*>* latestTop = nullptr;
-    QString latestParent;
-    QMap<QString, cnleaf*>* latestLevel = nullptr;
+    bool prefixesDiffered = false; // one key came with two prefixes
+    // Where parseCNData() has been: the levels of the tree whose top level shares its entries with
+    // `knownTop`, by their names. A top level that has changed in other hands shares them no more.
+    // What lies below is changed by this object only, while names are inserted.
+    QMap<QString, cnleaf*> knownTop;
+    QHash<QString, QMap<QString, cnleaf*>*> knownLevels;
 };
