@@ -137,6 +137,7 @@ BENCHMARK(linesParsedByOpenLdap)->Apply(allSizes);
 BENCHMARK(treeToModel)->Apply(allSizes);
 BENCHMARK(readyTextsToModel)->Apply(allSizes);
 BENCHMARK(outputToModel)->Apply(allSizes);
+BENCHMARK(outputToModel)->Name("outputToModelOnce")->Apply(allSizes)->Iterations(1);
 BENCHMARK(outputToModelStraightforwardly)->Apply(allSizes);
 
 } // namespace
