@@ -363,12 +363,13 @@ private:
 
 QStandardItem* newItem(const QStandardItem& prototype, const QString& prefix, const QString& value)
 {
+    // Leaves share the usual texts; one with a copy of its own is shown alike.
     const auto& usual = usualPrefixes();
-    if (prefix == usual[0])
+    if (prefix.isSharedWith(usual[0]))
         return new UsualItem<0>(prototype, value);
-    if (prefix == usual[1])
+    if (prefix.isSharedWith(usual[1]))
         return new UsualItem<1>(prototype, value);
-    if (prefix == usual[2])
+    if (prefix.isSharedWith(usual[2]))
         return new UsualItem<2>(prototype, value);
     return new UnusualItem(prototype, prefix, value);
 }

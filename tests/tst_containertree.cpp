@@ -17,6 +17,7 @@ private slots:
     void blankNameAddsNothing();
     void namesMakeATree_data();
     void namesMakeATree();
+    void insertsIntoTheTreeAsOthersLeftIt();
     void orderIsThatOfTheCodeUnits();
     void prefixIsTheFirstThreeCharacters();
     void itemsCannotBeEdited();
@@ -143,6 +144,23 @@ void TestContainerTree::namesMakeATree()
 {
     QFETCH(QStringList, names);
     QTEST(outline(names), "tree");
+}
+
+// Where the helper's former names went is no more where they would go now.
+void TestContainerTree::insertsIntoTheTreeAsOthersLeftIt()
+{
+    Tree tree({"OU=a,OU=b,DC=x"});
+    tree.helper.clearCNData(&tree.top);
+    tree.top.clear();
+    cnbrowserhelper other;
+    other.parseCNData("OU=c,OU=b,DC=x", &tree.top);
+    tree.helper.parseCNData("OU=d,OU=b,DC=x", &tree.top);
+    other.clearCNData(&tree.top);
+    tree.top.insert("x", new cnleaf("DC="));
+    other.parseCNData("OU=e,OU=b,DC=x", &tree.top);
+    tree.helper.parseCNData("OU=f,OU=b,DC=x", &tree.top);
+    const std::unique_ptr<QStandardItemModel> model(tree.helper.getTreeModel(&tree.top));
+    QCOMPARE(outline(model->invisibleRootItem()), QString("(DC=x(OU=b(OU=e OU=f)))"));
 }
 
 void TestContainerTree::orderIsThatOfTheCodeUnits()
