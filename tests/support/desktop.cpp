@@ -105,14 +105,22 @@ QString Desktop::title(const QString& window) const
     return ask(QStringLiteral("xdotool"), {"getwindowname", window});
 }
 
-QSize Desktop::size(const QString& window) const
+QRect Desktop::place(const QString& window) const
 {
     const QStringList lines =
         ask(QStringLiteral("xdotool"), {"getwindowgeometry", "--shell", window}).split('\n');
     const auto value = [&lines](const QString& name) {
-        return lines.filter(name).value(0).section('=', 1).toInt();
+        return lines.filter(QRegularExpression('^' + name + '=')).value(0).section('=', 1).toInt();
     };
-    return {value(QStringLiteral("WIDTH=")), value(QStringLiteral("HEIGHT="))};
+    return {value(QStringLiteral("X")), value(QStringLiteral("Y")), value(QStringLiteral("WIDTH")),
+            value(QStringLiteral("HEIGHT"))};
+}
+
+bool Desktop::isInFront(const QString& window, const QString& other) const
+{
+    const QStringList stack =
+        windowIds(ask(QStringLiteral("xprop"), {"-root", "_NET_CLIENT_LIST_STACKING"}).toLatin1());
+    return stack.contains(other) && stack.indexOf(window) > stack.indexOf(other);
 }
 
 QString Desktop::waitForWindow(const QString& title) const
@@ -138,4 +146,9 @@ bool Desktop::pressIn(const QString& window, const QString& key) const
         return false;
     ask(QStringLiteral("xdotool"), {"key", key});
     return true;
+}
+
+void Desktop::clickInto(const QString& window) const
+{
+    ask(QStringLiteral("xdotool"), {"mousemove", "--window", window, "20", "20", "click", "1"});
 }

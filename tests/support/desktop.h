@@ -2,6 +2,7 @@
 
 #include <QProcess>
 #include <QProcessEnvironment>
+#include <QRect>
 #include <QStringList>
 
 // An X display of its own with a window manager, for tests of the program as a process. Inside the
@@ -25,13 +26,18 @@ public:
     QStringList windows() const;
     QStringList allWindowsEver() const;
     QString title(const QString& window) const;
-    QSize size(const QString& window) const;
+    // Where the window lies on the screen, without its frame.
+    QRect place(const QString& window) const;
+    // True when the first window lies in front of the other.
+    bool isInFront(const QString& window, const QString& other) const;
     // Waits for the window with this title and returns its id; empty when none comes.
     QString waitForWindow(const QString& title) const;
 
     // Presses a key ("Return", "alt+F4") once the window has the keyboard focus; false when it
     // never gets it.
     bool pressIn(const QString& window, const QString& key) const;
+    // Clicks into the window near its upper left corner, as who wants it in front does.
+    void clickInto(const QString& window) const;
 
 private:
     QString ask(const QString& tool, const QStringList& arguments) const;
