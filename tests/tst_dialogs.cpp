@@ -44,6 +44,17 @@ void addProgressDialogs()
         QTest::newRow(name) << name;
 }
 
+template <typename Dialog> void verifySetters()
+{
+    Dialog dialog;
+    dialog.setLabel("a label");
+    dialog.setTitle("a title");
+    dialog.setProgressBar(7);
+    QCOMPARE(child<QLabel>(&dialog, "label")->text(), QString("a label"));
+    QCOMPARE(dialog.windowTitle(), QString("a title"));
+    QCOMPARE(child<QProgressBar>(&dialog, "progressBar")->value(), 7);
+}
+
 } // namespace
 
 class TestDialogs : public WorldTest
@@ -182,24 +193,12 @@ void TestDialogs::formsHaveTitlesOfTheirOwn()
 
 void TestDialogs::joinProgressSettersActAtOnce()
 {
-    LoadJoin dialog;
-    dialog.setLabel("a label");
-    dialog.setTitle("a title");
-    dialog.setProgressBar(7);
-    QCOMPARE(child<QLabel>(&dialog, "label")->text(), QString("a label"));
-    QCOMPARE(dialog.windowTitle(), QString("a title"));
-    QCOMPARE(child<QProgressBar>(&dialog, "progressBar")->value(), 7);
+    verifySetters<LoadJoin>();
 }
 
 void TestDialogs::loadingProgressSettersActAtOnce()
 {
-    LoadCN dialog;
-    dialog.setLabel("a label");
-    dialog.setTitle("a title");
-    dialog.setProgressBar(7);
-    QCOMPARE(child<QLabel>(&dialog, "label")->text(), QString("a label"));
-    QCOMPARE(dialog.windowTitle(), QString("a title"));
-    QCOMPARE(child<QProgressBar>(&dialog, "progressBar")->value(), 7);
+    verifySetters<LoadCN>();
 }
 
 void TestDialogs::leaveProgressSettersActAtOnce()
