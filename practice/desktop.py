@@ -163,8 +163,8 @@ class Desktop:
 
     def picture(self, path):
         time.sleep(0.3)  # the last repaint
-        subprocess.run(["import", "-window", "root", "-trim", "+repage", "-strip", "-colors", "256",
-                        f"PNG8:{path}"], check=True)
+        subprocess.run(["import", "-window", "root", "-trim", "+repage", "-strip", "+dither",
+                        "-colors", "256", f"PNG8:{path}"], check=True)
 
 
 def screen_reader_bus():
