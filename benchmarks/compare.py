@@ -14,7 +14,7 @@ ORDERS = ["tree", "shuffled"]
 
 
 class Row:
-    """Two benchmarks, or two sizes of one, whose medians are compared."""
+    """Two benchmarks, or two sizes of one, whose medians are compared; a limit of None is none."""
 
     def __init__(self, what, size, ours, peer, limit, metric="real_time", difference=False,
                  runs=1):
@@ -56,7 +56,7 @@ def rows():
         for size in SIZES[:2]:
             suffix = f"/{size}/{number}"
             yield Row("script output to model", f"{size:,} {order}", "outputToModel" + suffix,
-                      "outputToModelStraightforwardly" + suffix, 0.2)
+                      "outputToModelStraightforwardly" + suffix, 0.2 if size == 10000 else None)
     # Both once in a process, in memory that is as fresh as the wizard's.
     for number, order in enumerate(ORDERS):
         yield Row("the same, each name at 1 M and at 10 k", order,
@@ -77,8 +77,8 @@ def rows():
                   "textReadPlainlyAndConverted" + once, 1.3, metric)
         yield Row("getReturnValue" + name, "64 MiB", "returnValueOfText" + once,
                   "textReadPlainly" + once, 1.3, metric)
-    yield Row("start to first paint, user time", "mean of 20", "programStarts" + once,
-              "bareWizardStarts" + once, 1.5, runs=20)
+    yield Row("start to first paint, user time", "mean of 12", "programStarts" + once,
+              "bareWizardStarts" + once, 1.5, runs=12)
     yield Row("longest pause during a join, more than idle", "60 KiB", "pauseDuringJoin" + once,
               "pauseWhenIdle" + once, 16.7e6, difference=True)
 
@@ -134,8 +134,8 @@ def table(all_rows):
     form = "{:<44} {:>18} {:>12} {:>12} {:>8} {:>8} {:>7}  {}"
     lines = [form.format("what", "size", "ours", "peer", "ratio", "at most", "spread", "")]
     for row in all_rows:
-        reached = "" if row.result() <= row.limit else "missed"
-        result, limit = f"{row.result():.2f}", f"{row.limit:.4g}"
+        reached = "" if row.limit is None or row.result() <= row.limit else "missed"
+        result, limit = f"{row.result():.2f}", "" if row.limit is None else f"{row.limit:.4g}"
         if row.difference:
             result, limit = f"{row.result() / 1e6:.1f} ms", f"{row.limit / 1e6:.1f} ms"
         lines.append(form.format(row.what, row.size, shown(row.median("ours"), row.metric),

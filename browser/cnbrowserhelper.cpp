@@ -150,25 +150,29 @@ QStandardItemModel* cnbrowserhelper::createModelOutOfCNData()
 {
     if (!cnDataCheck() || cnTree == nullptr)
         return nullptr;
-    const QVector<QStringRef> lines = cnOutput->splitRef(QLatin1Char('\n'));
-    if (siblingsAreTogether(lines)) {
-        fillTree(lines);
-    } else {
-        // Inserted in any order, each of a million names would wait for memory on every level of
-        // its path; siblings together find their parent at hand.
-        prefixesDiffered = false;
-        fillTree(sortedByPlace(lines));
-        // The order makes a difference only for containers such as OU=a and CN=a side by side, of
-        // which the first in the script's output counts.
-        if (prefixesDiffered) {
-            clearCNData(cnTree);
-            cnTree->clear();
-            fillTree(lines);
-        }
-    }
+    insertAll(cnOutput->splitRef(QLatin1Char('\n')));
     delete cnOutput;
     cnOutput = nullptr;
     return getTreeModel(cnTree);
+}
+
+void cnbrowserhelper::insertAll(const QVector<QStringRef>& lines)
+{
+    if (siblingsAreTogether(lines)) {
+        fillTree(lines);
+        return;
+    }
+    // Inserted in any order, each of a million names would wait for memory on every level of its
+    // path; siblings together find their parent at hand.
+    prefixesDiffered = false;
+    fillTree(sortedByPlace(lines));
+    if (!prefixesDiffered)
+        return;
+    // The order makes a difference only for containers such as OU=a and CN=a side by side, of which
+    // the first in the script's output counts.
+    clearCNData(cnTree);
+    cnTree->clear();
+    fillTree(lines);
 }
 
 void cnbrowserhelper::fillTree(const QVector<QStringRef>& lines)

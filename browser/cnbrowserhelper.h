@@ -58,7 +58,9 @@ private slots:
     void readStdOutput(int exitCode);
 
 private:
-    // Inserts all into the loader's tree, fastest where those of one parent stand together.
+    // Inserts the lines of the script's output into the loader's tree.
+    void insertAll(const QVector<QStringRef>& lines);
+    // The same in the order given, fastest where those of one parent stand together.
     void fillTree(const QVector<QStringRef>& lines);
     // The level below all components of a name, made where it is missing; null when a component is
     // empty, which ends the name.
