@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QThreadPool>
+#include <QUuid>
 
 #include <sys/mount.h>
 
@@ -27,7 +28,8 @@ private:
 
 namespace {
 
-const QString sentinel = QStringLiteral("S3ntinel.");
+// Another one each time: this file itself could be written while the test runs.
+const QString sentinel = "S3ntinel." + QUuid::createUuid().toString(QUuid::Id128);
 const QString rightPassword = sentinel + "Right";
 const QString wrongPassword = sentinel + "Wrong";
 
