@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QThread>
 
 namespace {
 
@@ -10,6 +11,9 @@ class InputFilter : public QObject
 public:
     bool eventFilter(QObject*, QEvent* event) override
     {
+        // A message that opens meanwhile runs a loop of its own, and hears what closes it.
+        if (QThread::currentThread()->loopLevel() != level)
+            return false;
         switch (event->type()) {
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonRelease:
@@ -23,6 +27,9 @@ public:
             return false;
         }
     }
+
+private:
+    const int level = QThread::currentThread()->loopLevel();
 };
 
 } // namespace

@@ -2,9 +2,12 @@
 
 #include "browser/cnbrowser.h"
 #include "pages/dialogs/loadcn.h"
+#include "tests/support/commandlines.h"
 #include "tests/support/wizarddriver.h"
 
 #include <QPushButton>
+
+#include <thread>
 
 class TestClosedLoad : public WorldTest
 {
@@ -13,15 +16,18 @@ class TestClosedLoad : public WorldTest
 private slots:
     void theBrowserOpensWhenTheScriptEnds();
     void theNextBrowseEndsTheScript();
+    void aFailureDuringACheckIsToldInAMessageThatCloses_data();
+    void aFailureDuringACheckIsToldInAMessageThatCloses();
 
 private:
-    static void answer(bool held);
+    static void answer(bool held, int exitStatus = 0);
     static void browseAndClose(WizardDriver& driver);
 };
 
-void TestClosedLoad::answer(bool held)
+void TestClosedLoad::answer(bool held, int exitStatus)
 {
     Answer script;
+    script.exitStatus = exitStatus;
     script.output = "OU=Sales,DC=example,DC=test\n";
     script.held = held;
     World::answer("mvedit mvedit_file_arg.tcl", script);
@@ -59,6 +65,48 @@ void TestClosedLoad::theNextBrowseEndsTheScript()
     driver.on<QPushButton>("ContainerDNBrowse")->click();
     QTRY_VERIFY(driver.wizard.findChild<cnbrowser*>()->isVisible());
     QCOMPARE(World::callsOf("mvedit").size(), 2);
+}
+
+void TestClosedLoad::aFailureDuringACheckIsToldInAMessageThatCloses_data()
+{
+    QTest::addColumn<int>("exitStatus");
+    QTest::addColumn<QStringList>("beginnings");
+    QTest::addColumn<int>("page");
+    const QString browsing = "Browse require";
+    QTest::newRow("the check passes") << 0 << QStringList{browsing} << 4;
+    QTest::newRow("the check fails") << 1 << QStringList{browsing, "Validation of"} << 3;
+}
+
+// The script's end is heard where the clicks of a busy window are forgotten, and the message about
+// it has to hear clicks.
+void TestClosedLoad::aFailureDuringACheckIsToldInAMessageThatCloses()
+{
+    QFETCH(int, exitStatus);
+    QFETCH(QStringList, beginnings);
+    QFETCH(int, page);
+    answer(true, 1);
+    WizardDriver driver;
+    browseAndClose(driver);
+    driver.back();
+    Answer check;
+    check.exitStatus = exitStatus;
+    check.held = true;
+    World::answer("mvedit check_domain_cred.tcl", check);
+    World::forgetCalls();
+    std::thread outage([] {
+        while (World::callsOf("mvedit").isEmpty())
+            std::this_thread::yield();
+        World::release("mvedit mvedit_file_arg.tcl");
+        while (!placesOf("mvedit_file_arg.tcl").isEmpty())
+            std::this_thread::yield();
+        World::release("mvedit check_domain_cred.tcl");
+    });
+    const QStringList said = driver.next();
+    outage.join();
+    QCOMPARE(said.size(), beginnings.size());
+    for (int i = 0; i < said.size(); ++i)
+        QVERIFY2(said.at(i).startsWith(beginnings.at(i)), qPrintable(said.at(i)));
+    QCOMPARE(driver.page(), page);
 }
 
 WORLD_TEST_MAIN(TestClosedLoad)
