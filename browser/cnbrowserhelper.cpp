@@ -49,11 +49,14 @@ void cnbrowserhelper::getCNData()
 
 void cnbrowserhelper::readStdOutput(int exitCode)
 {
-    if (exitCode != 0)
+    if (exitCode != 0) {
         qDebug() << "readStdOutput"
                  << "errcode: " << exitCode;
-    else
-        cnOutput = new QString(QString::fromUtf8(process->readAllStandardOutput()));
+    } else {
+        const QByteArray bytes = process->readAllStandardOutput();
+        // With its size, or the text would end at the first NUL.
+        cnOutput = new QString(QString::fromUtf8(bytes.constData(), bytes.size()));
+    }
     emit cnDataObtained();
 }
 

@@ -223,6 +223,8 @@ void TestContainerLoader::outputMakesTheModel_data()
         << QByteArray("DC=a\r\nDC=b\r\n") << QStringList{"DC=a", "DC=b"};
     QTest::newRow("a line that is no name")
         << QByteArray("Connected.\nOU=a,DC=x\n") << QStringList{"Connected.", "DC=x"};
+    QTest::newRow("a NUL") << QByteArray("DC=a\0b\nDC=c\n", 12)
+                           << QStringList{QString::fromUtf8("DC=a\0b", 6), "DC=c"};
     QTest::newRow("not ASCII") << QByteArray("DC=z\u00f6\u6771\n")
                                << QStringList{QString::fromUtf8("DC=zö東")};
     QTest::newRow("not UTF-8") << QByteArray("DC=a\xff\n")
