@@ -4,13 +4,15 @@
 #include <QDir>
 #include <QFile>
 #include <QLabel>
+#include <QProcess>
+#include <QTemporaryDir>
 
 namespace {
 
-// This program stands in Contents/MacOS of a bundle of its own.
+// This program stands in Contents/MacOS of a bundle of its own, unless it is run from a copy.
 QString propertyListPath()
 {
-    return QDir::cleanPath(QCoreApplication::applicationDirPath() + "/../Info.plist");
+    return QCoreApplication::applicationDirPath().chopped(5) + "Info.plist";
 }
 
 void writePropertyList(const QByteArray& content)
@@ -51,6 +53,7 @@ private slots:
     void unreadablePropertyListLeavesAllEmpty();
     void showsNameVersionAndCopyright();
     void shipsThePropertyListItReads();
+    void folderIsCutByLengthOnly();
     void absentKeyLeavesItsLabelEmpty_data();
     void absentKeyLeavesItsLabelEmpty();
     void valueStandsOnTheLineAfterItsKey_data();
@@ -109,6 +112,15 @@ void TestAbout::shipsThePropertyListItReads()
     QCOMPARE(texts().at(0), QString("Morvanta Join Assistant"));
     QVERIFY(QRegExp("Version \\d+(\\.\\d+)+ \\(\\d+\\)").exactMatch(texts().at(1)));
     QVERIFY(texts().at(2).startsWith(QString::fromUtf8("Copyright ©")));
+}
+
+// A copy of this program in a folder of another name finds the list where its own test puts it.
+void TestAbout::folderIsCutByLengthOnly()
+{
+    const QTemporaryDir folder(QCoreApplication::applicationDirPath() + "/Programs");
+    const QString copy = folder.filePath("tst_about");
+    QVERIFY(QFile::copy(QCoreApplication::applicationFilePath(), copy));
+    QCOMPARE(QProcess::execute(copy, {"-silent", "showsNameVersionAndCopyright"}), 0);
 }
 
 void TestAbout::absentKeyLeavesItsLabelEmpty_data()

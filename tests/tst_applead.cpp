@@ -1,3 +1,4 @@
+#include "pages/applead.h"
 #include "tests/support/formtest.h"
 #include "tests/support/wizarddriver.h"
 
@@ -33,6 +34,7 @@ class TestAppleAD : public WorldTest
 
 private slots:
     void aCancelledPromptOnEntryLeavesTheDomainEmpty();
+    void withoutADomainTheCheckRunsWithAnEmptyOne_data();
     void withoutADomainTheCheckRunsWithAnEmptyOne();
     void wrongCredentialsShowTheFirstLineAndStay();
     void withoutTheInterpreterNothingIsUnbound();
@@ -46,6 +48,7 @@ private slots:
     void afterOkTheCredentialsPageOffersTheSame();
     void nextReadsOkOnThisPageOnly();
     void carriersAreNeverShown();
+    void formHasItsName();
     void formHasItsWidgets_data();
     void formHasItsWidgets();
     void textsWrap_data();
@@ -67,8 +70,17 @@ void TestAppleAD::aCancelledPromptOnEntryLeavesTheDomainEmpty()
     QVERIFY(driver.wizard.isVisible());
 }
 
+void TestAppleAD::withoutADomainTheCheckRunsWithAnEmptyOne_data()
+{
+    QTest::addColumn<int>("promptsAnswer");
+    QTest::newRow("a report without a domain") << 0;
+    QTest::newRow("a cancelled prompt") << 1;
+}
+
 void TestAppleAD::withoutADomainTheCheckRunsWithAnEmptyOne()
 {
+    QFETCH(int, promptsAnswer);
+    World::answer("authorization_prompt", {"", "", promptsAnswer});
     WizardDriver driver;
     driver.wizard.setStartId(2);
     driver.wizard.restart();
@@ -230,6 +242,13 @@ void TestAppleAD::carriersAreNeverShown()
         QVERIFY(!window->isVisible());
     }
     QCOMPARE(hidden, 3);
+}
+
+// In the wizard the page has the wizard's name for it.
+void TestAppleAD::formHasItsName()
+{
+    const AppleAD page;
+    QCOMPARE(page.objectName(), QString("AppleAD"));
 }
 
 void TestAppleAD::formHasItsWidgets_data()

@@ -1,10 +1,14 @@
 #include "system/commandrunner.h"
+#include "system/streamreader.h"
 #include "tests/support/worldtest.h"
 
 #include <QScopeGuard>
 #include <QtConcurrent>
 
+#include <cerrno>
 #include <csignal>
+#include <cstring>
+#include <memory>
 #include <unistd.h>
 
 class TestCommandRunner : public WorldTest
@@ -37,6 +41,7 @@ private slots:
     void returnValueKeepsEachByte();
     void restOfAChunkAfterANulByteIsLost();
     void returnValueIgnoresTheExitStatus();
+    void aReadErrorIsTakenForTheEnd();
     void runsInTwoThreadsDoNotMeet();
 };
 
@@ -304,6 +309,27 @@ void TestCommandRunner::returnValueIgnoresTheExitStatus()
 {
     QCOMPARE(getReturnValue("echo text; exit 9"), std::string("text\n"));
     QCOMPARE(getReturnValue("echo text; kill -KILL $$"), std::string("text\n"));
+}
+
+void TestCommandRunner::aReadErrorIsTakenForTheEnd()
+{
+    const auto readThenFail = [](void* cookie, char* buffer, size_t) -> ssize_t {
+        bool* hasRead = static_cast<bool*>(cookie);
+        if (*hasRead) {
+            errno = EIO;
+            return -1;
+        }
+        *hasRead = true;
+        memcpy(buffer, "some", 4);
+        return 4;
+    };
+    bool hasRead = false;
+    const std::unique_ptr<FILE, int (*)(FILE*)> stream(
+        fopencookie(&hasRead, "r", {readThenFail, nullptr, nullptr, nullptr}), fclose);
+    char block[100];
+    QCOMPARE(readBlock(block, sizeof block, stream.get()), size_t(4));
+    QCOMPARE(QByteArray(block, 4), QByteArray("some"));
+    QCOMPARE(readBlock(block, sizeof block, stream.get()), size_t(0));
 }
 
 void TestCommandRunner::runsInTwoThreadsDoNotMeet()

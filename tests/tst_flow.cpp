@@ -65,6 +65,7 @@ private slots:
     void wholeJoin();
     void unbindThenJoin();
     void wholeLeave();
+    void noCancelAnywhereAndNoBackAtTheEnd_data();
     void noCancelAnywhereAndNoBackAtTheEnd();
     void backIsDisabledAfterTheUnbind();
     void refusedCredentialsKeepBackDisabledAfterTheUnbind();
@@ -239,11 +240,24 @@ void TestFlow::wholeLeave()
              QStringList{"You have successfully left your Mac from your Active Directory domain."});
 }
 
+void TestFlow::noCancelAnywhereAndNoBackAtTheEnd_data()
+{
+    QTest::addColumn<bool>("joined");
+    QTest::addColumn<QList<int>>("pages");
+    QTest::newRow("unbinding and joining") << false << QList<int>{0, 2, 3, 4, 7};
+    QTest::newRow("leaving") << true << QList<int>{0, 6, 7};
+}
+
 void TestFlow::noCancelAnywhereAndNoBackAtTheEnd()
 {
-    World::setBound();
+    QFETCH(bool, joined);
+    QFETCH(QList<int>, pages);
+    if (joined)
+        World::setJoined();
+    else
+        World::setBound();
     WizardDriver driver;
-    for (const int page : {0, 2, 3, 4, 7}) {
+    for (const int page : pages) {
         QCOMPARE(driver.page(), page);
         QVERIFY(!driver.button(QWizard::CancelButton)->isVisible());
         QCOMPARE(driver.button(QWizard::NextButton)->isVisible(), page != 7);

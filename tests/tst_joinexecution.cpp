@@ -63,6 +63,7 @@ private slots:
     void successLeadsToTheEnd();
     void choicesMakeTheArguments_data();
     void choicesMakeTheArguments();
+    void withoutAHostNameNoNameIsPassed();
     void joiningIsSetByEveryAttempt();
     void enrollingFollowsTheCheckBoxOfASuccess_data();
     void enrollingFollowsTheCheckBoxOfASuccess();
@@ -223,6 +224,16 @@ void TestJoinExecution::choicesMakeTheArguments()
     QCOMPARE(World::calls().at(0).arguments, QStringList({"/usr/local/sbin/mvjoin", "-u", "admin",
                                                           "-p", " two  words ", "example.test"}) +
                                                  arguments);
+}
+
+void TestJoinExecution::withoutAHostNameNoNameIsPassed()
+{
+    World::answer("scutil", {});
+    JoinDriver driver;
+    driver.next();
+    QCOMPARE(World::callsOf("gui_helper_tool").at(0).arguments,
+             QStringList(
+                 {"/usr/local/sbin/mvjoin", "-u", "admin", "-p", "secret", "example.test", "-w"}));
 }
 
 void TestJoinExecution::joiningIsSetByEveryAttempt()

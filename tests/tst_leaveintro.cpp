@@ -181,6 +181,7 @@ void TestLeaveIntro::nextReadsLeaveOnThisPageOnly()
     QVERIFY(driver.button(QWizard::NextButton)->text() != QString("Leave"));
     driver.next();
     QCOMPARE(driver.button(QWizard::NextButton)->text(), QString("Leave"));
+    QCOMPARE(driver.currentPage()->nextId(), 7);
 }
 
 void TestLeaveIntro::formHasItsWidgets_data()

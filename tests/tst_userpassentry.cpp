@@ -1,3 +1,4 @@
+#include "pages/userpassentry.h"
 #include "tests/support/formtest.h"
 #include "tests/support/wizarddriver.h"
 
@@ -18,6 +19,7 @@ private slots:
     void emptyEntriesReachTheScriptAsEmptyArguments();
     void aPasswordWithBlanksIsOneArgument();
     void theScriptsErrorOutputIsReadAsWell();
+    void formHasItsName();
     void formHasItsWidgets_data();
     void formHasItsWidgets();
     void passwordIsHiddenAndUpTo32767Characters();
@@ -144,6 +146,13 @@ void TestUserPassEntry::theScriptsErrorOutputIsReadAsWell()
     WizardDriver driver;
     driver.goToCredentials();
     QCOMPARE(driver.next(), QStringList{refusedCheck("first the errors")});
+}
+
+// In the wizard the page has the wizard's name for it.
+void TestUserPassEntry::formHasItsName()
+{
+    const UserPassEntry page;
+    QCOMPARE(page.objectName(), QString("UserPassEntry"));
 }
 
 void TestUserPassEntry::formHasItsWidgets_data()
