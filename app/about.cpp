@@ -53,7 +53,7 @@ about::about(QWidget* parent) : QDialog(parent), ui(new Ui::about)
 
     QString version;
     if (!bundleVersion.isEmpty() && !shortVersion.isEmpty())
-        version = QStringLiteral("Version %1 (%2)").arg(shortVersion, bundleVersion);
+        version = tr("Version %1 (%2)").arg(shortVersion, bundleVersion);
     ui->name->setText(name);
     ui->version->setText(version);
     ui->copyright->setText(copyright);

@@ -40,7 +40,9 @@ public:
     void clearAllData();
 
     // Inserts one distinguished name below a level: its last component there, each further one
-    // below the one to its right. Splits at every comma, escaped or not.
+    // below the one to its right. Splits at every comma, escaped or not, deliberately: a name that
+    // holds one has always shown as two levels. Of two prefixes with one value the first stays. The
+    // loader inserts whole listings, with the same result.
     void parseCNData(QString dn, QMap<QString, cnleaf*>* level);
     // A new model of the tree, the caller's; null when there is no tree.
     QStandardItemModel* getTreeModel(QMap<QString, cnleaf*>* top);

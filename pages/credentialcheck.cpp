@@ -8,7 +8,8 @@
 namespace {
 
 // The value as it is, deliberately without escaping: a single quote in it is the shell's to read,
-// so an administrator whose password holds one gets the shell's complaint in the warning.
+// so an administrator whose password holds one is refused without a reason, or checked with what
+// the shell makes of it.
 QString quoted(const QString& value)
 {
     return QLatin1Char('\'') + value + QLatin1Char('\'');

@@ -189,7 +189,8 @@ void JoinType::containerDNBrowseChose(QString distinguishedName)
     ui->ContainerDNEdit->setFocus(Qt::OtherFocusReason);
 }
 
-// The check boxes alone decide which options are passed: also while they are hidden, and with an
+// The domain stands bare before all options, where the join tool has always taken it. The check
+// boxes alone decide which options are passed: also while they are hidden, and with an
 // empty value, which is the join tool's to refuse. Only an empty computer name means none.
 QStringList JoinType::joinArguments() const
 {
@@ -238,10 +239,12 @@ bool JoinType::validatePage()
             enrolling = true;
         return true;
     }
-    // Unlike the leave, a cancelled administrator prompt is shown, too, with what the run before it
-    // has printed.
+    // Deliberately unlike the leave: a cancelled administrator prompt is shown, too, with what the
+    // run before it has printed, and no text is made up where there is none. What is shown is the
+    // join tool's own word.
     showWarning(joinOutput);
     // Only where the user may join again: after a success the assistant soon ends, and keeps it.
+    // The strings in it stay until then in any case, as they always have.
     delete[] arguments;
     return false;
 }

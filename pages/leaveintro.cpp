@@ -132,7 +132,8 @@ bool LeaveIntro::validatePage()
     if (status == errAuthorizationCanceled)
         return false;
     showWarning(leaveOutput);
-    // Kept after a success, when the assistant soon ends, and after a cancelled prompt.
+    // Kept after a success, when the assistant soon ends, and after a cancelled prompt, which says
+    // nothing and leaves everything as it is. The strings in it are never released, as ever.
     delete[] arguments;
     return false;
 }
@@ -140,6 +141,8 @@ bool LeaveIntro::validatePage()
 int LeaveIntro::runMVLeave(char** args)
 {
     const int status = runHelperTool(args, &leaveOutput);
+    // Where no tool was started, what the run before has printed is shown again: it is the latest
+    // word of the leave tool, and has always been.
     if (status != 0 && leaveOutput.isEmpty())
         leaveOutput = tr("Unexpected error (%1).").arg(status);
     emit finishedMVLeave();

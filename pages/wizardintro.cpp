@@ -8,6 +8,7 @@ WizardIntro::WizardIntro(QWidget* parent) : QWizardPage(parent), ui(new Ui::Wiza
 {
     ui->setupUi(this);
     if (isJoined()) {
+        // As the agent says it, deliberately: no full stop, and a line end at its end stays.
         const std::string domain = getReturnValue("/usr/local/bin/mvinfo -d");
         ui->Domain_label->setText(tr("You are currently joined to ") + domain.c_str());
         ui->Join_label->hide();

@@ -6,7 +6,8 @@
 #include <string>
 
 // Runs command lines without special rights and holds the small text and file helpers around them.
-// All functions are stateless, block the calling thread and may be called from any thread.
+// All functions are stateless, block the calling thread and may be called from any thread. The last
+// four belong to the set for whoever hands files to the tools; no page of the wizard does.
 
 // What runCmd() returns for a shell that was killed or whose status could not be collected.
 // Outside the range of exit statuses, so that callers can tell the two apart.

@@ -9,7 +9,8 @@
 // 999, so that a log or a caller can tell which runner reported the abnormal end.
 constexpr int abnormalToolEnd = 998;
 
-// Runs tools with administrator rights. Not locked: one call at a time, from any thread.
+// Runs tools with administrator rights. Not locked: one call at a time, from any thread. Never
+// deleted through this class, hence no virtual destructor.
 class priv
 {
 public:
@@ -17,9 +18,10 @@ public:
     virtual int setupauth() = 0;
 
     // Runs `tool` (full path) with `args` (without the program name, ended by null; the caller's)
-    // and waits for its end. *pipe receives a stream on the tool's output, which the caller reads
-    // and closes; it stays as it was when no tool was started. Returns the exit status 0 to 255,
-    // abnormalToolEnd, or the authorization service's error code.
+    // and waits for its end before anything is read, so that its output has to fit into the pipe,
+    // as that of the agent's tools does. *pipe receives a stream on the tool's output, which the
+    // caller reads and closes; it stays as it was when no tool was started. Returns the exit status
+    // 0 to 255, abnormalToolEnd, or the authorization service's error code.
     virtual int runPrivCmd(char* tool, char** args, FILE** pipe) = 0;
 };
 

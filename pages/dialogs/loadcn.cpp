@@ -6,6 +6,7 @@
 LoadCN::LoadCN(QWidget* parent) : QDialog(parent), ui(new Ui::LoadCN)
 {
     ui->setupUi(this);
+    // What the user sees; the form keeps the join's title, which never shows.
     setWindowTitle(tr("Loading"));
     raise();
 }
