@@ -40,9 +40,10 @@ void setFontSize(int points)
     QCoreApplication::processEvents();
 }
 
-QStringList clippingsInAllSizes(const QWidget* window)
+QStringList clippingsInAllSizes(QWidget* window)
 {
     QStringList found;
+    window->setUpdatesEnabled(false); // painting takes longest, and shows nothing here
     for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
         QApplication::setLayoutDirection(direction);
         for (int points = 9; points <= 16; ++points) {

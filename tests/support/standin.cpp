@@ -8,7 +8,7 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -89,7 +89,9 @@ Answer readAnswer(const std::string& path)
     file.get();
     answer.errors.resize(errors);
     file.read(&answer.errors[0], static_cast<std::streamsize>(errors));
-    answer.output.assign(std::istreambuf_iterator<char>(file), {});
+    std::ostringstream rest;
+    rest << file.rdbuf();
+    answer.output = rest.str();
     return answer;
 }
 

@@ -93,15 +93,16 @@ QString asWarned(const QString& text)
 // --- What the rules give
 
 // Read in pieces of 511 bytes that end at each line end, each cut at a NUL and decoded by itself.
-QList<QByteArray> pieces(QByteArray output)
+QList<QByteArray> pieces(const QByteArray& output)
 {
     QList<QByteArray> read;
-    while (!output.isEmpty()) {
-        const int line = output.indexOf('\n') + 1;
-        const int size = line > 0 && line < 511 ? line : qMin(511, output.size());
-        const QByteArray piece = output.left(size);
+    for (int start = 0; start < output.size();) {
+        QByteArray piece = output.mid(start, 511);
+        const int line = piece.indexOf('\n') + 1;
+        if (line > 0)
+            piece.truncate(line);
         read << QByteArray(piece.constData());
-        output.remove(0, size);
+        start += piece.size();
     }
     return read;
 }
@@ -243,7 +244,7 @@ QString useBrowse(WizardDriver& driver)
         // A script that was not even started never ends; its dialog is the user's to close.
         const auto* process = driver.wizard.findChild<cnbrowser*>();
         while (process != nullptr && loading() != nullptr && !staysUp) {
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
             staysUp = patience.elapsed() > 300 && World::callsOf("mvedit").size() < 2;
         }
     });
