@@ -154,6 +154,9 @@ void TestAppleAD::domainIsWhatFollowsTheLastEqualsSign_data()
         << QByteArray("head\nActive Directory Domain = a=b\n") << "a=b";
     QTest::newRow("not ended") << QByteArray("head\nActive Directory Domain = example.test")
                                << "example.test";
+    QTest::newRow("a further line without an equals sign")
+        << QByteArray("head\nActive Directory Domain = example.test\nActive Directory Domain\n")
+        << "example.test";
     QTest::newRow("within a line")
         << QByteArray("head\n  My Active Directory Domains = example.test\n") << "example.test";
     QTest::newRow("the last of several")

@@ -7,8 +7,6 @@
 
 #include <cerrno>
 #include <csignal>
-#include <cstring>
-#include <memory>
 #include <unistd.h>
 
 class TestCommandRunner : public WorldTest
@@ -42,6 +40,7 @@ private slots:
     void restOfAChunkAfterANulByteIsLost();
     void returnValueIgnoresTheExitStatus();
     void aReadErrorIsTakenForTheEnd();
+    void anInterruptedReadGoesOn();
     void runsInTwoThreadsDoNotMeet();
 };
 
@@ -81,6 +80,44 @@ QByteArray standardErrorDuring(const std::function<void()>& action)
     close(ends[0]);
     return QByteArray(text, static_cast<int>(size));
 }
+
+// A stream that gives "abc", a byte at each read, of which one fails.
+class FailingStream
+{
+public:
+    explicit FailingStream(int error, int failing = 1)
+        : file(fopencookie(this, "r", {read, nullptr, nullptr, nullptr})), error(error),
+          failing(failing)
+    {
+    }
+    ~FailingStream()
+    {
+        fclose(file);
+    }
+    FailingStream(const FailingStream&) = delete;
+    FailingStream& operator=(const FailingStream&) = delete;
+
+    FILE* const file;
+
+private:
+    static ssize_t read(void* cookie, char* buffer, size_t)
+    {
+        auto* stream = static_cast<FailingStream*>(cookie);
+        if (stream->reads++ == stream->failing) {
+            errno = stream->error;
+            return -1;
+        }
+        if (*stream->next == '\0')
+            return 0;
+        *buffer = *stream->next++;
+        return 1;
+    }
+
+    const int error;
+    const int failing;
+    int reads = 0;
+    const char* next = "abc";
+};
 
 } // namespace
 
@@ -313,23 +350,23 @@ void TestCommandRunner::returnValueIgnoresTheExitStatus()
 
 void TestCommandRunner::aReadErrorIsTakenForTheEnd()
 {
-    const auto readThenFail = [](void* cookie, char* buffer, size_t) -> ssize_t {
-        bool* hasRead = static_cast<bool*>(cookie);
-        if (*hasRead) {
-            errno = EIO;
-            return -1;
-        }
-        *hasRead = true;
-        memcpy(buffer, "some", 4);
-        return 4;
-    };
-    bool hasRead = false;
-    const std::unique_ptr<FILE, int (*)(FILE*)> stream(
-        fopencookie(&hasRead, "r", {readThenFail, nullptr, nullptr, nullptr}), fclose);
+    FailingStream stream(EIO);
     char block[100];
-    QCOMPARE(readBlock(block, sizeof block, stream.get()), size_t(4));
-    QCOMPARE(QByteArray(block, 4), QByteArray("some"));
-    QCOMPARE(readBlock(block, sizeof block, stream.get()), size_t(0));
+    QCOMPARE(readBlock(block, sizeof block, stream.file), size_t(1));
+    QCOMPARE(block[0], 'a');
+    QCOMPARE(readByte(FailingStream(EIO, 0).file), EOF);
+}
+
+void TestCommandRunner::anInterruptedReadGoesOn()
+{
+    FailingStream stream(EINTR);
+    char block[100];
+    QCOMPARE(readBlock(block, sizeof block, stream.file), size_t(3));
+    QCOMPARE(QByteArray(block, 3), QByteArray("abc"));
+    FailingStream bytes(EINTR);
+    for (const char byte : {'a', 'b', 'c'})
+        QCOMPARE(readByte(bytes.file), int(byte));
+    QCOMPARE(readByte(bytes.file), EOF);
 }
 
 void TestCommandRunner::runsInTwoThreadsDoNotMeet()

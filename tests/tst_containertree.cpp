@@ -23,6 +23,7 @@ private slots:
     void itemsCannotBeEdited();
     void debugDumpIndentsByTabs();
     void clearingNoLevelDoesNothing();
+    void clearingPassesOverAnEntryWithoutALeaf();
     void clearingKeepsTheLevelsEntries();
     void leafStartsWithoutChildren();
     void leafHandsOutItsParts();
@@ -195,6 +196,14 @@ void TestContainerTree::debugDumpIndentsByTabs()
     Tree tree({"OU=b,OU=a,DC=x", "DC=y"});
     tree.helper.printCNData(&tree.top, "> ");
     QCOMPARE(messages(), QStringList({"> DC=x", "> \tOU=a", "> \t\tOU=b", "> DC=y"}));
+}
+
+void TestContainerTree::clearingPassesOverAnEntryWithoutALeaf()
+{
+    Level top;
+    top.insert("a", nullptr);
+    cnbrowserhelper().clearCNData(&top);
+    QCOMPARE(top.size(), 1);
 }
 
 void TestContainerTree::clearingNoLevelDoesNothing()
