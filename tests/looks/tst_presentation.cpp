@@ -60,6 +60,7 @@ private slots:
     void leaveShowsItsProgressWhileTheToolRuns();
     void nextShowsThatItIsPressed_data();
     void nextShowsThatItIsPressed();
+    void nextIsReleasedWhereThePageStays();
     void backgroundIsSharpOnDenseScreens();
     void backgroundIsMirroredFromRightToLeft();
 };
@@ -135,6 +136,22 @@ void TestPresentation::nextShowsThatItIsPressed()
         driver.next();
     QCOMPARE(driver.page(), 3);
     QVERIFY(painting.count > 0);
+    QVERIFY(!driver.button(QWizard::NextButton)->isDown());
+}
+
+// Where the page changes, the button is let go by being disabled on the way, and where it has the
+// focus, by the warning, which takes that.
+void TestPresentation::nextIsReleasedWhereThePageStays()
+{
+    Answer refused;
+    refused.exitStatus = 1;
+    World::answer(QStringLiteral("mvedit"), refused);
+    WizardDriver driver;
+    driver.goToCredentials();
+    auto* edit = driver.on<QLineEdit>(QStringLiteral("PasswordEdit"));
+    edit->setFocus();
+    QCOMPARE(warningsDuring([edit] { QTest::keyClick(edit, Qt::Key_Return); }).size(), 1);
+    QCOMPARE(driver.page(), 3);
     QVERIFY(!driver.button(QWizard::NextButton)->isDown());
 }
 
