@@ -20,6 +20,7 @@ private slots:
     void saysThatTheClockIsTooFarOff();
     void saysThatNoDnsServerAnswers();
     void saysThatAToolIsMissing();
+    void endsAToolThatIsSilent();
     void asksTheSecondControllerWhenTheFirstHasGone();
     void listsNothingWithWrongCredentials();
     void listsTheWholeDirectoryInPages();
@@ -257,6 +258,21 @@ void TestScripts::saysThatAToolIsMissing()
     QCOMPARE(result.status, 1);
 }
 
+void TestScripts::endsAToolThatIsSilent()
+{
+    standIn("kinit", "[ \"$1\" = --version ] || exec sleep 1000\n");
+    const Result result = check(PracticeMac::domain, PracticeMac::administrator);
+    QCOMPARE(firstLine(result),
+             QString("No domain controller of example.test can be reached: check "
+                     "the network and any firewall between this Mac and the "
+                     "domain."));
+    QCOMPARE(result.status, 1);
+    QProcess search;
+    search.start("pgrep", {"-f", "sleep 1000"});
+    QVERIFY(search.waitForFinished());
+    QCOMPARE(search.readAllStandardOutput(), QByteArray());
+}
+
 void TestScripts::asksTheSecondControllerWhenTheFirstHasGone()
 {
     standIn("dig", "n=_ldap._tcp.dc._msdcs.example.test.\n"
@@ -285,6 +301,12 @@ void TestScripts::listsTheWholeDirectoryInPages()
     QVERIFY(held.size() > 1200);
     QVERIFY(held.contains(QString::fromUtf8("OU=日本 東京,OU=Many,DC=example,DC=test")));
 
+    // Without pages a Microsoft controller sends a part and says so; this domain's sends all.
+    standIn("ldapsearch", "case \"$*\" in\n"
+                          "*' -E pr='*) exec /usr/bin/ldapsearch \"$@\" ;;\n"
+                          "esac\n"
+                          "/usr/bin/ldapsearch \"$@\" | head -n 1000\n"
+                          "exit 4\n");
     const Result result = list();
     QCOMPARE(result.errors, QString());
     QCOMPARE(result.status, 0);
