@@ -60,6 +60,16 @@ int widestWord(const QWidget* widget, const QString& text)
     return widest;
 }
 
+// Whether lines of the text are missing, counted here: what the widget itself says of its height
+// may be wrong. A text that breaks anywhere has the fewest lines.
+bool lacksLines(const QWidget* widget, const QString& text)
+{
+    const QFontMetrics metrics = widget->fontMetrics();
+    const QRect room(0, 0, widget->width(), QWIDGETSIZE_MAX);
+    const QRect lines = metrics.boundingRect(room, Qt::TextWrapAnywhere, text.simplified());
+    return widget->height() + metrics.height() / 2 < lines.height();
+}
+
 // The text wraps: its words have to fit into the width, and its lines into the height.
 void measureWrapped(const QWidget* widget, const QString& text, QStringList* found)
 {
@@ -70,6 +80,8 @@ void measureWrapped(const QWidget* widget, const QString& text, QStringList* fou
     const int height = widget->heightForWidth(widget->width());
     if (widget->height() < height)
         *found << sizes(QStringLiteral("height"), widget->height(), height);
+    else if (lacksLines(widget, text))
+        *found << QStringLiteral("it has no room for all lines");
 }
 
 void measureHint(const QWidget* widget, const QSize& needed, QStringList* found)

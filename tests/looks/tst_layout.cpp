@@ -1,3 +1,5 @@
+#include "pages/wrappingbuttons.h"
+#include "pages/wrappinglabel.h"
 #include "tests/looks/clippings.h"
 #include "tests/looks/scenes.h"
 #include "tests/support/worldtest.h"
@@ -75,21 +77,33 @@ class TestLayout : public WorldTest
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void cleanup();
     void nothingIsCutOff_data();
     void nothingIsCutOff();
     void clippingIsFound();
+    void lineEndsAfterATextAreNotSeen();
+    void narrowCaptionIsPaintedToItsLastLine();
     void choicesStandBesideTheirDescriptions();
     void chosenContainerIsMarkedFromEdgeToEdge();
     void editsAreAligned_data();
     void editsAreAligned();
     void windowsKeepTheirSizes_data();
     void windowsKeepTheirSizes();
+
+private:
+    QFont font; // the desktop's
 };
+
+void TestLayout::initTestCase()
+{
+    font = QApplication::font();
+}
 
 void TestLayout::cleanup()
 {
     QApplication::setLayoutDirection(Qt::LeftToRight);
+    QApplication::setFont(font);
     WorldTest::cleanup();
 }
 
@@ -126,6 +140,30 @@ void TestLayout::clippingIsFound()
     const QStringList found = clippings(opened->window());
     QVERIFY(!found.filter(QStringLiteral("partly outside")).isEmpty());
     QVERIFY(!found.filter(QStringLiteral("overlaps with QLabel label_4")).isEmpty());
+}
+
+void TestLayout::lineEndsAfterATextAreNotSeen()
+{
+    WrappingLabel label(QStringLiteral("example.test"));
+    label.resize(200, 100);
+    const QImage alone = label.grab().toImage();
+    label.setText(QStringLiteral("example.test\r\n\n"));
+    QCOMPARE(label.grab().toImage(), alone);
+}
+
+void TestLayout::narrowCaptionIsPaintedToItsLastLine()
+{
+    constexpr int width = 120;
+    WrappingCheckBox box;
+    box.setText(QStringLiteral("Overwrite an existing computer of the same name"));
+    box.resize(width, box.heightForWidth(width));
+    const int line = box.fontMetrics().height();
+    QVERIFY(box.height() >= 3 * line);
+    const QRect last(width / 4, box.height() - line, width / 2, line);
+    const QImage shown = box.grab(last).toImage();
+    QImage empty(shown);
+    empty.fill(shown.pixelColor(0, 0));
+    QVERIFY(shown != empty);
 }
 
 void TestLayout::choicesStandBesideTheirDescriptions()
