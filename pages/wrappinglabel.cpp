@@ -16,7 +16,8 @@ constexpr int mostCharacters = 10000;
 
 QString WrappingLabel::shownText() const
 {
-    return text().left(mostCharacters).trimmed();
+    // The layout breaks a line at this character only.
+    return text().left(mostCharacters).trimmed().replace(QLatin1Char('\n'), QChar::LineSeparator);
 }
 
 QTextOption WrappingLabel::textOption() const

@@ -19,6 +19,6 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QString shownText() const;
+    QString shownText() const; // with line separators for line ends
     QTextOption textOption() const;
 };

@@ -66,7 +66,7 @@ bool lacksLines(const QWidget* widget, const QString& text)
 {
     const QFontMetrics metrics = widget->fontMetrics();
     const QRect room(0, 0, widget->width(), QWIDGETSIZE_MAX);
-    const QRect lines = metrics.boundingRect(room, Qt::TextWrapAnywhere, text.simplified());
+    const QRect lines = metrics.boundingRect(room, Qt::TextWrapAnywhere, text.trimmed());
     return widget->height() + metrics.height() / 2 < lines.height();
 }
 

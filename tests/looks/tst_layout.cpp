@@ -83,6 +83,7 @@ private slots:
     void nothingIsCutOff();
     void clippingIsFound();
     void lineEndsAfterATextAreNotSeen();
+    void eachLineOfATextHasItsRoom();
     void narrowCaptionIsPaintedToItsLastLine();
     void choicesStandBesideTheirDescriptions();
     void chosenContainerIsMarkedFromEdgeToEdge();
@@ -149,6 +150,17 @@ void TestLayout::lineEndsAfterATextAreNotSeen()
     const QImage alone = label.grab().toImage();
     label.setText(QStringLiteral("example.test\r\n\n"));
     QCOMPARE(label.grab().toImage(), alone);
+}
+
+void TestLayout::eachLineOfATextHasItsRoom()
+{
+    constexpr int width = 300;
+    WrappingLabel label(QStringLiteral("example.test"));
+    const int line = label.heightForWidth(width);
+    label.setText(QStringLiteral("example.test\nand\nmore"));
+    QCOMPARE(label.heightForWidth(width), 3 * line);
+    QVERIFY(label.sizeHint().height() == 3 * line);
+    QVERIFY(label.sizeHint().width() < 2 * label.fontMetrics().size(0, "example.test").width());
 }
 
 void TestLayout::narrowCaptionIsPaintedToItsLastLine()
