@@ -6,6 +6,7 @@
 #include <QDialogButtonBox>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScopeGuard>
 #include <QTextBrowser>
 #include <QTreeView>
 
@@ -192,7 +193,9 @@ void TestKeyboard::tabOrder()
 void TestKeyboard::focusComesIntoView()
 {
     const auto opened = Scenes::open(QStringLiteral("join-options-advanced"));
-    QFont big = QApplication::font();
+    const QFont usual = QApplication::font();
+    const auto restore = qScopeGuard([&] { QApplication::setFont(usual); });
+    QFont big = usual;
     big.setPointSize(24);
     QApplication::setFont(big);
     auto* last = child<QWidget>(opened->content(), QStringLiteral("AppleUIDCheck"));

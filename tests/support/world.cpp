@@ -5,6 +5,7 @@
 #include <QMap>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -101,6 +102,8 @@ QStringList Call::words() const
 
 void World::enter()
 {
+    // Whoever has started us may ignore it, and so would the tools that a test hangs up.
+    signal(SIGHUP, SIG_DFL);
     enterNamespaces();
     mountOver("world", stage, "tmpfs", 0);
     for (const char* folder : {"/usr", "/dev", "/runtime"})
