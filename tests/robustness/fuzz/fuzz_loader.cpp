@@ -37,10 +37,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     loader.getCNData();
     loop.exec();
 
-    const QString text =
-        QString::fromUtf8(script.output.constData(),
-                          static_cast<int>(qstrnlen(script.output.constData(),
-                                                    static_cast<uint>(script.output.size()))));
+    const QString text = QString::fromUtf8(script.output.constData(), script.output.size());
     const bool usable = script.exitStatus == 0 && text.contains("DC=");
     Reference::check(loader.cnDataCheck() == usable, "data are usable with DC= and status 0");
     const std::unique_ptr<QStandardItemModel> model(loader.createModelOutOfCNData());
