@@ -93,18 +93,18 @@ private slots:
     void windowsKeepTheirSizes();
 
 private:
-    QFont font; // the desktop's
+    int desktopsPoints = 0;
 };
 
 void TestLayout::initTestCase()
 {
-    font = QApplication::font();
+    desktopsPoints = QApplication::font().pointSize();
 }
 
 void TestLayout::cleanup()
 {
     QApplication::setLayoutDirection(Qt::LeftToRight);
-    QApplication::setFont(font);
+    setFontSize(desktopsPoints);
     WorldTest::cleanup();
 }
 
