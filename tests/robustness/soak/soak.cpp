@@ -190,8 +190,11 @@ int main(int argc, char** argv)
     parser.addOptions({{"joins", "Number of joins.", "number", "1000"},
                        {"leaves", "Number of leaves.", "number", "1000"},
                        {"loads", "Number of container loads.", "number", "500"},
-                       {"warnings", "Number of warnings.", "number", "1000"}});
+                       {"warnings", "Number of warnings.", "number", "1000"},
+                       {"workers", "Number of threads beside the main one.", "number"}});
     parser.process(application);
+    if (parser.isSet("workers"))
+        QThreadPool::globalInstance()->setMaxThreadCount(parser.value("workers").toInt());
     keepWorkerReady();
     fillPool();
 
