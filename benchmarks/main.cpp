@@ -84,7 +84,6 @@ int main(int argc, char** argv)
 {
     World::enter();
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("XDG_RUNTIME_DIR", "/media/runtime");
     qputenv("LC_ALL", "C.UTF-8");
     benchmark::Initialize(&argc, argv);
     if (argc != 2)

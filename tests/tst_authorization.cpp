@@ -294,7 +294,7 @@ void TestAuthorization::standardErrorIsLeftAlone()
 
 void TestAuthorization::noDescriptorReachesPromptOrTool()
 {
-    QFile file("/media/world/inheritable");
+    QFile file(World::file("inheritable"));
     QVERIFY(file.open(QIODevice::WriteOnly));
     const int inheritable = dup(file.handle());
     Run(newReference(), World::path("mvjoin"));

@@ -30,9 +30,6 @@ private slots:
 
 namespace {
 
-// A folder of the world's.
-const QString folder = QStringLiteral("/media/world/");
-
 QStringList takeArray(char** array)
 {
     QStringList items;
@@ -152,11 +149,12 @@ void TestCommandHelpers::fileThatCannotBeMadeIsOnlyAName_data()
 {
     QTest::addColumn<QString>("base");
     QTest::addColumn<QString>("start");
-    QTest::newRow("missing folder") << folder + "none/file" << folder + "none/file.";
+    QTest::newRow("missing folder") << World::file("none/file") << World::file("none/file.");
     QTest::newRow("base of 300 bytes")
-        << folder.leftJustified(300, 'x') << folder.leftJustified(255, 'x');
+        << World::file({}).leftJustified(300, 'x') << World::file({}).leftJustified(255, 'x');
     QTest::newRow("no room for the whole suffix")
-        << folder.leftJustified(250, 'x') << folder.leftJustified(250, 'x') + ".XXXX";
+        << World::file({}).leftJustified(250, 'x')
+        << World::file({}).leftJustified(250, 'x') + ".XXXX";
 }
 
 void TestCommandHelpers::fileThatCannotBeMadeIsOnlyAName()
@@ -171,7 +169,7 @@ void TestCommandHelpers::fileThatCannotBeMadeIsOnlyAName()
 
 void TestCommandHelpers::newFileIsEmptyAndItsOwners()
 {
-    const QString base = folder + QString::fromUtf8("out 東京");
+    const QString base = World::file(QString::fromUtf8("out 東京"));
     const QString path = makeRandomFile(base);
     QVERIFY(path.startsWith(base + '.'));
     QCOMPARE(path.size(), base.size() + 7);
@@ -186,8 +184,8 @@ void TestCommandHelpers::newFileIsEmptyAndItsOwners()
 
 void TestCommandHelpers::newFilesDiffer()
 {
-    const QString first = makeRandomFile(folder + "out");
-    const QString second = makeRandomFile(folder + "out");
+    const QString first = makeRandomFile(World::file("out"));
+    const QString second = makeRandomFile(World::file("out"));
     QVERIFY(first != second);
     QVERIFY(QFileInfo::exists(first));
     QVERIFY(QFileInfo::exists(second));
@@ -197,7 +195,7 @@ void TestCommandHelpers::newFilesDescriptorReachesNoTool()
 {
     getReturnValue("/usr/local/bin/mvinfo -d");
     const QList<int> before = openDescriptors();
-    randomizeFileName(folder + "out");
+    randomizeFileName(World::file("out"));
     getReturnValue("/usr/local/bin/mvinfo -d");
     const QList<int> after = openDescriptors();
     for (const int descriptor : after) {
@@ -212,24 +210,24 @@ void TestCommandHelpers::pathIsExaminedWithAndWithoutFollowingALink_data()
     QTest::addColumn<QString>("path");
     QTest::addColumn<bool>("link");
     QTest::addColumn<bool>("exists");
-    QTest::newRow("file") << folder + "file" << false << true;
-    QTest::newRow("folder") << folder << false << true;
-    QTest::newRow("link to a file") << folder + "link" << true << true;
-    QTest::newRow("link to nothing") << folder + "dangling" << true << false;
-    QTest::newRow("missing path") << folder + "missing" << false << false;
-    QTest::newRow("below a file") << folder + "file/below" << false << false;
+    QTest::newRow("file") << World::file("file") << false << true;
+    QTest::newRow("folder") << World::file({}) << false << true;
+    QTest::newRow("link to a file") << World::file("link") << true << true;
+    QTest::newRow("link to nothing") << World::file("dangling") << true << false;
+    QTest::newRow("missing path") << World::file("missing") << false << false;
+    QTest::newRow("below a file") << World::file("file/below") << false << false;
     QTest::newRow("empty path") << "" << false << false;
-    QTest::newRow("pipe") << folder + "pipe" << false << true;
+    QTest::newRow("pipe") << World::file("pipe") << false << true;
 }
 
 void TestCommandHelpers::pathIsExaminedWithAndWithoutFollowingALink()
 {
     QFETCH(QString, path);
+    const QString command =
+        "cd " + World::file({}) +
+        " && touch file && ln -s file link && ln -s none dangling && mkfifo pipe";
     QString output;
-    QCOMPARE(runCmd("cd /media/world && touch file && ln -s file link && ln -s none dangling && "
-                    "mkfifo pipe",
-                    &output),
-             0);
+    QCOMPARE(runCmd(qPrintable(command), &output), 0);
     QTEST(isSymlink(path.toUtf8()), "link");
     QTEST(doesExist(path.toUtf8()), "exists");
 }

@@ -1,10 +1,10 @@
 #include "tests/support/commandlines.h"
 
 #include <QDir>
-#include <QDirIterator>
 #include <QFile>
 
 #include <chrono>
+#include <fts.h>
 
 namespace {
 
@@ -30,14 +30,19 @@ int toolAmong(const QList<QByteArray>& words)
     return tool;
 }
 
+// Only of the folder's own file system: another one below it is no temporary folder's.
 QStringList filesWith(const QByteArray& text, const QString& folder)
 {
     QStringList found;
-    QDirIterator files(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (files.hasNext()) {
-        if (contentOf(files.next()).contains(text))
-            found << files.filePath();
+    QByteArray path = folder.toUtf8();
+    char* const paths[] = {path.data(), nullptr};
+    FTS* files = fts_open(paths, FTS_PHYSICAL | FTS_XDEV | FTS_NOCHDIR, nullptr);
+    while (const FTSENT* file = fts_read(files)) {
+        const QString name = QString::fromUtf8(file->fts_path);
+        if (file->fts_info == FTS_F && contentOf(name).contains(text))
+            found << name;
     }
+    fts_close(files);
     return found;
 }
 

@@ -1,5 +1,7 @@
 #include "tests/support/desktop.h"
 
+#include "tests/support/world.h"
+
 #include <QDir>
 #include <QRegularExpression>
 #include <QTest>
@@ -63,11 +65,9 @@ Desktop::~Desktop()
 
 QProcessEnvironment Desktop::environment() const
 {
-    const QString home = QStringLiteral("/media/home");
-    QDir().mkpath(home);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("DISPLAY"), display);
-    environment.insert(QStringLiteral("HOME"), home);
+    environment.insert(QStringLiteral("HOME"), World::home());
     // Nothing of the user's own session is talked to.
     environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("disabled:"));
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));

@@ -1,7 +1,8 @@
 // Stands at the tools' fixed paths inside the test world: records how it was called and answers as
-// the test has laid down in the world's folder.
+// the test has laid down in the world's folder, in which the stand-in itself is.
 
 #include <algorithm>
+#include <climits>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
@@ -16,7 +17,15 @@
 
 namespace {
 
-const std::string worldFolder = "/media/world";
+std::string worldFolder()
+{
+    char path[PATH_MAX];
+    const ssize_t length = readlink("/proc/self/exe", path, sizeof path);
+    if (length < 0)
+        abort();
+    const std::string program(path, static_cast<size_t>(length));
+    return program.substr(0, program.rfind('/')) + "/state";
+}
 
 std::string baseName(const std::string& path)
 {
@@ -53,7 +62,7 @@ void record(int argc, char** argv)
     for (int i = 1; i < argc; ++i)
         text += std::string(argv[i]) + '\0';
     const int calls =
-        open((worldFolder + "/calls").c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600);
+        open((worldFolder() + "/calls").c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600);
     if (write(calls, text.data(), text.size()) != static_cast<ssize_t>(text.size()))
         abort();
     close(calls);
@@ -97,7 +106,7 @@ Answer readAnswer(const std::string& path)
 
 std::string answerPath(int argc, char** argv)
 {
-    const std::string answers = worldFolder + "/answers/";
+    const std::string answers = worldFolder() + "/answers/";
     const std::string tool = baseName(argv[0]);
     if (argc > 1 && exists(answers + tool + ' ' + baseName(argv[1])))
         return answers + tool + ' ' + baseName(argv[1]);

@@ -16,9 +16,15 @@
 
 namespace {
 
-// Every Debian system has this folder, and nobody builds or tests below it.
-const QString stage = QStringLiteral("/media");
-const QString world = QStringLiteral("/media/world");
+// The world's own folder is in one that the world covers for the tools' sake, so that no other
+// folder of the machine has to make room for it.
+const QString share = QStringLiteral("/usr/local/share");
+const QString world = share + QStringLiteral("/test-world");
+// The machine's files as they are without the world.
+const QString machine = world + QStringLiteral("/machine");
+const QString standin = world + QStringLiteral("/standin");
+// Begins anew with each reset.
+const QString state = world + QStringLiteral("/state");
 
 const QMap<QString, QString>& toolPaths()
 {
@@ -52,12 +58,6 @@ void writeFile(const QString& path, const QByteArray& content)
             qPrintable(path));
 }
 
-void mountOver(const QString& source, const QString& target, const char* type, unsigned long flags)
-{
-    require(mount(qPrintable(source), qPrintable(target), type, flags, nullptr) == 0,
-            qPrintable("mount on " + target));
-}
-
 void enterNamespaces()
 {
     const uid_t user = geteuid();
@@ -70,18 +70,38 @@ void enterNamespaces()
         writeFile("/proc/self/gid_map",
                   QByteArray::number(group) + ' ' + QByteArray::number(group) + " 1");
     }
-    mountOver("none", "/", nullptr, MS_REC | MS_PRIVATE);
+    require(mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0, "mount on /");
 }
 
-// Covers a folder with a writable one in which everything is as before.
-void makeWritable(const QString& folder)
+void mountFolder(const QString& folder, const QString& options = {})
 {
-    mountOver("world", folder, "tmpfs", 0);
-    const QDir original(stage + folder);
+    require(mount("world", qPrintable(folder), "tmpfs", 0, qPrintable(options)) == 0,
+            qPrintable("mount on " + folder));
+}
+
+// Links all that the machine has in a folder.
+void linkOriginals(const QString& folder)
+{
+    const QDir original(machine + folder);
     const QStringList names =
         original.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     for (const QString& name : names)
         QFile::link(original.filePath(name), folder + '/' + name);
+}
+
+// Whatever is mounted on the machine shows below the world's folder, but not that folder itself.
+void makeOwnFolder()
+{
+    mountFolder(share);
+    require(QDir().mkpath(machine), "mkdir");
+    require(mount("/", qPrintable(machine), nullptr, MS_BIND | MS_REC, nullptr) == 0, "mount of /");
+    require(umount2(qPrintable(machine + share), MNT_DETACH) == 0, "umount");
+    linkOriginals(share);
+    require(QFile::copy(machine + STANDIN_PROGRAM, standin), STANDIN_PROGRAM);
+    const QString runtime = world + "/runtime";
+    require(QDir().mkdir(runtime) && QDir().mkdir(World::home()), "mkdir");
+    QFile::setPermissions(runtime, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    qputenv("XDG_RUNTIME_DIR", runtime.toUtf8());
 }
 
 void clearTool(const QString& path)
@@ -105,29 +125,39 @@ void World::enter()
     // Whoever has started us may ignore it, and so would the tools that a test hangs up.
     signal(SIGHUP, SIG_DFL);
     enterNamespaces();
-    mountOver("world", stage, "tmpfs", 0);
-    for (const char* folder : {"/usr", "/dev", "/runtime"})
-        require(QDir().mkpath(stage + folder), "mkdir");
-    QFile::setPermissions(stage + "/runtime",
-                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    mountOver("/usr", stage + "/usr", nullptr, MS_BIND | MS_REC);
-    mountOver("/dev", stage + "/dev", nullptr, MS_BIND | MS_REC);
+    makeOwnFolder();
     // In /dev the machine's system log is covered as well; a test may listen there.
-    for (const char* folder : {"/usr/local/bin", "/usr/local/sbin", "/usr/local/share", "/usr/sbin",
-                               "/usr/bin", "/usr/libexec", "/dev"})
+    for (const char* folder :
+         {"/usr/local/bin", "/usr/local/sbin", "/usr/sbin", "/usr/bin", "/usr/libexec", "/dev"})
         makeWritable(folder);
     reset();
 }
 
+QString World::file(const QString& name)
+{
+    return state + '/' + name;
+}
+
+QString World::home()
+{
+    return world + "/home";
+}
+
+void World::makeWritable(const QString& folder, const QString& options)
+{
+    mountFolder(folder, options);
+    linkOriginals(folder);
+}
+
 void World::reset()
 {
-    QDir(world).removeRecursively();
-    require(QDir().mkpath(world + "/answers"), "mkdir");
+    QDir(state).removeRecursively();
+    require(QDir().mkpath(state + "/answers"), "mkdir");
     QFile::remove("/dev/log");
     for (const QString& path : toolPaths()) {
         clearTool(path);
         QDir().mkpath(path.section('/', 0, -2));
-        require(QFile::link(STANDIN_PROGRAM, path), "link");
+        require(QFile::link(standin, path), "link");
     }
     Answer notJoined;
     notJoined.exitStatus = 1;
@@ -146,7 +176,7 @@ void World::reset()
 void World::answer(const QString& command, const Answer& answer)
 {
     // One small file, as the walk lays down many thousands: a line of numbers, then the texts.
-    const QString file = world + "/answers/" + command;
+    const QString file = state + "/answers/" + command;
     if (answer.held)
         writeFile(file + ".held", {});
     else
@@ -161,12 +191,12 @@ void World::answer(const QString& command, const Answer& answer)
 
 void World::release(const QString& command)
 {
-    QFile::remove(world + "/answers/" + command + ".held");
+    QFile::remove(state + "/answers/" + command + ".held");
 }
 
 QList<Call> World::calls()
 {
-    QFile file(world + "/calls");
+    QFile file(state + "/calls");
     if (!file.open(QIODevice::ReadOnly))
         return {};
     QList<QByteArray> fields = file.readAll().split('\0');
@@ -198,7 +228,7 @@ QList<Call> World::callsOf(const QString& tool)
 
 void World::forgetCalls()
 {
-    QFile::remove(world + "/calls");
+    QFile::remove(state + "/calls");
 }
 
 QString World::path(const QString& tool)

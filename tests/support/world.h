@@ -36,6 +36,14 @@ namespace World {
 // Once, before the process has a second thread. Exits with a message where namespaces are refused.
 void enter();
 
+// The path of a file in a folder of the world's own, which reset() empties; and a home, which it
+// doesn't.
+QString file(const QString& name);
+QString home();
+// Covers a folder with a writable one in which all is linked that was there. Options are those of
+// a tmpfs.
+void makeWritable(const QString& folder, const QString& options = {});
+
 // Puts all stand-ins back, forgets all calls, and gives the answers of a Mac that is not joined and
 // not bound, whose name is my-mac and whose administrator consents to everything.
 void reset();

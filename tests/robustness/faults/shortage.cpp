@@ -1,5 +1,7 @@
 #include "tests/robustness/faults/shortage.h"
 
+#include "tests/support/world.h"
+
 #include <QFile>
 #include <QMap>
 
@@ -40,7 +42,7 @@ void takeDescriptors()
 
 void fillDisk()
 {
-    require(mount("full", "/tmp", "tmpfs", 0, "size=4k") == 0, "mount");
+    World::makeWritable("/tmp", "size=4m");
     QFile file("/tmp/full");
     require(file.open(QIODevice::WriteOnly), "open");
     while (file.write(QByteArray(4096, 'x')) > 0 && file.flush())

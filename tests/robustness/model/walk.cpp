@@ -289,7 +289,6 @@ void startWorker(int argc, char** argv, const Extent& extent)
 int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("XDG_RUNTIME_DIR", "/media/runtime");
     qputenv("QT_NO_GLIB", "1");
     QStringList arguments;
     for (int i = 0; i < argc; ++i)

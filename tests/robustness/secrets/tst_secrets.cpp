@@ -19,7 +19,6 @@
 #include <cerrno>
 #include <functional>
 #include <sys/inotify.h>
-#include <sys/mount.h>
 #include <sys/resource.h>
 #include <thread>
 #include <unistd.h>
@@ -33,9 +32,9 @@ const QString sentinel = QStringLiteral("s3ntinel-Passw0rd-%1").arg(getpid());
 class Opened
 {
 public:
-    explicit Opened(const char* folder) : watch(inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
+    explicit Opened(const QString& folder) : watch(inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
     {
-        inotify_add_watch(watch, folder, IN_OPEN);
+        inotify_add_watch(watch, qPrintable(folder), IN_OPEN);
     }
     ~Opened()
     {
@@ -98,6 +97,12 @@ QString environmentTexts()
     return texts;
 }
 
+QStringList temporaryFiles()
+{
+    return QDir("/tmp").entryList(QDir::AllEntries | QDir::Hidden | QDir::System |
+                                  QDir::NoDotAndDotDot);
+}
+
 // Whether a tool was started with what World::answer() would know it by.
 bool isRunning(const QString& command)
 {
@@ -141,13 +146,14 @@ private:
     QList<QUrl> urls;
 };
 
-// An empty folder for temporary files and an empty home: what is there afterwards, we have made.
+// A folder for temporary files, and a home, to which nobody else adds any: what comes there, we
+// have made.
 void TestSecrets::initTestCase()
 {
-    QVERIFY(mount("own", "/tmp", "tmpfs", 0, nullptr) == 0);
+    World::makeWritable("/tmp");
     qputenv("HOME", "/tmp");
     // For the fonts, which the system notes in the home of a user who may not write its own notes.
-    qputenv("XDG_CACHE_HOME", "/media/cache");
+    qputenv("XDG_CACHE_HOME", World::home().toUtf8());
 }
 
 void TestSecrets::passwordGoesOnlyWhereItHasTo_data()
@@ -161,6 +167,7 @@ void TestSecrets::passwordGoesOnlyWhereItHasTo()
 {
     QFETCH(bool, succeeds);
     const rlim_t core = coreLimit();
+    const QStringList before = temporaryFiles();
     QString seen;
     QStringList shown;
     const auto look = [&] { seen += windowTexts() + environmentTexts(); };
@@ -217,8 +224,7 @@ void TestSecrets::passwordGoesOnlyWhereItHasTo()
     seen += shown.join('\n') + messages().join('\n');
     QVERIFY2(!seen.contains(sentinel), "the password is to be seen");
     QVERIFY(!seen.contains(sentinel.toUtf8().toBase64()));
-    QCOMPARE(QDir("/tmp").entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-             QStringList());
+    QCOMPARE(temporaryFiles(), before);
     QCOMPARE(coreLimit(), core);
 
     // On command lines it is one whole argument, and only at the places that the tools give it.
@@ -328,26 +334,26 @@ void TestSecrets::richTextFetchesAndOpensNothing_data()
 {
     QTest::addColumn<QString>("markup");
     QTest::newRow("remote image") << "<p>x<img src=\"http://127.0.0.1:%1/x.png\"></p>";
-    QTest::newRow("local image") << "<p>x<img src=\"file:///media/bait/x.png\"></p>";
-    QTest::newRow("image by its path") << "<p>x<img src=\"/media/bait/x.png\"></p>";
+    QTest::newRow("local image") << "<p>x<img src=\"file://%2/x.png\"></p>";
+    QTest::newRow("image by its path") << "<p>x<img src=\"%2/x.png\"></p>";
     QTest::newRow("style sheet")
-        << "<html><head><link rel=\"stylesheet\" href=\"/media/bait/x.css\"></head>x</html>";
-    QTest::newRow("background") << "<body background=\"/media/bait/x.png\">x</body>";
+        << "<html><head><link rel=\"stylesheet\" href=\"%2/x.css\"></head>x</html>";
+    QTest::newRow("background") << "<body background=\"%2/x.png\">x</body>";
     QTest::newRow("link to a page") << "<a href=\"http://127.0.0.1:%1/\">xxxxxxxxxxxxxxxxxxxx</a>";
-    QTest::newRow("link to a file") << "<a href=\"file:///media/bait/x.html\">xxxxxxxxxxxxxx</a>";
+    QTest::newRow("link to a file") << "<a href=\"file://%2/x.html\">xxxxxxxxxxxxxx</a>";
 }
 
 void TestSecrets::richTextFetchesAndOpensNothing()
 {
     QFETCH(QString, markup);
-    QDir().mkpath("/media/bait");
+    const QString bait = World::file("bait");
+    QVERIFY(QDir().mkdir(bait));
     for (const char* name : {"x.png", "x.css", "x.html"})
-        QVERIFY(QFile("/media/bait/" + QString(name)).open(QIODevice::WriteOnly));
+        QVERIFY(QFile(bait + '/' + name).open(QIODevice::WriteOnly));
     QTcpServer server;
     QVERIFY(server.listen(QHostAddress::LocalHost));
-    if (markup.contains("%1"))
-        markup = markup.arg(server.serverPort());
-    const Opened opened("/media/bait");
+    markup.replace("%1", QString::number(server.serverPort())).replace("%2", bait);
+    const Opened opened(bait);
     for (const char* scheme : {"http", "file"})
         QDesktopServices::setUrlHandler(scheme, this, "noteUrl");
 

@@ -181,7 +181,6 @@ int main(int argc, char** argv)
     countMemoryExactly(argv);
     World::enter();
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("XDG_RUNTIME_DIR", "/media/runtime");
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
