@@ -1,6 +1,5 @@
 #!/usr/bin/env tclsh
-# Checks an administrator's name and password against a domain, up to a signed question to its
-# directory.
+# Checks an administrator's name and password against a domain, up to a signed question to it.
 #
 # usage: check_domain_cred.tcl DOMAIN USER PASSWORD
 # Exit status 0 when they are right; otherwise 1, and the first line says what to do.
@@ -8,5 +7,5 @@ source [file join [file dirname [file normalize [info script]]] domain_session.t
 
 lassign $argv domain user password
 session::run $domain $user $password {
-    session::search $domain [session::base $domain] base (objectClass=*) 1.1
+    session::search base (objectClass=*) 1.1
 }

@@ -351,14 +351,14 @@ void TestJoin::tellsWhatIsWrongWithTheCredentials_data()
         << "exmaple.test"
         << "Administrator"
         << "Practice.1"
-        << "The domain exmaple.test was not found: check its spelling, and that this Mac uses the "
-           "domain's DNS servers.";
-    QTest::newRow("expired password") << "example.test"
-                                      << "expired.admin"
-                                      << "Practice.1"
-                                      << "The password of expired.admin has expired: change it, "
-                                         "for example by logging in once, and "
-                                         "try again.";
+        << "The domain exmaple.test was not found: check its full name, and that this Mac uses its "
+           "DNS servers.";
+    QTest::newRow("expired password")
+        << "example.test"
+        << "expired.admin"
+        << "Practice.1"
+        << "The password of expired.admin has expired or must be changed: change it, for example "
+           "by logging in once.";
     // The page's quotes end where the name has one, so the shell gives up before the script runs.
     QTest::newRow("a quote in the name: no reason is shown") << "example.test"
                                                              << "O'Hara"

@@ -1,0 +1,89 @@
+# Running the system's tools, one alone or several side by side. Sourced by domain_session.tcl.
+
+# Runs a tool to its end with `input` as its standard input. Returns its exit status, or -1 when it
+# was ended because nothing came from it for ten seconds, and what it wrote, as bytes.
+proc session::execute {input args} {
+    variable output
+    set channel [start $input {*}$args]
+    set heard 0
+    while {[next_ended 10000] eq ""} {
+        if {[string length $output($channel)] == $heard} {
+            stop_all
+            return [list -1 "[lindex $args 0]: timed out"]
+        }
+        set heard [string length $output($channel)]
+    }
+    return [result $channel]
+}
+
+# Starts a tool and returns its channel.
+proc session::start {input args} {
+    variable output
+    if {[catch {open |[list {*}$args 2>@1] r+} channel]} {
+        fail "The tool [lindex $args 0] is missing on this Mac: install it and try again." $channel
+    }
+    set output($channel) ""
+    fconfigure $channel -blocking 0 -translation binary
+    catch {
+        puts -nonewline $channel [encoding convertto [encoding system] $input]
+        chan close $channel write
+    }
+    fileevent $channel readable [list session::collect $channel]
+    return $channel
+}
+
+proc session::collect {channel} {
+    variable output
+    append output($channel) [read $channel]
+    if {[eof $channel]} {
+        fileevent $channel readable {}
+        lappend session::ended $channel
+    }
+}
+
+# Opens a connection, as if it were a tool that ends when it stands or has failed. Returns its
+# channel, or nothing when the host has no address.
+proc session::connect {host port} {
+    if {[catch {socket -async $host $port} channel]} {
+        return ""
+    }
+    set session::output($channel) ""
+    fileevent $channel writable "fileevent $channel writable {}; lappend session::ended $channel"
+    return $channel
+}
+
+# Waits for the next tool to end and returns its channel, or nothing when none does in time.
+proc session::next_ended {milliseconds} {
+    variable ended
+    if {$ended eq {}} {
+        set timer [after $milliseconds {lappend session::ended ""}]
+        vwait session::ended
+        after cancel $timer
+    }
+    set ended [lassign $ended channel]
+    return $channel
+}
+
+# The exit status of a tool that has ended, and what it wrote; 1 for a connection that failed.
+proc session::result {channel} {
+    variable output
+    set text $output($channel)
+    unset output($channel)
+    set status [expr {[pid $channel] eq "" && [fconfigure $channel -error] ne ""}]
+    fconfigure $channel -blocking 1
+    if {[catch {close $channel} message options]} {
+        set code [dict get $options -errorcode]
+        set status [expr {[lindex $code 0] eq "CHILDSTATUS" ? [lindex $code 2] : 128}]
+    }
+    return [list $status $text]
+}
+
+# Ends all tools and connections that there still are.
+proc session::stop_all {} {
+    variable output; variable ended {}
+    foreach channel [array names output] {
+        catch {exec kill -9 {*}[pid $channel]}
+        close $channel
+    }
+    array unset output
+}
