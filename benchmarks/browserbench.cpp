@@ -89,7 +89,7 @@ void floorModelShown(benchmark::State& state)
 {
     needApplication();
     cnbrowserhelper helper;
-    QMap<QString, cnleaf*> tree;
+    Level tree;
     Answer answer;
     answer.output = wideListing();
     World::answer(QStringLiteral("mvedit"), answer);

@@ -2,7 +2,7 @@
 
 #include <QStandardItem>
 
-std::vector<ReadyTexts> readyTexts(const QMap<QString, cnleaf*>& level)
+std::vector<ReadyTexts> readyTexts(const Level& level)
 {
     std::vector<ReadyTexts> texts;
     texts.reserve(static_cast<size_t>(level.size()));

@@ -2,7 +2,6 @@
 
 #include "browser/cnleaf.h"
 
-#include <QMap>
 #include <QString>
 
 #include <vector>
@@ -15,7 +14,7 @@ struct ReadyTexts {
     std::vector<ReadyTexts> below;
 };
 
-std::vector<ReadyTexts> readyTexts(const QMap<QString, cnleaf*>& level);
+std::vector<ReadyTexts> readyTexts(const Level& level);
 
 // The least that a model of Qt's own items costs: an item for each text, each appended as a row.
 void appendItems(const std::vector<ReadyTexts>& texts, QStandardItem* parent);

@@ -12,8 +12,6 @@
 
 namespace {
 
-using Level = QMap<QString, cnleaf*>;
-
 QStringList lines(const benchmark::State& state)
 {
     return QString::fromUtf8(listing(state)).split(QLatin1Char('\n'), Qt::SkipEmptyParts);

@@ -1,11 +1,12 @@
 #include "browser/cnbrowser.h"
 #include "ui_cnbrowser.h"
 
+#include "browser/cnbrowserhelper.h"
+#include "browser/containeritems.h"
 #include "pages/dialogs/warning.h"
 
 #include <QDebug>
 #include <QStandardItemModel>
-#include <QVector>
 
 cnbrowser::cnbrowser(QWidget* parent) : QDialog(parent), ui(new Ui::cnbrowser)
 {
@@ -98,32 +99,6 @@ void cnbrowser::chooseButtonClicked()
     emit browseChooseButtonClicked(name);
     close();
 }
-
-namespace {
-
-// Deletes a model's items from the innermost outwards. An item left to itself deletes its children
-// by recursion, and walks all that is below once more at every level.
-void deleteItems(QStandardItemModel* model)
-{
-    QVector<QStandardItem*> parents;
-    while (model->rowCount() > 0)
-        parents += model->takeRow(model->rowCount() - 1).toVector();
-    const QVector<QStandardItem*> top = parents;
-    for (int i = 0; i < parents.size(); ++i) {
-        for (int row = 0; row < parents.at(i)->rowCount(); ++row) {
-            QStandardItem* child = parents.at(i)->child(row);
-            if (child->hasChildren())
-                parents.append(child);
-        }
-    }
-    while (!parents.isEmpty()) {
-        QStandardItem* innermost = parents.takeLast();
-        innermost->removeRows(0, innermost->rowCount());
-    }
-    qDeleteAll(top);
-}
-
-} // namespace
 
 void cnbrowser::clearData()
 {

@@ -1,9 +1,10 @@
 #pragma once
 
-#include "browser/cnbrowserhelper.h"
+#include "browser/cnbrowsererror.h"
 
 #include <QDialog>
 
+class cnbrowserhelper;
 class QStandardItemModel;
 
 namespace Ui {

@@ -9,12 +9,12 @@ cnleaf::~cnleaf()
     delete node;
 }
 
-QMap<QString, cnleaf*>* cnleaf::getNode()
+Level* cnleaf::getNode()
 {
     return node;
 }
 
-void cnleaf::setNode(QMap<QString, cnleaf*>* children)
+void cnleaf::setNode(Level* children)
 {
     node = children;
 }

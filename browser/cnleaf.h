@@ -3,6 +3,12 @@
 #include <QMap>
 #include <QString>
 
+class cnleaf;
+
+// A level of the container tree: its leaves by the values of their components. The map's order is
+// the order on the screen.
+using Level = QMap<QString, cnleaf*>;
+
 // One node of the container tree: the prefix of a name's component, such as "OU=", and the level
 // below it. The component's value is the node's key in the level that holds it.
 class cnleaf
@@ -16,14 +22,14 @@ public:
     cnleaf& operator=(const cnleaf&) = delete;
 
     // The child map, owned by the leaf; null for a leaf that never had a child.
-    QMap<QString, cnleaf*>* getNode();
+    Level* getNode();
     // Takes over a map and releases nothing: the former one is the caller's from now on.
-    void setNode(QMap<QString, cnleaf*>* children);
+    void setNode(Level* children);
 
     QString getPrefix();
     void setPrefix(QString text);
 
 private:
-    QMap<QString, cnleaf*>* node = nullptr;
+    Level* node = nullptr;
     QString prefix;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "browser/cnbrowserhelper.h"
+#include "browser/cnbrowsererror.h"
 
 #include <QWizardPage>
 

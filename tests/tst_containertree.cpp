@@ -17,10 +17,12 @@ private slots:
     void blankNameAddsNothing();
     void namesMakeATree_data();
     void namesMakeATree();
-    void insertsIntoTheTreeAsOthersLeftIt();
+    void whatIsLeftOfANameGetsALevelEvenIfEmpty();
     void orderIsThatOfTheCodeUnits();
     void prefixIsTheFirstThreeCharacters();
     void itemsCannotBeEdited();
+    void itemsBelongToTheirModel();
+    void textOfAnItemCanBeSet();
     void debugDumpIndentsByTabs();
     void clearingNoLevelDoesNothing();
     void clearingPassesOverAnEntryWithoutALeaf();
@@ -31,8 +33,6 @@ private slots:
 };
 
 namespace {
-
-using Level = QMap<QString, cnleaf*>;
 
 // Levels of a tree that is cleared at its end; the maps below the top stay, as clearing leaves
 // them.
@@ -147,21 +147,11 @@ void TestContainerTree::namesMakeATree()
     QTEST(outline(names), "tree");
 }
 
-// Where the helper's former names went is no more where they would go now.
-void TestContainerTree::insertsIntoTheTreeAsOthersLeftIt()
+void TestContainerTree::whatIsLeftOfANameGetsALevelEvenIfEmpty()
 {
-    Tree tree({"OU=a,OU=b,DC=x"});
-    tree.helper.clearCNData(&tree.top);
-    tree.top.clear();
-    cnbrowserhelper other;
-    other.parseCNData("OU=c,OU=b,DC=x", &tree.top);
-    tree.helper.parseCNData("OU=d,OU=b,DC=x", &tree.top);
-    other.clearCNData(&tree.top);
-    tree.top.insert("x", new cnleaf("DC="));
-    other.parseCNData("OU=e,OU=b,DC=x", &tree.top);
-    tree.helper.parseCNData("OU=f,OU=b,DC=x", &tree.top);
-    const std::unique_ptr<QStandardItemModel> model(tree.helper.getTreeModel(&tree.top));
-    QCOMPARE(outline(model->invisibleRootItem()), QString("(DC=x(OU=b(OU=e OU=f)))"));
+    const Tree tree({"OU=a,,DC=x", "DC=y"});
+    QCOMPARE(tree.top.value("x")->getNode()->keys(), QStringList());
+    QCOMPARE(tree.top.value("y")->getNode(), nullptr);
 }
 
 void TestContainerTree::orderIsThatOfTheCodeUnits()
@@ -189,6 +179,32 @@ void TestContainerTree::itemsCannotBeEdited()
     const std::unique_ptr<QStandardItemModel> model(tree.helper.getTreeModel(&tree.top));
     QVERIFY(!model->item(0)->isEditable());
     QVERIFY(!model->item(0)->child(0)->isEditable());
+}
+
+void TestContainerTree::itemsBelongToTheirModel()
+{
+    Tree tree({"OU=a,OU=b,DC=x"});
+    const std::unique_ptr<QStandardItemModel> model(tree.helper.getTreeModel(&tree.top));
+    QModelIndex index;
+    for (QStandardItem* item = model->item(0); item != nullptr; item = item->child(0)) {
+        index = model->index(0, 0, index);
+        QCOMPARE(item->model(), model.get());
+        QVERIFY(item->index().isValid());
+        QCOMPARE(item->index(), index);
+    }
+    QCOMPARE(index.data().toString(), QString("OU=a"));
+}
+
+void TestContainerTree::textOfAnItemCanBeSet()
+{
+    Tree tree({"OU=a,DC=x"});
+    const std::unique_ptr<QStandardItemModel> model(tree.helper.getTreeModel(&tree.top));
+    QStandardItem* item = model->item(0)->child(0);
+    item->setText("OU=b");
+    QCOMPARE(item->text(), QString("OU=b"));
+    QCOMPARE(item->data(Qt::EditRole).toString(), QString("OU=b"));
+    item->setText("");
+    QCOMPARE(item->text(), QString());
 }
 
 void TestContainerTree::debugDumpIndentsByTabs()

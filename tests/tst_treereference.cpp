@@ -1,5 +1,6 @@
 #include "browser/cnbrowser.h"
 #include "browser/cnbrowserhelper.h"
+#include "tests/support/reference.h"
 #include "tests/support/worldtest.h"
 
 #include <QPushButton>
@@ -8,57 +9,13 @@
 #include <QStandardItemModel>
 #include <QTreeView>
 
+#include <memory>
+
 Q_DECLARE_METATYPE(CNBROWSER_ERROR)
 
 namespace {
 
-using Level = QMap<QString, cnleaf*>;
-
-// The rule of insertion at its plainest.
-void insertByTheRule(QString dn, Level* level)
-{
-    dn = dn.trimmed();
-    const int comma = dn.lastIndexOf(',');
-    const QString component = dn.mid(comma + 1);
-    if (component.isEmpty())
-        return;
-    const QString key = component.mid(3);
-    if (!level->contains(key))
-        level->insert(key, new cnleaf(component.left(3)));
-    if (comma < 0)
-        return;
-    cnleaf* leaf = level->value(key);
-    if (leaf->getNode() == nullptr)
-        leaf->setNode(new Level);
-    insertByTheRule(dn.left(comma), leaf->getNode());
-}
-
-// A line for each leaf, indented by its depth; a level without entries is told from none.
-QStringList described(Level* level, const QString& indent = {})
-{
-    QStringList lines;
-    for (auto entry = level->cbegin(); entry != level->cend(); ++entry) {
-        Level* below = entry.value()->getNode();
-        const QString mark = below != nullptr && below->isEmpty() ? " (empty level)" : "";
-        lines << indent + entry.value()->getPrefix() + '|' + entry.key() + mark;
-        if (below != nullptr)
-            lines << described(below, indent + ' ');
-    }
-    return lines;
-}
-
-// The texts that the items of a tree have to show, indented by their depth.
-QStringList shown(Level* level, const QString& indent = {})
-{
-    QStringList lines;
-    for (auto entry = level->cbegin(); entry != level->cend(); ++entry) {
-        lines << indent + entry.value()->getPrefix() + entry.key();
-        if (entry.value()->getNode() != nullptr)
-            lines << shown(entry.value()->getNode(), indent + ' ');
-    }
-    return lines;
-}
-
+// The texts that the items below one show, indented by their depth.
 QStringList shown(const QStandardItem* parent, const QString& indent = {})
 {
     QStringList lines;
@@ -68,16 +25,6 @@ QStringList shown(const QStandardItem* parent, const QString& indent = {})
         lines << shown(item, indent + ' ');
     }
     return lines;
-}
-
-void releaseTree(Level* level)
-{
-    for (cnleaf* leaf : qAsConst(*level)) {
-        if (leaf->getNode() != nullptr)
-            releaseTree(leaf->getNode());
-        delete leaf;
-    }
-    level->clear();
 }
 
 // Names of few different components, so that paths meet, prefixes differ and names repeat.
@@ -126,9 +73,7 @@ class TestTreeReference : public WorldTest
 private slots:
     void anyNamesGiveTheTreeOfTheRule();
     void anyScriptOutputGivesTheModelOfTheRule();
-    void treesAtTheSamePlaceAreToldApart();
     void itemsAppendedBelowAnItemOfAModel();
-    void theDumpIndentsByTabs();
     void aVeryDeepTreeIsBuiltAndReleased();
     void aVeryDeepTreeIsLoadedShownAndReleased();
 };
@@ -137,61 +82,30 @@ void TestTreeReference::anyNamesGiveTheTreeOfTheRule()
 {
     cnbrowserhelper helper;
     for (quint32 seed = 1; seed <= 300; ++seed) {
-        Level expected;
         Level tree;
         const QStringList names = randomNames(seed);
-        for (const QString& name : names) {
-            insertByTheRule(name, &expected);
+        for (const QString& name : names)
             helper.parseCNData(name, &tree);
-        }
-        QCOMPARE(described(&tree), described(&expected));
-        QStandardItemModel* model = helper.getTreeModel(&tree);
-        QCOMPARE(shown(model->invisibleRootItem()), shown(&expected));
-        delete model;
-        releaseTree(&expected);
-        releaseTree(&tree);
+        const std::unique_ptr<QStandardItemModel> model(helper.getTreeModel(&tree));
+        QCOMPARE(shown(model->invisibleRootItem()), Reference::tree(names.join('\n')));
+        helper.clearCNData(&tree);
     }
 }
 
 void TestTreeReference::anyScriptOutputGivesTheModelOfTheRule()
 {
     for (quint32 seed = 1; seed <= 60; ++seed) {
-        const QStringList names = randomNames(seed);
-        Level expected;
-        for (const QString& name : names)
-            insertByTheRule(name, &expected);
-        Answer answer;
-        answer.output = names.join('\n').toUtf8() + '\n';
-        World::answer("mvedit mvedit_file_arg.tcl", answer);
-
+        const QString lines = randomNames(seed).join('\n') + '\n';
+        World::answer("mvedit mvedit_file_arg.tcl", {lines.toUtf8(), ""});
         cnbrowserhelper helper;
         QSignalSpy obtained(&helper, &cnbrowserhelper::cnDataObtained);
         helper.setDomainInfo("example.com", "admin", "secret");
         helper.getCNData();
         QVERIFY(obtained.wait());
-        QStandardItemModel* model = helper.createModelOutOfCNData();
+        const std::unique_ptr<QStandardItemModel> model(helper.createModelOutOfCNData());
         QVERIFY(model != nullptr);
-        QCOMPARE(shown(model->invisibleRootItem()), shown(&expected));
-        delete model;
-        releaseTree(&expected);
+        QCOMPARE(shown(model->invisibleRootItem()), Reference::tree(lines));
     }
-}
-
-void TestTreeReference::treesAtTheSamePlaceAreToldApart()
-{
-    cnbrowserhelper helper;
-    Level tree;
-    helper.parseCNData("OU=a,DC=x", &tree);
-    releaseTree(&tree);
-    helper.parseCNData("OU=b,DC=x", &tree);
-    QCOMPARE(described(&tree), QStringList({"DC=|x", " OU=|b"}));
-
-    Level other;
-    helper.parseCNData("OU=c,DC=x", &other);
-    QCOMPARE(described(&other), QStringList({"DC=|x", " OU=|c"}));
-    QCOMPARE(described(&tree), QStringList({"DC=|x", " OU=|b"}));
-    releaseTree(&tree);
-    releaseTree(&other);
 }
 
 void TestTreeReference::itemsAppendedBelowAnItemOfAModel()
@@ -209,18 +123,8 @@ void TestTreeReference::itemsAppendedBelowAnItemOfAModel()
     QCOMPARE(inserted.data().toString(), QString("DC=x"));
     QCOMPARE(model.index(0, 0, model.index(0, 0, inserted)).data().toString(), QString("OU=a"));
     QCOMPARE(model.columnCount(inserted), 1);
-    releaseTree(&tree);
-}
-
-void TestTreeReference::theDumpIndentsByTabs()
-{
-    cnbrowserhelper helper;
-    Level tree;
-    helper.parseCNData("OU=b,OU=a,DC=x", &tree);
-    helper.parseCNData("OU=c,DC=x", &tree);
-    helper.printCNData(&tree, "> ");
-    QCOMPARE(messages(), QStringList({"> DC=x", "> \tOU=a", "> \t\tOU=b", "> \tOU=c"}));
-    releaseTree(&tree);
+    QCOMPARE(model.itemFromIndex(inserted)->child(0)->child(0)->model(), &model);
+    helper.clearCNData(&tree);
 }
 
 void TestTreeReference::aVeryDeepTreeIsBuiltAndReleased()

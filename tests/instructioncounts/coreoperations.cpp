@@ -33,7 +33,7 @@ QStringList lines(Order order)
     return texts;
 }
 
-void parse(const QStringList& texts, QMap<QString, cnleaf*>* tree)
+void parse(const QStringList& texts, Level* tree)
 {
     cnbrowserhelper helper;
     for (const QString& text : texts)
@@ -43,13 +43,13 @@ void parse(const QStringList& texts, QMap<QString, cnleaf*>* tree)
 void linesToTree()
 {
     const QStringList texts = lines(Order::Tree);
-    QMap<QString, cnleaf*> tree;
+    Level tree;
     count([&] { parse(texts, &tree); });
 }
 
 void treeToModel()
 {
-    QMap<QString, cnleaf*> tree;
+    Level tree;
     parse(lines(Order::Shuffled), &tree);
     cnbrowserhelper helper;
     count([&] { helper.getTreeModel(&tree); });

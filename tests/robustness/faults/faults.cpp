@@ -7,6 +7,7 @@
 #include "pages/helpertool.h"
 #include "tests/robustness/faults/shortage.h"
 #include "tests/robustness/faults/watch.h"
+#include "tests/support/reference.h"
 #include "tests/support/wizarddriver.h"
 
 #include <QCheckBox>
@@ -92,35 +93,6 @@ QString asWarned(const QString& text)
 
 // --- What the rules give
 
-// Read in pieces of 511 bytes that end at each line end, each cut at a NUL and decoded by itself.
-QList<QByteArray> pieces(const QByteArray& output)
-{
-    QList<QByteArray> read;
-    for (int start = 0; start < output.size();) {
-        QByteArray piece = output.mid(start, 511);
-        const int line = piece.indexOf('\n') + 1;
-        if (line > 0)
-            piece.truncate(line);
-        read << QByteArray(piece.constData());
-        start += piece.size();
-    }
-    return read;
-}
-
-QString decoded(const QByteArray& output)
-{
-    QString text;
-    const QList<QByteArray> read = pieces(output);
-    for (const QByteArray& piece : read)
-        text += QString::fromUtf8(piece);
-    return text;
-}
-
-QString undecoded(const QByteArray& output)
-{
-    return QString::fromUtf8(pieces(output).join());
-}
-
 int shellStatus(const Fault& fault, int status)
 {
     switch (fault.place) {
@@ -152,7 +124,8 @@ QString checkComplaint(const Fault& fault)
         return "sh: 1: /usr/local/bin/mvedit: Permission denied";
     // A tool that is killed in mid-line leaves the shell to say so.
     const bool killed = fault.signal != 0 && fault.signal != SIGSTOP;
-    return killed ? QString(strsignal(fault.signal)) : decoded(fault.output).section('\n', 0, 0);
+    return killed ? QString(strsignal(fault.signal))
+                  : Reference::decoded(fault.output).section('\n', 0, 0);
 }
 
 // --- The uses
@@ -167,7 +140,8 @@ QString useGreeting(WizardDriver& driver)
 QString expectGreeting(const Fault& fault, int status)
 {
     if (shellStatus(fault, status) == 0)
-        return '"' + shortened("You are currently joined to " + undecoded(fault.output)) + '"';
+        return '"' +
+               shortened("You are currently joined to " + Reference::undecoded(fault.output)) + '"';
     return '"' + shortened(greeting("join your Mac to your", "Domain")) + '"';
 }
 
@@ -180,7 +154,7 @@ QString useComputerName(WizardDriver& driver)
 QString expectComputerName(const Fault& fault, int)
 {
     constexpr int longestEdit = 32767;
-    QString name = undecoded(fault.output).trimmed().section('.', 0, 0);
+    QString name = Reference::undecoded(fault.output).trimmed().section('.', 0, 0);
     if (fault.place != Fault::InPlace || name.contains(' '))
         name.clear();
     return "computer name \"" + shortened(name.left(longestEdit)) + '"';
@@ -275,7 +249,7 @@ QString expectJoin(const Fault& fault, int status)
     if (privilegedStatus(fault, status) == 0)
         return seen(7, {});
     const bool runs = fault.place == Fault::InPlace;
-    return seen(4, {asWarned(runs ? decoded(fault.output) : QString())});
+    return seen(4, {asWarned(runs ? Reference::decoded(fault.output) : QString())});
 }
 
 void prepareLeave(WizardDriver& driver)
@@ -289,7 +263,8 @@ QString expectLeave(const Fault& fault, int status)
     const int result = privilegedStatus(fault, status);
     if (result == 0)
         return seen(7, {});
-    const QString output = fault.place == Fault::InPlace ? decoded(fault.output) : QString();
+    const QString output =
+        fault.place == Fault::InPlace ? Reference::decoded(fault.output) : QString();
     const QString unexpected = QString("Unexpected error (%1).").arg(result);
     return seen(6, {asWarned(output.isEmpty() ? unexpected : output)});
 }

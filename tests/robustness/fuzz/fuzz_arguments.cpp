@@ -2,7 +2,7 @@
 
 #include "pages/jointype.h"
 #include "pages/userpassentry.h"
-#include "tests/robustness/fuzz/reference.h"
+#include "tests/robustness/fuzz/runner.h"
 #include "tests/support/world.h"
 
 #include <fuzzer/FuzzedDataProvider.h>
@@ -83,8 +83,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     if (!edit("ComputerNameEdit")->text().isEmpty())
         expected << "-n" << edit("ComputerNameEdit")->text().toLocal8Bit().constData();
 
-    Reference::Runner& runner = Reference::Runner::installed();
-    Reference::check(wizard->page(4)->validatePage(), "the join is a success");
+    Fuzz::Runner& runner = Fuzz::Runner::installed();
+    Fuzz::check(wizard->page(4)->validatePage(), "the join is a success");
     QList<QByteArray> arguments;
     // After a success the program keeps the arguments; here they would add up to all memory.
     for (char** argument = runner.arguments; *argument != nullptr; ++argument) {
@@ -92,6 +92,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         delete[] * argument;
     }
     delete[] runner.arguments;
-    Reference::check(arguments == expected, "the arguments are the reference's");
+    Fuzz::check(arguments == expected, "the arguments are the reference's");
     return 0;
 }

@@ -3,7 +3,7 @@
 
 #include "pages/applead.h"
 #include "pages/interimintro.h"
-#include "tests/robustness/fuzz/reference.h"
+#include "tests/robustness/fuzz/runner.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -17,7 +17,7 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    Reference::Runner& runner = Reference::Runner::installed();
+    Fuzz::Runner& runner = Fuzz::Runner::installed();
     runner.output = QByteArray(reinterpret_cast<const char*>(data), static_cast<int>(size));
 
     bool bound = false;
@@ -34,12 +34,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 
     AppleAD page;
     page.setUIDomain();
-    Reference::check(page.findChild<QLabel*>("ADName")->text() == domain, "the domain is shown");
+    Fuzz::check(page.findChild<QLabel*>("ADName")->text() == domain, "the domain is shown");
     if (bound) {
         // A report without a binding would have the interim page ask the agent.
         InterimIntro interim;
-        Reference::check(interim.validatePage(), "the query is a success");
-        Reference::check(interim.nextId() == 2, "a binding leads to the unbind page");
+        Fuzz::check(interim.validatePage(), "the query is a success");
+        Fuzz::check(interim.nextId() == 2, "a binding leads to the unbind page");
     }
     return 0;
 }

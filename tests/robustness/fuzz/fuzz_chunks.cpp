@@ -2,13 +2,13 @@
 
 #include "pages/helpertool.h"
 #include "system/commandrunner.h"
-#include "tests/robustness/fuzz/reference.h"
+#include "tests/robustness/fuzz/runner.h"
 
 #include <QTemporaryFile>
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    Reference::Runner& runner = Reference::Runner::installed();
+    Fuzz::Runner& runner = Fuzz::Runner::installed();
     runner.output = QByteArray(reinterpret_cast<const char*>(data), static_cast<int>(size));
     QString decoded;
     QByteArray raw;
@@ -20,8 +20,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     // An earlier run's output does not survive.
     QString output = "earlier";
     char* arguments[] = {nullptr};
-    Reference::check(runHelperTool(arguments, &output) == 0, "the status is the runner's");
-    Reference::check(output == decoded, "the helper tool's output");
+    Fuzz::check(runHelperTool(arguments, &output) == 0, "the status is the runner's");
+    Fuzz::check(output == decoded, "the helper tool's output");
 
     // A shell takes a thousand times as long.
     static int runs = 0;
@@ -33,8 +33,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const QByteArray command = "cat " + file.fileName().toUtf8();
     file.close();
     output = "earlier";
-    Reference::check(runCmd(command.constData(), &output) == 0, "cat exits with 0");
-    Reference::check(output == "earlier" + decoded, "a command's output is appended");
-    Reference::check(getReturnValue(command.constData()) == raw.toStdString(), "bytes stay bytes");
+    Fuzz::check(runCmd(command.constData(), &output) == 0, "cat exits with 0");
+    Fuzz::check(output == "earlier" + decoded, "a command's output is appended");
+    Fuzz::check(getReturnValue(command.constData()) == raw.toStdString(), "bytes stay bytes");
     return 0;
 }

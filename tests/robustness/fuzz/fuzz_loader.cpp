@@ -2,7 +2,7 @@
 // The first byte is the exit status.
 
 #include "browser/cnbrowserhelper.h"
-#include "tests/robustness/fuzz/reference.h"
+#include "tests/robustness/fuzz/runner.h"
 #include "tests/support/world.h"
 
 #include <QCoreApplication>
@@ -39,9 +39,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 
     const QString text = QString::fromUtf8(script.output.constData(), script.output.size());
     const bool usable = script.exitStatus == 0 && text.contains("DC=");
-    Reference::check(loader.cnDataCheck() == usable, "data are usable with DC= and status 0");
+    Fuzz::check(loader.cnDataCheck() == usable, "data are usable with DC= and status 0");
     const std::unique_ptr<QStandardItemModel> model(loader.createModelOutOfCNData());
-    Reference::check((model != nullptr) == usable, "there is a model when the data are usable");
+    Fuzz::check((model != nullptr) == usable, "there is a model when the data are usable");
     if (!usable)
         return 0;
     QStringList roots;
@@ -55,7 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
             ++root;
         }
     }
-    Reference::check(expected == roots, "the model's roots are the tree's, in order");
-    Reference::check(loader.createModelOutOfCNData() == nullptr, "the output is used up");
+    Fuzz::check(expected == roots, "the model's roots are the tree's, in order");
+    Fuzz::check(loader.createModelOutOfCNData() == nullptr, "the output is used up");
     return 0;
 }

@@ -2,7 +2,7 @@
 // wins, and a version only when both of its parts are there.
 
 #include "app/about.h"
-#include "tests/robustness/fuzz/reference.h"
+#include "tests/robustness/fuzz/runner.h"
 
 #include <QApplication>
 #include <QFile>
@@ -59,8 +59,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const auto text = [&dialog](const char* name) {
         return dialog.findChild<QLabel*>(name)->text();
     };
-    Reference::check(text("name") == values[0], "the name");
-    Reference::check(text("version") == version, "the version");
-    Reference::check(text("copyright") == values[3], "the copyright");
+    Fuzz::check(text("name") == values[0], "the name");
+    Fuzz::check(text("version") == version, "the version");
+    Fuzz::check(text("copyright") == values[3], "the copyright");
     return 0;
 }

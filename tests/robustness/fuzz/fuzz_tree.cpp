@@ -2,15 +2,13 @@
 // is the reference's, and each item's name, inserted again, leads to that item.
 
 #include "browser/cnbrowserhelper.h"
-#include "tests/robustness/fuzz/reference.h"
+#include "tests/robustness/fuzz/runner.h"
 
 #include <QStandardItemModel>
 
 #include <memory>
 
 namespace {
-
-using Level = QMap<QString, cnleaf*>;
 
 // The program leaves the maps behind on purpose; here they would add up to all memory.
 void collect(Level* level, QList<Level*>& levels)
@@ -73,7 +71,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     QStringList texts;
     QStringList names;
     list(*tree.model(), {}, {}, texts, names);
-    Reference::check(texts == Reference::tree(lines), "the tree is the reference's");
+    Fuzz::check(texts == Reference::tree(lines), "the tree is the reference's");
 
     for (const QString& name : qAsConst(names)) {
         // A component that keeps a blank before it loses it when it comes to stand first.
@@ -82,6 +80,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     }
     QStringList again;
     list(*tree.model(), {}, {}, again, names);
-    Reference::check(again == texts, "an item's name leads to that item");
+    Fuzz::check(again == texts, "an item's name leads to that item");
     return 0;
 }

@@ -1,9 +1,7 @@
-#include "tests/robustness/fuzz/reference.h"
+#include "tests/support/reference.h"
 
 #include <QMap>
 
-#include <cstdio>
-#include <cstdlib>
 #include <memory>
 
 namespace {
@@ -42,24 +40,32 @@ void list(const Node& node, const QString& indent, QStringList& lines)
 
 } // namespace
 
-void Reference::check(bool holds, const char* claim)
-{
-    if (holds)
-        return;
-    fprintf(stderr, "Does not hold: %s\n", claim);
-    abort();
-}
-
-QList<QByteArray> Reference::pieces(QByteArray output)
+QList<QByteArray> Reference::pieces(const QByteArray& output)
 {
     QList<QByteArray> read;
-    while (!output.isEmpty()) {
-        const int line = output.indexOf('\n') + 1;
-        const int size = line > 0 && line < 511 ? line : qMin(511, output.size());
-        read << QByteArray(output.left(size).constData());
-        output.remove(0, size);
+    for (int start = 0; start < output.size();) {
+        QByteArray piece = output.mid(start, 511);
+        const int line = piece.indexOf('\n') + 1;
+        if (line > 0)
+            piece.truncate(line);
+        read << QByteArray(piece.constData());
+        start += piece.size();
     }
     return read;
+}
+
+QString Reference::decoded(const QByteArray& output)
+{
+    QString text;
+    const QList<QByteArray> read = pieces(output);
+    for (const QByteArray& piece : read)
+        text += QString::fromUtf8(piece);
+    return text;
+}
+
+QString Reference::undecoded(const QByteArray& output)
+{
+    return QString::fromUtf8(pieces(output).join());
 }
 
 QStringList Reference::tree(const QString& lines)
@@ -71,24 +77,4 @@ QStringList Reference::tree(const QString& lines)
     QStringList texts;
     list(top, {}, texts);
     return texts;
-}
-
-Reference::Runner& Reference::Runner::installed()
-{
-    static Runner runner;
-    g_pProcess = &runner;
-    return runner;
-}
-
-int Reference::Runner::setupauth()
-{
-    return 0;
-}
-
-int Reference::Runner::runPrivCmd(char*, char** args, FILE** pipe)
-{
-    arguments = args;
-    *pipe = output.isEmpty() ? fopen("/dev/null", "r")
-                             : fmemopen(output.data(), static_cast<size_t>(output.size()), "r");
-    return status;
 }

@@ -1,22 +1,15 @@
 #pragma once
 
 #include "system/lowerpriv.h"
+#include "tests/support/reference.h"
 
 #include <QByteArray>
-#include <QList>
-#include <QStringList>
 
-// What the fuzz targets hold the program against: the rules, written plainly and once more.
-namespace Reference {
+// What the fuzz targets share.
+namespace Fuzz {
 
 // Ends the process, which the fuzzer takes for a find.
 void check(bool holds, const char* claim);
-
-// A tool's output as it is read: pieces of 511 bytes that end at each line end, cut at a NUL.
-QList<QByteArray> pieces(QByteArray output);
-
-// The container tree of the lines: each item's text, a blank before it for each level.
-QStringList tree(const QString& lines);
 
 // Stands in for the privileged runner: "runs" a tool that prints `output`, keeps the arguments.
 class Runner : public priv
@@ -33,4 +26,4 @@ public:
     char** arguments = nullptr; // of the latest run, the caller's
 };
 
-} // namespace Reference
+} // namespace Fuzz

@@ -1,0 +1,85 @@
+#include "browser/containeritems.h"
+
+#include <QStandardItemModel>
+#include <QVector>
+
+namespace {
+
+// An item that shows a leaf's prefix and value, whose texts it shares with the tree, until it gets
+// a text of its own.
+class ContainerItem : public QStandardItem
+{
+public:
+    ContainerItem(const QStandardItem& prototype, const QString& prefix, const QString& value)
+        : QStandardItem(prototype), prefix(prefix), value(value)
+    {
+    }
+
+    QVariant data(int role) const override
+    {
+        const QVariant own = QStandardItem::data(role);
+        if (own.isValid() || (role != Qt::DisplayRole && role != Qt::EditRole))
+            return own;
+        return QString(prefix + value);
+    }
+
+private:
+    QString prefix;
+    QString value;
+};
+
+using Unfilled = QVector<QPair<Level*, QStandardItem*>>;
+
+// New items for a level, all with the prototype's flags; those with a level of their own are added
+// to *unfilled.
+QList<QStandardItem*> newItems(const Level& level, const QStandardItem& prototype,
+                               Unfilled* unfilled)
+{
+    QList<QStandardItem*> items;
+    items.reserve(level.size());
+    for (auto entry = level.cbegin(); entry != level.cend(); ++entry) {
+        cnleaf* leaf = entry.value();
+        items.append(new ContainerItem(prototype, leaf->getPrefix(), entry.key()));
+        if (leaf->getNode() != nullptr)
+            unfilled->append({leaf->getNode(), items.last()});
+    }
+    return items;
+}
+
+} // namespace
+
+void appendItems(const Level& level, QStandardItem* parent)
+{
+    QStandardItem prototype;
+    prototype.setEditable(false);
+    Unfilled unfilled;
+    const QList<QStandardItem*> top = newItems(level, prototype, &unfilled);
+    while (!unfilled.isEmpty()) {
+        const auto [below, item] = unfilled.takeLast();
+        item->appendRows(newItems(*below, prototype, &unfilled));
+    }
+    // Last and one by one, as this hands each item and all below it to the parent's model.
+    for (QStandardItem* item : top)
+        parent->appendRow(item);
+}
+
+void deleteItems(QStandardItemModel* model)
+{
+    // Taken out of the model first, which then says nothing of each removal.
+    QVector<QStandardItem*> parents;
+    while (model->rowCount() > 0)
+        parents += model->takeRow(model->rowCount() - 1).toVector();
+    const QVector<QStandardItem*> top = parents;
+    for (int i = 0; i < parents.size(); ++i) {
+        for (int row = 0; row < parents.at(i)->rowCount(); ++row) {
+            QStandardItem* child = parents.at(i)->child(row);
+            if (child->hasChildren())
+                parents.append(child);
+        }
+    }
+    while (!parents.isEmpty()) {
+        QStandardItem* innermost = parents.takeLast();
+        innermost->removeRows(0, innermost->rowCount());
+    }
+    qDeleteAll(top);
+}
