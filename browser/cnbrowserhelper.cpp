@@ -2,6 +2,7 @@
 
 #include "browser/containeritems.h"
 #include "browser/containertree.h"
+#include "system/toolpaths.h"
 
 #include <QDebug>
 #include <QProcess>
@@ -27,10 +28,8 @@ void cnbrowserhelper::getCNData()
     process = new QProcess;
     connect(process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
             &cnbrowserhelper::readStdOutput);
-    process->start(QStringLiteral("/usr/local/bin/mvedit"),
-                   {QStringLiteral("/Applications/Utilities/Morvanta/Morvanta Join Assistant.app/"
-                                   "Contents/Resources/mvedit_file_arg.tcl"),
-                    domain, user, password});
+    process->start(QLatin1String(Tools::interpreter),
+                   {QLatin1String(Tools::containerScript), domain, user, password});
 }
 
 void cnbrowserhelper::readStdOutput(int exitCode)

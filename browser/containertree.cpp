@@ -71,8 +71,8 @@ bool insertSiblingsTogether(const QVector<QStringRef>& names, Level* top)
     byParent.reserve(static_cast<size_t>(names.size()));
     for (const QStringView name : names)
         byParent.emplace_back(qHash(parentOf(name.trimmed())), name.trimmed());
-    std::sort(byParent.begin(), byParent.end(),
-              [](const auto& left, const auto& right) { return left.first < right.first; });
+    std::stable_sort(byParent.begin(), byParent.end(),
+                     [](const auto& left, const auto& right) { return left.first < right.first; });
     bool prefixDiffers = false;
     QStringView latestParent;
     Level* level = nullptr; // of the latest name

@@ -3,18 +3,11 @@
 
 #include "pages/credentialcheck.h"
 #include "pages/dialogs/warning.h"
+#include "system/bindingreport.h"
 #include "system/lowerpriv.h"
-#include "system/streamreader.h"
+#include "system/toolpaths.h"
 
 #include <QVariant>
-
-#include <cstring>
-
-namespace {
-
-char systemTool[] = "/usr/sbin/dsconfigad";
-
-} // namespace
 
 AppleAD::AppleAD(QWidget* parent)
     : QWizardPage(parent), userCarrier(new QLineEdit), passwordCarrier(new QLineEdit),
@@ -44,25 +37,16 @@ void AppleAD::initializePage()
 
 void AppleAD::setUIDomain()
 {
-    char show[] = "-show";
-    char* arguments[] = {show, nullptr};
-    FILE* pipe = nullptr;
-    g_pProcess->runPrivCmd(systemTool, arguments, &pipe);
-    if (pipe == nullptr)
-        return;
-    char line[512];
-    while (readChunk(line, sizeof line, pipe)) {
-        if (strstr(line, "Active Directory Domain") == nullptr)
-            continue;
-        const QByteArray report(line);
-        const int separator = report.lastIndexOf("= ");
+    BindingReport report;
+    while (const char* next = report.nextDomainLine()) {
+        const QByteArray line(next);
+        const int separator = line.lastIndexOf("= ");
         if (separator < 0)
             continue;
-        const QString domain = QString::fromLocal8Bit(report.mid(separator + 2)).trimmed();
+        const QString domain = QString::fromLocal8Bit(line.mid(separator + 2)).trimmed();
         ui->ADName->setText(domain);
         domainCarrier->setText(domain);
     }
-    fclose(pipe);
 }
 
 bool AppleAD::validatePage()
@@ -91,7 +75,7 @@ bool AppleAD::leaveAppleAD()
     char* arguments[] = {remove,         force,           userOption, user.data(),
                          passwordOption, password.data(), nullptr};
     FILE* pipe = nullptr;
-    g_pProcess->runPrivCmd(systemTool, arguments, &pipe);
+    g_pProcess->runPrivCmd(QByteArray(Tools::directoryPlugin).data(), arguments, &pipe);
     if (pipe != nullptr)
         fclose(pipe);
     return true;

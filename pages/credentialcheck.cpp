@@ -2,6 +2,7 @@
 
 #include "pages/dialogs/warning.h"
 #include "system/commandrunner.h"
+#include "system/toolpaths.h"
 
 #include <QCoreApplication>
 
@@ -22,10 +23,7 @@ bool checkCredentials(const QString& domain, const QString& user, const QString&
     // All places are filled in one step, so that a place marker within a value stays as typed.
     const QString command =
         QStringLiteral("%1 %2 %3 %4 %5 %6")
-            .arg(QStringLiteral("/usr/local/bin/mvedit"),
-                 QStringLiteral("/Applications/Utilities/Morvanta/"
-                                "Morvanta\\ Join\\ Assistant.app/Contents/"
-                                "Resources/check_domain_cred.tcl"),
+            .arg(QLatin1String(Tools::interpreter), QLatin1String(Tools::credentialScript),
                  quoted(domain), quoted(user), quoted(password), QStringLiteral("2>&1"));
     QString output;
     if (runCmd(command.toUtf8().constData(), &output) == 0)

@@ -2,20 +2,20 @@
 
 #include "system/lowerpriv.h"
 #include "system/streamreader.h"
+#include "system/toolpaths.h"
 
 #include <QThreadPool>
 #include <QtConcurrent>
 
 int runHelperTool(char** args, QString* output)
 {
-    char helper[] = "/usr/local/share/morvantad/libexec/gui_helper_tool";
     FILE* pipe = nullptr;
-    const int status = g_pProcess->runPrivCmd(helper, args, &pipe);
+    const int status = g_pProcess->runPrivCmd(QByteArray(Tools::helper).data(), args, &pipe);
     if (pipe == nullptr)
         return status;
     output->clear();
-    char chunk[512];
-    while (readChunk(chunk, sizeof chunk, pipe))
+    StreamReader reader(pipe);
+    while (const char* chunk = reader.next())
         output->append(QString::fromUtf8(chunk));
     fclose(pipe);
     return status;

@@ -2,8 +2,9 @@
 
 #include <QWizardPage>
 
-#include <cstdint>
-#include <cstdio>
+#include <memory>
+
+class BindingReport;
 
 namespace Ui {
 class InterimIntro;
@@ -26,9 +27,6 @@ public:
     int nextId() const override;
 
 private:
-    void closePipe();
-
-    FILE* dsconfigPipe = nullptr; // the latest query's output, ours to close
-    std::int32_t dsconfigStatus = 0;
+    std::unique_ptr<BindingReport> report; // the latest
     Ui::InterimIntro* ui;
 };

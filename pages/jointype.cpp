@@ -11,6 +11,7 @@
 #include "pages/strut.h"
 #include "system/commandrunner.h"
 #include "system/probes.h"
+#include "system/toolpaths.h"
 
 #include <QEventLoop>
 #include <QtConcurrent>
@@ -21,7 +22,7 @@ namespace {
 // account may.
 QString defaultComputerName()
 {
-    const std::string answer = getReturnValue("/usr/sbin/scutil --get LocalHostName");
+    const std::string answer = getReturnValue(Tools::hostNameCommand);
     const QString name = QString::fromStdString(answer).trimmed().section(QLatin1Char('.'), 0, 0);
     return name.contains(QLatin1Char(' ')) ? QString() : name;
 }
@@ -194,7 +195,7 @@ void JoinType::containerDNBrowseChose(QString distinguishedName)
 // empty value, which is the join tool's to refuse. Only an empty computer name means none.
 QStringList JoinType::joinArguments() const
 {
-    QStringList arguments{QStringLiteral("/usr/local/sbin/mvjoin"),
+    QStringList arguments{QLatin1String(Tools::join),
                           QStringLiteral("-u"),
                           field(QStringLiteral("DomainUsername")).toString(),
                           QStringLiteral("-p"),

@@ -7,6 +7,7 @@
 #include "pages/helpertool.h"
 #include "system/commandrunner.h"
 #include "system/probes.h"
+#include "system/toolpaths.h"
 
 #include <Security/Authorization.h>
 
@@ -44,19 +45,17 @@ void LeaveIntro::setUIComponents()
 
 void LeaveIntro::setActiveDirectory()
 {
-    ui->ActiveDirectory_Val->setText(
-        QString::fromStdString(getReturnValue("/usr/local/bin/mvinfo -d")));
+    ui->ActiveDirectory_Val->setText(QString::fromStdString(getReturnValue(Tools::domainCommand)));
 }
 
 void LeaveIntro::setJoinedZone()
 {
-    ui->JoinedZone_Val->setText(QString::fromStdString(getReturnValue("/usr/local/bin/mvinfo -z")));
+    ui->JoinedZone_Val->setText(QString::fromStdString(getReturnValue(Tools::zoneCommand)));
 }
 
 void LeaveIntro::setComputerName()
 {
-    ui->ComputerName_Val->setText(
-        QString::fromStdString(getReturnValue("/usr/local/bin/mvinfo -n")));
+    ui->ComputerName_Val->setText(QString::fromStdString(getReturnValue(Tools::computerCommand)));
 }
 
 // Always: enrolling is not offered to somebody who leaves. The widgets stay, wired, as on the page
@@ -99,7 +98,7 @@ void LeaveIntro::on_radioButton_3_clicked()
 
 QStringList LeaveIntro::leaveArguments() const
 {
-    QStringList arguments{QStringLiteral("/usr/local/sbin/mvleave")};
+    QStringList arguments{QLatin1String(Tools::leave)};
     if (ui->radioButton_3->isChecked())
         return arguments << QStringLiteral("-f");
     if (ui->radioButton_2->isChecked())

@@ -8,49 +8,21 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
-#include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
-constexpr size_t chunkSize = 511;
-constexpr size_t blockSize = 65536; // a whole pipeful
-
-// Passes each chunk of the command's output on and returns the wait status of its shell. A chunk
-// ends after a line end, or when it is full, and is ended by NUL.
-// A command that can't be started passes nothing on and reports 0: deliberate, a probe or check
-// that could not run has never stopped a user from going on to the tool that reports the real
-// trouble.
+// Passes each chunk of the command's output on and returns the wait status of its shell. A command
+// that can't be started passes nothing on and counts as a success; see docs/known-behaviour.md.
 template <typename Consumer> int readCommand(const char* command, Consumer consume)
 {
     FILE* stream = popen(command, "r");
     if (stream == nullptr)
         return 0;
-    char chunk[chunkSize + 1];
-    size_t length = 0;
-    const auto passOn = [&] {
-        chunk[length] = '\0';
-        length = 0;
+    StreamReader reader(stream);
+    while (const char* chunk = reader.next())
         consume(chunk);
-    };
-    const std::unique_ptr<char[]> block(new char[blockSize]);
-    while (const size_t count = readBlock(block.get(), blockSize, stream)) {
-        const char* end = block.get() + count;
-        for (const char* next = block.get(); next < end;) {
-            const size_t room = qMin(chunkSize - length, static_cast<size_t>(end - next));
-            const auto* lineEnd = static_cast<const char*>(memchr(next, '\n', room));
-            const size_t taken =
-                lineEnd != nullptr ? static_cast<size_t>(lineEnd + 1 - next) : room;
-            memcpy(chunk + length, next, taken);
-            length += taken;
-            next += taken;
-            if (lineEnd != nullptr || length == chunkSize)
-                passOn();
-        }
-    }
-    if (length > 0)
-        passOn();
     return pclose(stream);
 }
 

@@ -14,31 +14,15 @@ priv* g_pProcess = new LowerPriv;
 
 LowerPriv::LowerPriv()
 {
-    // A failure shows as the error code of the first privileged run.
-    LowerPriv::setupauth();
+    // Through the virtual slot, which is this class's own while it is being constructed. A failure
+    // shows as the error code of the first privileged run.
+    setupauth(); // NOLINT(clang-analyzer-optin.cplusplus.VirtualCall)
 }
 
 int LowerPriv::setupauth()
 {
     return AuthorizationCreate(nullptr, nullptr, kAuthorizationFlagDefaults, &authorizationRef);
 }
-
-namespace {
-
-// Four bytes in the machine's order; *pid stays as it was when fewer come.
-void readProcessId(FILE* pipe, std::int32_t* pid)
-{
-    char bytes[sizeof *pid];
-    for (char& byte : bytes) {
-        const int next = readByte(pipe);
-        if (next == EOF)
-            return;
-        byte = static_cast<char>(next);
-    }
-    memcpy(pid, bytes, sizeof *pid);
-}
-
-} // namespace
 
 int LowerPriv::runPrivCmd(char* tool, char** args, FILE** pipe)
 {
@@ -57,7 +41,9 @@ int LowerPriv::runPrivCmd(char* tool, char** args, FILE** pipe)
     // The agent's helper tool reports its process id first. A tool that doesn't, such as the
     // system's dsconfigad, loses the first four bytes of its output here, the wait for that number
     // fails, and the run counts as a success. The pages that run it read later lines only.
-    readProcessId(*pipe, &toolPid);
+    char pid[sizeof toolPid];
+    if (readBlock(pid, sizeof pid, *pipe) == sizeof pid)
+        memcpy(&toolPid, pid, sizeof pid);
 
     int status = 0;
     while (waitpid(toolPid, &status, 0) < 0 && errno == EINTR) {

@@ -1,6 +1,7 @@
 #include "system/probes.h"
 
 #include "system/commandrunner.h"
+#include "system/toolpaths.h"
 
 #include <QDesktopServices>
 #include <QUrl>
@@ -8,12 +9,12 @@
 bool isJoined()
 {
     QString discarded;
-    return runCmd("/usr/local/bin/mvinfo -d", &discarded) == 0;
+    return runCmd(Tools::domainCommand, &discarded) == 0;
 }
 
 bool isEnrolled()
 {
-    const std::string profiles = getReturnValue("/usr/bin/profiles -C");
+    const std::string profiles = getReturnValue(Tools::profilesCommand);
     return profiles.find("com.morvanta.osx.MDM") != std::string::npos;
 }
 

@@ -1,31 +1,8 @@
 #include "system/streamreader.h"
 
+#include <algorithm>
 #include <cerrno>
-
-int readByte(FILE* stream)
-{
-    int byte = getc(stream);
-    while (byte == EOF && ferror(stream) != 0 && errno == EINTR) {
-        clearerr(stream);
-        byte = getc(stream);
-    }
-    return byte;
-}
-
-bool readChunk(char* chunk, int size, FILE* stream)
-{
-    int length = 0;
-    while (length < size - 1) {
-        const int byte = readByte(stream);
-        if (byte == EOF)
-            break;
-        chunk[length++] = static_cast<char>(byte);
-        if (byte == '\n')
-            break;
-    }
-    chunk[length] = '\0';
-    return length > 0;
-}
+#include <cstring>
 
 size_t readBlock(char* block, size_t size, FILE* stream)
 {
@@ -35,4 +12,27 @@ size_t readBlock(char* block, size_t size, FILE* stream)
         length += fread(block + length, 1, size - length, stream);
     }
     return length;
+}
+
+StreamReader::StreamReader(FILE* stream) : stream(stream) {}
+
+const char* StreamReader::next()
+{
+    char* free = chunk;
+    char* const last = chunk + sizeof chunk - 1; // where the NUL of a full chunk goes
+    while (free < last && (free == chunk || free[-1] != '\n')) {
+        if (begin == end && stream != nullptr) {
+            begin = block;
+            end = block + readBlock(block, sizeof block, stream);
+        }
+        if (begin == end)
+            break;
+        const auto room = static_cast<size_t>(std::min(last - free, end - begin));
+        auto* past = static_cast<char*>(memccpy(free, begin, '\n', room));
+        past = past == nullptr ? free + room : past;
+        begin += past - free;
+        free = past;
+    }
+    *free = '\0';
+    return free == chunk ? nullptr : chunk;
 }

@@ -2,16 +2,25 @@
 
 #include <cstdio>
 
-// Reading of what tools print. Unlike the C library's own functions these go on when a signal has
-// interrupted them, such as the one that tells of the end of another child process, and lose
-// nothing by it.
-
-// The next byte, or EOF at the end or on an error.
-int readByte(FILE* stream);
-
-// Reads as fgets() does: up to size - 1 bytes, ended after a line end, and a NUL after them. False
-// when there is nothing left.
-bool readChunk(char* chunk, int size, FILE* stream);
-
-// Fills the block unless the stream ends first; returns how many bytes it holds.
+// Fills the block unless the stream ends first; returns how many bytes it holds. Unlike fread() it
+// goes on when a signal has interrupted it, such as that for the end of another child process.
 size_t readBlock(char* block, size_t size, FILE* stream);
+
+// Reads all that is left in a stream, in chunks as fgets() reads them into 512 bytes.
+class StreamReader
+{
+public:
+    // The stream is the caller's; null reads as empty.
+    explicit StreamReader(FILE* stream);
+
+    // The next chunk: up to 511 bytes, the last of which may be a line end, and a NUL after them.
+    // Valid until the next call; null at the end of the stream.
+    const char* next();
+
+private:
+    FILE* stream;
+    char block[65536]; // a whole pipeful
+    const char* begin = block;
+    const char* end = block;
+    char chunk[512];
+};

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "system/streamreader.h"
+
+// What the system's own directory plug-in reports of its binding.
+class BindingReport
+{
+public:
+    // Asks the plug-in's tool, with administrator rights.
+    BindingReport();
+    ~BindingReport();
+    BindingReport(const BindingReport&) = delete;
+    BindingReport& operator=(const BindingReport&) = delete;
+
+    // The privileged runner's result code; not 0 when the run was refused.
+    int status() const;
+    // The next line that names a bound domain, in pieces when it is long; null when none is left.
+    const char* nextDomainLine();
+
+private:
+    FILE* pipe = nullptr;
+    int result;
+    StreamReader reader;
+};
