@@ -40,13 +40,6 @@ void parse(const QStringList& texts, Level* tree)
         helper.parseCNData(text, tree);
 }
 
-void linesToTree()
-{
-    const QStringList texts = lines(Order::Tree);
-    Level tree;
-    count([&] { parse(texts, &tree); });
-}
-
 void treeToModel()
 {
     Level tree;
@@ -81,8 +74,7 @@ void commandOutput()
 
 int main(int argc, char** argv)
 {
-    const QMap<QString, std::function<void()>> operations = {{"linesToTree", linesToTree},
-                                                             {"treeToModel", treeToModel},
+    const QMap<QString, std::function<void()>> operations = {{"treeToModel", treeToModel},
                                                              {"outputToModel", outputToModel},
                                                              {"commandOutput", commandOutput}};
     if (argc != 2) {
