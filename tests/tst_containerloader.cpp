@@ -219,6 +219,7 @@ void TestContainerLoader::outputMakesTheModel_data()
     QTest::newRow("two lines") << QByteArray("DC=b\nDC=a\n") << QStringList{"DC=a", "DC=b"};
     QTest::newRow("no last line end") << QByteArray("DC=b\nDC=a") << QStringList{"DC=a", "DC=b"};
     QTest::newRow("empty lines") << QByteArray("\n\nDC=a\n  \n\n") << QStringList{"DC=a"};
+    QTest::newRow("a comma last") << QByteArray("DC=a\nDC=b,\n") << QStringList{"DC=a"};
     QTest::newRow("carriage returns")
         << QByteArray("DC=a\r\nDC=b\r\n") << QStringList{"DC=a", "DC=b"};
     QTest::newRow("a line that is no name")

@@ -149,7 +149,8 @@ void TestContainerTree::namesMakeATree()
 
 void TestContainerTree::whatIsLeftOfANameGetsALevelEvenIfEmpty()
 {
-    const Tree tree({"OU=a,,DC=x", "DC=y"});
+    const Tree tree({"OU=a,,DC=x", ",DC=z", "DC=y"});
+    QCOMPARE(tree.top.value("z")->getNode()->keys(), QStringList());
     QCOMPARE(tree.top.value("x")->getNode()->keys(), QStringList());
     QCOMPARE(tree.top.value("y")->getNode(), nullptr);
 }
