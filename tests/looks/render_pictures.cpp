@@ -1,19 +1,33 @@
 #include "tests/looks/pictures.h"
+#include "tests/looks/places.h"
 #include "tests/support/worldtest.h"
 
-// Renders all pictures of the documents into the folder that is given.
+namespace {
+
+void writePlaces(const QString& scene, const QString& folder)
+{
+    QFile file(QStringLiteral("%1/%2.txt").arg(folder, scene));
+    if (!file.open(QIODevice::WriteOnly))
+        qFatal("%s can't be written", qPrintable(file.fileName()));
+    file.write(placesOf(scene).toUtf8());
+}
+
+} // namespace
+
+// Renders all pictures of the documents into one folder, and notes all places in another.
 int main(int argc, char** argv)
 {
     World::enter();
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    if (argc != 2)
-        qFatal("usage: render_pictures FOLDER");
+    if (argc != 3)
+        qFatal("usage: render_pictures PICTURES PLACES");
     for (const QString& name : Scenes::names()) {
         const QString file = QStringLiteral("%1/%2.png").arg(QString::fromLocal8Bit(argv[1]), name);
         // As small as it gets without loss.
         if (!pictureOf(name).save(file, "PNG", 0))
             qFatal("%s can't be written", qPrintable(file));
+        writePlaces(name, QString::fromLocal8Bit(argv[2]));
     }
 }
