@@ -1,6 +1,6 @@
 # shellcheck shell=bash
-# What the agent's tools and the system's directory plug-in share: finding a controller, a private
-# ticket, the directory's entries. Every step has a time limit, so that a controller that stops
+# What the agent's tools and the system's directory plug-in share: a controller and a private ticket
+# from it, the directory's entries. Every step has a time limit, so that a controller that stops
 # answering ends a tool with a sentence.
 
 step_limit=10 # seconds
@@ -19,30 +19,15 @@ begin_session() {
     umask 077
     session=$(mktemp -d)
     trap 'rm -rf "$session"' EXIT
-    export KRB5CCNAME=FILE:$session/ticket LC_ALL=C.UTF-8
+    export KRB5CCNAME=FILE:$session/ticket LDAPSASL_NOCANON=on LC_ALL=C.UTF-8
 }
 
-# find_controller DOMAIN [SERVER]: sets `controller` to the controller that will be used.
-find_controller() {
-    local domain=$1 server=${2-} answer
-    if [[ -n $server ]]; then
-        answer=$(limited adcli info --domain-controller="$server" 2>/dev/null) || true
-        [[ $answer == *$'\n'"domain-name = ${domain,,}"$'\n'* ]] ||
-            fail "$server is not a domain controller of $domain, or does not answer."
-        controller=$server
-        return
-    fi
-    answer=$(limited adcli info --domain="$domain" 2>/dev/null) ||
-        fail "No domain controller of $domain answers."
-    controller=$(sed -n 's/^domain-controller = //p' <<<"$answer")
-}
-
-# get_ticket DOMAIN USER PASSWORD
-get_ticket() {
-    local output
-    output=$(limited kinit "${2%@*}@${1^^}" <<<"$3" 2>&1 >/dev/null) && return
-    [[ -n $output ]] || fail "No domain controller of $1 answers."
-    fail "The domain $1 did not accept the user $2: ${output##*kinit: }"
+# sign_in DOMAIN USER PASSWORD [SERVER]: gets a ticket from the server, or from the first controller
+# that answers, and sets `controller` to its name.
+sign_in() {
+    controller=$(/usr/local/share/morvantad/libexec/sign_in "$session" "$1" "$2" "${4-}" <<<"$3" 2>&1) ||
+        fail "${controller%%$'\n'*}"
+    export KRB5_CONFIG=$session/krb5.conf
 }
 
 base_of() { # example.test -> DC=example,DC=test

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "tests/support/wizarddriver.h"
+
+#include <QModelIndex>
+
+class QTreeView;
+class cnbrowser;
+
+// The join options page, as a person works it.
+
+// Presses Join, which succeeds, and reads the report.
+void join(WizardDriver* wizard);
+
+void openAdvancedOptions(WizardDriver* wizard);
+
+// Switches an advanced option on and enters its value.
+void choose(WizardDriver* wizard, const QString& option, const QString& value);
+
+// Opens the browser, waits for the tree, and returns the browser.
+cnbrowser* browse(WizardDriver* wizard);
+
+// The item at the end of a path of texts, from the root; invalid when there is none.
+QModelIndex itemAt(const QTreeView* tree, const QStringList& path);
+
+// Picks the container at the end of this path below the domain in the browser.
+void pick(WizardDriver* wizard, const QStringList& path);
