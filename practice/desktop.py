@@ -1,5 +1,7 @@
-"""A virtual display with a person in front of it: finds what is to be seen on it by role and text,
+"""A virtual screen with a person in front of it: finds what is to be seen on it by role and text,
 as a screen reader does, and works it with real mouse clicks and key presses."""
+import contextlib
+import math
 import os
 import subprocess
 import time
@@ -9,10 +11,13 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, Gio, GLib  # noqa: E402
 
+from film import Film  # noqa: E402
+from screen import DESCRIPTOR, DESKTOP, HEIGHT, WIDTH, Screen  # noqa: E402
+
 SECONDS = 20  # that anything awaited may take
-DESCRIPTOR = "{descriptor}"
 BUTTONS = ("push button", "radio button", "check box", "toggle button")
 EDITS = ("text", "password text", "entry")
+KEY_NAMES = {"ctrl+a": "Ctrl A", "Return": "Return", "Right": "→", "Home": "Home"}
 TEXTS = ("label", "text", "document frame", "paragraph")
 
 
@@ -20,54 +25,40 @@ class Missing(Exception):
     """What was awaited did not come; the message says what that was."""
 
 
-class Desktop:
-    """Xvfb with a window manager; ends with the `with` block."""
+class Desktop(Screen):
+    """The screen and the person, who is in no hurry while being filmed."""
 
-    def __init__(self, width=1000, height=760):
-        self.geometry = f"{width}x{height}x24"
-        self.processes = []
+    def __init__(self):
+        super().__init__(scale=2)
+        self.film = None
+        # Where the server puts it, in pixels.
+        self.pointer = (WIDTH * self.scale // 2, HEIGHT * self.scale // 2)
 
     def __enter__(self):
-        display = self.start_server("Xvfb", "-screen", "0", self.geometry, "-wr", "-noreset",
-                                    "-nolisten", "tcp", "-displayfd", DESCRIPTOR)
-        os.environ["DISPLAY"] = f":{display}"
+        super().__enter__()
         os.environ["DBUS_SESSION_BUS_ADDRESS"] = self.start_server(
             "dbus-daemon", "--session", "--nofork", f"--print-address={DESCRIPTOR}")
-        os.environ["QT_QPA_PLATFORM"] = "xcb"
         # Qt looks for the address here first; over the session bus it misses one that is there
         # before the program.
         subprocess.run(["xprop", "-root", "-format", "AT_SPI_BUS", "8s", "-set", "AT_SPI_BUS",
                         screen_reader_bus()], check=True)
-        self.start("openbox")
         Atspi.set_timeout(500, 5000)
         return self
 
-    def __exit__(self, *unused):
-        for process in reversed(self.processes):
-            process.terminate()
-            process.wait()
-
-    def start(self, *command, **options):
-        process = subprocess.Popen(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                                   **options)
-        self.processes.append(process)
-        return process
+    @contextlib.contextmanager
+    def filmed(self, path):
+        """Films the `with` block."""
+        try:
+            with Film(self.path("Xvfb_screen0"), self.scale, path) as self.film:
+                yield
+        finally:
+            self.film = None
 
     def await_window(self, title):
         """For windows that are not read, but typed into: they take the keyboard when they open."""
         return self.await_that(f"no window {title}", lambda: subprocess.run(
             ["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"],
             stdout=subprocess.PIPE, check=False).stdout)
-
-    def start_server(self, *command):
-        """Starts a server that writes its address as one line to a descriptor, which stands in its
-        command as DESCRIPTOR; returns the line."""
-        reading, writing = os.pipe()
-        self.start(*[word.replace(DESCRIPTOR, str(writing)) for word in command],
-                   pass_fds=[writing])
-        os.close(writing)
-        with open(reading, encoding="ascii") as address:
-            return address.readline().strip()
 
     # Seeing
 
@@ -103,6 +94,8 @@ class Desktop:
                     return value
             except GLib.Error:
                 pass  # what was looked at has gone meanwhile: look again
+            if self.film:
+                self.film.wait(0.05)
             time.sleep(0.05)
         raise Missing(what)
 
@@ -145,26 +138,66 @@ class Desktop:
         x, y, width, height = area(widget)
         if widget.get_role_name() in ("radio button", "check box"):
             width = min(width, height)  # on its mark: the caption's end may be empty space
-        xdotool("mousemove", str(x + width // 2), str(y + height // 2), "click", "1")
+        place = (self.scale * (x + width // 2), self.scale * (y + height // 2))
+        self.move_to(place)
+        xdotool("click", "1")
+        if self.film:
+            self.film.click = place
+            self.film.take(0.4)
+            self.film.click = None
+
+    def move_to(self, place):
+        """When filmed by degrees, faster in the middle of the way."""
+        steps = 10 if self.film else 1
+        for step in range(1, steps + 1):
+            part = (1 - math.cos(math.pi * step / steps)) / 2
+            xdotool("mousemove", *(str(round(start + part * (end - start)))
+                                   for start, end in zip(self.pointer, place)))
+            self.linger(0.05)
+        self.pointer = place
 
     def press(self, caption):
         self.click(self.await_widget(BUTTONS, caption))
 
-    def type_into(self, caption, text):
-        self.click(self.edit_beside(caption))
-        self.key("ctrl+a")
-        self.type(text)
+    def type_into(self, caption, text, secret=False):
+        edit = self.edit_beside(caption)
+        self.click(edit)
+        if content(edit):
+            self.key("ctrl+a")
+        self.type(text, secret)
 
-    def type(self, text):
+    def type(self, text, secret=False):
+        for end, character in enumerate(text, 1):
+            xdotool("type", character)
+            self.show_keys("•" * end if secret else text[:end], 0.1)
+        self.linger(0.4)
+
+    def type_at_once(self, text):
+        """For a tree, which takes what comes later as a new beginning."""
         xdotool("type", "--delay", "5", text)
+        self.show_keys(text, 0.5)
 
     def key(self, name):
         xdotool("key", name)
+        self.show_keys(KEY_NAMES[name], 0.5)
+
+    def show_keys(self, keys, seconds):
+        if self.film:
+            self.film.keys = keys
+            self.film.take(seconds)
+            self.film.keys = None
+
+    def linger(self, seconds):
+        """Gives who watches the film time to read."""
+        if self.film:
+            self.film.take(seconds)
 
     def picture(self, path):
         time.sleep(0.3)  # the last repaint
-        subprocess.run(["import", "-window", "root", "-trim", "+repage", "-strip", "+dither",
-                        "-colors", "256", f"PNG8:{path}"], check=True)
+        self.linger(1.2)
+        subprocess.run(["import", "-window", "root", path], check=True)
+        subprocess.run(["mogrify", "-trim", "+repage", "-bordercolor", DESKTOP, "-border",
+                        str(20 * self.scale), "-strip", path], check=True)
 
 
 def screen_reader_bus():
@@ -184,6 +217,7 @@ def is_window(widget):
 
 
 def area(widget):
+    """Its place on the screen, in points."""
     extents = widget.get_extents(Atspi.CoordType.SCREEN)
     return extents.x, extents.y, extents.width, extents.height
 

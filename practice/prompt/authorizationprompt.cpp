@@ -7,12 +7,20 @@
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QStyle>
+#include <QPixmap>
 #include <QVBoxLayout>
 
 namespace {
 
 constexpr int answersAllowed = 3;
+
+// A padlock of 64 points, sharp on dense screens.
+QPixmap padlock()
+{
+    QPixmap picture(QStringLiteral(":/lock.png"));
+    picture.setDevicePixelRatio(2);
+    return picture;
+}
 
 QLabel* textLabel(const QString& text)
 {
@@ -28,10 +36,12 @@ AuthorizationPrompt::AuthorizationPrompt(const QString& tool, QWidget* parent)
     : QDialog(parent), name(new QLineEdit("macadmin")), password(new QLineEdit),
       complaint(textLabel({}))
 {
+    // It lies in a static library, from which the linker takes only what is named.
+    Q_INIT_RESOURCE(prompt);
     setWindowTitle(tr("Authorization"));
 
     auto* icon = new QLabel;
-    icon->setPixmap(style()->standardPixmap(QStyle::SP_MessageBoxWarning));
+    icon->setPixmap(padlock());
     auto* request = textLabel(tr("Morvanta Join Assistant wants to make changes."));
     QFont bold = request->font();
     bold.setBold(true);
@@ -63,11 +73,12 @@ AuthorizationPrompt::AuthorizationPrompt(const QString& tool, QWidget* parent)
     text->addStretch();
     text->addWidget(buttons);
     auto* columns = new QHBoxLayout(this);
-    columns->setSpacing(16);
+    columns->setContentsMargins(20, 20, 20, 20);
+    columns->setSpacing(20);
     columns->addWidget(icon, 0, Qt::AlignTop);
     columns->addLayout(text);
 
-    setFixedSize(440, 240);
+    setFixedSize(480, 310);
     password->setFocus();
 }
 
