@@ -54,10 +54,10 @@ QString visibleTextsOf(const QWidget* window)
 
 QImage pictureOf(const QString& scene)
 {
-    QFont font = QApplication::font();
-    font.setPointSize(13);
-    QApplication::setFont(font);
-    QApplication::setPalette(QPalette(QColor(0xec, 0xec, 0xec)));
+    QApplication::setFont(QFont(QStringLiteral("Inter"), 13));
+    QPalette light(QColor(0xec, 0xec, 0xec));
+    light.setColor(QPalette::Highlight, QColor(0x0a, 0x66, 0xd8));
+    QApplication::setPalette(light);
     // No edit's cursor in the pictures, wherever it blinks.
     QApplication::setCursorFlashTime(0);
     const auto opened = Scenes::open(scene);
