@@ -75,9 +75,7 @@ void show(QDialog* dialog)
 void browserShown(benchmark::State& state)
 {
     needApplication();
-    Answer answer;
-    answer.output = wideListing();
-    World::answer(QStringLiteral("mvedit"), answer);
+    World::answer(QStringLiteral("mvedit"), {wideListing(), ""});
     cnbrowser browser(nullptr);
     measure(state, [&] {
         load(&browser);
@@ -117,9 +115,7 @@ void floorModelShown(benchmark::State& state)
 void answerWithListing(const benchmark::State& state)
 {
     needApplication();
-    Answer answer;
-    answer.output = listing(state);
-    World::answer(QStringLiteral("mvedit"), answer);
+    World::answer(QStringLiteral("mvedit"), {listing(state), ""});
 }
 
 void treeBuilt(benchmark::State& state)

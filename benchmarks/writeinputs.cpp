@@ -21,7 +21,7 @@ int main(int argc, char** argv)
     if (argc != 2)
         qFatal("Give the folder for the inputs");
     const QDir folder(QString::fromLocal8Bit(argv[1]));
-    for (const int count : {1000, 10000, 100000, 1000000}) {
+    for (const int count : {10000, 100000, 1000000}) {
         const QString name = folder.filePath(QString::number(count));
         write(name + "-tree", containerNames(count, Order::Tree).join('\n') + '\n');
         write(name + "-shuffled", containerNames(count, Order::Shuffled).join('\n') + '\n');

@@ -33,8 +33,7 @@ void cnbrowser::createTree()
         emit treeDrawingDone(CNBROWSER_MISSING_DOMAIN_INFO);
         return;
     }
-    // The containers are the domain's: another administrator of the same domain, deliberately, sees
-    // the tree that is drawn already.
+    // Another administrator of the same domain sees the tree that is drawn already.
     if (drawnDomain == domain && loader != nullptr) {
         emit treeDrawingDone(CNBROWSER_SUCCESS);
         return;
@@ -42,8 +41,8 @@ void cnbrowser::createTree()
     clearData();
     loader = new cnbrowserhelper;
     connect(loader, &cnbrowserhelper::cnDataObtained, this, &cnbrowser::drawCNTreeModel);
-    // Made anew for each load and never removed, so that after n loads one click chooses n times,
-    // each time the same name: kept, since the page that listens takes the same name twice alike.
+    // Once more for each load: after n loads one click runs the slot n times. The page takes the
+    // same name again without harm; a warning shows n times. See docs/known-behaviour.md.
     connect(ui->chooseButton, &QPushButton::clicked, this, &cnbrowser::chooseButtonClicked);
     loader->setDomainInfo(domain, user, password);
     loader->getCNData();

@@ -67,8 +67,7 @@ void cnbrowserhelper::clearAllData()
     delete cnOutput;
     cnOutput = nullptr;
     if (process != nullptr) {
-        // Disconnected first: the deletion ends a script that still runs, which is no end of a
-        // load.
+        // Disconnected first, as deleting the process ends a script that still runs.
         process->disconnect(this);
         // A fork that fails leaves Qt 5.15 on Linux with -1 for the script's process id, and the
         // destructor would kill that: every process of the user. Such an object is left behind.

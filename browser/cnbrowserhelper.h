@@ -30,17 +30,14 @@ public:
     QStandardItemModel* createModelOutOfCNData();
     void clearAllData();
 
-    // Inserts one distinguished name below a level: its last component there, each further one
-    // below the one to its right. Splits at every comma, escaped or not, so that a value with a
-    // comma makes two levels. Of two prefixes with one value the first stays.
+    // The tree's operations; see containertree.h and containeritems.h. The name is split at every
+    // comma, escaped or not, so that a value that holds one makes two levels.
     void parseCNData(QString dn, Level* level);
-    // A new model of the tree, the caller's; null when there is no tree.
+    // The model is the caller's; null when there is no tree.
     QStandardItemModel* getTreeModel(Level* top);
-    // Appends the items of a level, and all below, to an item.
     void getTreeModelItem(Level* level, QStandardItem* parent);
-    // Writes a level to the debug log, a line for each leaf, a tab deeper for each level.
     void printCNData(Level* level, QString indent);
-    // Deletes all leaves below a level, whose entries then dangle: the caller drops the level.
+    // The level's entries dangle afterwards: the caller drops it.
     void clearCNData(Level* level);
 
 signals:

@@ -15,19 +15,34 @@ class cnleaf
 {
 public:
     cnleaf() = default;
-    explicit cnleaf(QString prefix);
+    explicit cnleaf(QString prefix) : prefix(prefix) {}
     // Deletes the child map but not the leaves that it points to.
-    ~cnleaf();
+    ~cnleaf()
+    {
+        delete node;
+    }
     cnleaf(const cnleaf&) = delete;
     cnleaf& operator=(const cnleaf&) = delete;
 
     // The child map, owned by the leaf; null for a leaf that never had a child.
-    Level* getNode();
+    Level* getNode()
+    {
+        return node;
+    }
     // Takes over a map and releases nothing: the former one is the caller's from now on.
-    void setNode(Level* children);
+    void setNode(Level* children)
+    {
+        node = children;
+    }
 
-    QString getPrefix();
-    void setPrefix(QString text);
+    QString getPrefix()
+    {
+        return prefix;
+    }
+    void setPrefix(QString text)
+    {
+        prefix = text;
+    }
 
 private:
     Level* node = nullptr;

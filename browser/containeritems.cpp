@@ -28,38 +28,31 @@ private:
     QString value;
 };
 
-using Unfilled = QVector<QPair<Level*, QStandardItem*>>;
-
-// New items for a level, all with the prototype's flags; those with a level of their own are added
-// to *unfilled.
-QList<QStandardItem*> newItems(const Level& level, const QStandardItem& prototype,
-                               Unfilled* unfilled)
-{
-    QList<QStandardItem*> items;
-    items.reserve(level.size());
-    for (auto entry = level.cbegin(); entry != level.cend(); ++entry) {
-        cnleaf* leaf = entry.value();
-        items.append(new ContainerItem(prototype, leaf->getPrefix(), entry.key()));
-        if (leaf->getNode() != nullptr)
-            unfilled->append({leaf->getNode(), items.last()});
-    }
-    return items;
-}
-
 } // namespace
 
 void appendItems(const Level& level, QStandardItem* parent)
 {
     QStandardItem prototype;
     prototype.setEditable(false);
-    Unfilled unfilled;
-    const QList<QStandardItem*> top = newItems(level, prototype, &unfilled);
+    QList<QStandardItem*> top;
+    QVector<QPair<const Level*, QStandardItem*>> unfilled = {{&level, nullptr}};
     while (!unfilled.isEmpty()) {
-        const auto [below, item] = unfilled.takeLast();
-        item->appendRows(newItems(*below, prototype, &unfilled));
+        const auto [from, above] = unfilled.takeLast();
+        QList<QStandardItem*> items;
+        items.reserve(from->size());
+        for (auto entry = from->cbegin(); entry != from->cend(); ++entry) {
+            cnleaf* leaf = entry.value();
+            items.append(new ContainerItem(prototype, leaf->getPrefix(), entry.key()));
+            if (leaf->getNode() != nullptr)
+                unfilled.append({leaf->getNode(), items.last()});
+        }
+        if (above != nullptr)
+            above->appendRows(items);
+        else
+            top = items;
     }
     // Last and one by one, as this hands each item and all below it to the parent's model.
-    for (QStandardItem* item : top)
+    for (QStandardItem* item : qAsConst(top))
         parent->appendRow(item);
 }
 

@@ -5,12 +5,11 @@
 
 #include <string>
 
-// Runs command lines without special rights and holds the small text and file helpers around them.
-// All functions are stateless, block the calling thread and may be called from any thread. The last
-// four belong to the set for whoever hands files to the tools; no page of the wizard does.
+// Command lines without special rights, and small helpers for texts and files. All functions are
+// stateless, block, and may be called from any thread. The last four are not called by the wizard.
 
-// What runCmd() returns for a shell that was killed or whose status could not be collected.
-// Outside the range of exit statuses, so that callers can tell the two apart.
+// What runCmd() returns for a shell that was killed or whose status can't be had; no exit status is
+// as high.
 constexpr int abnormalShellEnd = 999;
 
 // Runs a complete shell command line (UTF-8) through /bin/sh and appends what it prints on standard

@@ -38,9 +38,9 @@ int LowerPriv::runPrivCmd(char* tool, char** args, FILE** pipe)
         return authorized;
     }
 
-    // The agent's helper tool reports its process id first. A tool that doesn't, such as the
-    // system's dsconfigad, loses the first four bytes of its output here, the wait for that number
-    // fails, and the run counts as a success. The pages that run it read later lines only.
+    // The agent's helper tool writes its process id first. The system's dsconfigad doesn't: it
+    // loses the first four bytes of its output here, the wait fails, and the run counts as a
+    // success.
     char pid[sizeof toolPid];
     if (readBlock(pid, sizeof pid, *pipe) == sizeof pid)
         memcpy(&toolPid, pid, sizeof pid);

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <cstdio>
 
-// What runPrivCmd() returns for a tool that was killed. It differs from the unprivileged runner's
-// 999, so that a log or a caller can tell which runner reported the abnormal end.
+// What runPrivCmd() returns for a tool that was killed. Not runCmd()'s 999, so that a log tells
+// which of the two it was.
 constexpr int abnormalToolEnd = 998;
 
 // Runs tools with administrator rights. Not locked: one call at a time, from any thread. Never
@@ -34,9 +34,8 @@ public:
     int runPrivCmd(char* tool, char** args, FILE** pipe) override;
 
 private:
-    // The process id that the latest tool reported; kept from call to call. Before the first report
-    // it is one that no child can have, so that a silent first tool makes no wait for another
-    // child.
+    // The process id that the latest tool reported; a silent tool waits for the one before. At
+    // first it is one that no child can have.
     std::int32_t toolPid = INT32_MAX;
 };
 

@@ -6,14 +6,12 @@
 // The maker's cloud service, which hands out the agent for Mac.
 constexpr char enrollmentHost[] = "cloud.morvanta.example";
 
-// Whether the agent reports the machine as joined to a domain. A missing or failing agent counts as
-// not joined: the join itself then fails with the agent's own message. Where no shell can be
-// started it counts as joined, as every such command counts as a success.
+// Whether the agent reports the machine as joined to a domain. False for a missing or failing
+// agent; true when no shell can be started, which runCmd() reports as a success.
 bool isJoined();
 
-// Whether the machine carries the agent's device-management profile: its identifier stands anywhere
-// in the list, also within a longer one. The exit status is not looked at, so that a list which
-// could be read in part only still counts.
+// Whether the agent's device-management profile is in the list of profiles, where its identifier
+// may be part of a longer one. The exit status of the tool is not looked at.
 bool isEnrolled();
 
 // Opens the agent's download page in the default web browser; false when the desktop refused.

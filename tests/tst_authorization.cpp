@@ -92,9 +92,7 @@ QByteArray printedByShell(const QByteArray& script)
 
 void answerPrompt(int exitStatus)
 {
-    Answer answer;
-    answer.exitStatus = exitStatus;
-    World::answer("authorization_prompt", answer);
+    World::answer("authorization_prompt", {"", "", exitStatus});
 }
 
 // The ways in which a program can be missing.
@@ -191,9 +189,7 @@ void TestAuthorization::promptsAnswerDecides()
 
 void TestAuthorization::promptThatIsKilledIs60008()
 {
-    Answer killed;
-    killed.signal = SIGKILL;
-    World::answer("authorization_prompt", killed);
+    World::answer("authorization_prompt", {"", "", 0, SIGKILL});
     const Run run(newReference(), World::path("mvjoin"));
     QCOMPARE(run.status, -60008);
     QCOMPARE(World::callsOf("mvjoin").size(), 0);

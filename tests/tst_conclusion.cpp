@@ -73,9 +73,7 @@ void TestConclusion::choiceDoesNotFollowTheFlow()
 {
     World::setJoined();
     WizardDriver driver;
-    Answer left;
-    left.exitStatus = 1;
-    World::answer("mvinfo -d", left);
+    World::answer("mvinfo -d", {"", "", 1});
     driver.goToJoinOptions();
     driver.next();
     QCOMPARE(driver.page(), 7);

@@ -116,10 +116,7 @@ void TestContainerLoader::failedScriptGivesNoData()
 
 void TestContainerLoader::killedScriptGivesNoData()
 {
-    Answer killed;
-    killed.output = "OU=a,DC=x\n";
-    killed.signal = SIGKILL;
-    World::answer("mvedit", killed);
+    World::answer("mvedit", {"OU=a,DC=x\n", "", 0, SIGKILL});
     Load load;
     QVERIFY(load.run());
     QCOMPARE(messages(), QStringList{"readStdOutput errcode:  9"});
@@ -246,9 +243,7 @@ void TestContainerLoader::outputMakesTheModel()
 
 void TestContainerLoader::standardErrorIsNotData()
 {
-    Answer answer;
-    answer.errors = "DC=x\n";
-    World::answer("mvedit", answer);
+    World::answer("mvedit", {"", "DC=x\n"});
     Load load;
     QVERIFY(load.run());
     QVERIFY(!load.helper.cnDataCheck());

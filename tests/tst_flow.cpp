@@ -94,9 +94,7 @@ void TestFlow::refusedInterimCheckRestarts()
 
 void TestFlow::afterARefusedCheckNextAsksAgain()
 {
-    Answer cancelled;
-    cancelled.exitStatus = 1;
-    World::answer("authorization_prompt", cancelled);
+    World::answer("authorization_prompt", {"", "", 1});
     WizardDriver driver;
     driver.next();
     QCOMPARE(driver.page(), 0);
@@ -289,9 +287,7 @@ void TestFlow::refusedCredentialsKeepBackDisabledAfterTheUnbind()
     WizardDriver driver;
     driver.next();
     driver.next();
-    Answer refused;
-    refused.exitStatus = 1;
-    World::answer("mvedit", refused);
+    World::answer("mvedit", {"", "", 1});
     QCOMPARE(driver.next().size(), 1);
     QCOMPARE(driver.page(), 3);
     driver.type("PasswordEdit", "another");

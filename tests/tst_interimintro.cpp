@@ -7,9 +7,7 @@ namespace {
 
 void setReport(const QByteArray& report)
 {
-    Answer answer;
-    answer.output = report;
-    World::answer("dsconfigad", answer);
+    World::answer("dsconfigad", {report, ""});
 }
 
 // The runner takes the first four bytes for a process id.
@@ -68,10 +66,7 @@ void TestInterimIntro::asksTheSystemForItsBinding()
 
 void TestInterimIntro::statusOfTheToolIsNotKnown()
 {
-    Answer failed;
-    failed.output = "Invalid arguments\n";
-    failed.exitStatus = 64;
-    World::answer("dsconfigad", failed);
+    World::answer("dsconfigad", {"Invalid arguments\n", "", 64});
     InterimIntro page;
     QVERIFY(page.validatePage());
 }

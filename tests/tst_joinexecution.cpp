@@ -2,11 +2,7 @@
 #include "pages/joinprogress.h"
 #include "pages/jointype.h"
 #include "system/lowerpriv.h"
-#include "tests/support/wizarddriver.h"
-
-#include <QLabel>
-#include <QRadioButton>
-#include <QThread>
+#include "tests/support/helperruns.h"
 
 #include <csignal>
 
@@ -32,11 +28,6 @@ public:
             type(edit.key(), edit.value());
     }
 };
-
-void answerHelper(const QByteArray& output, int exitStatus, int signal = 0, bool held = false)
-{
-    World::answer("gui_helper_tool", {output, "", exitStatus, signal, true, held});
-}
 
 // A driver whose administrator has not been asked yet.
 void startAtJoinOptions(WizardDriver& driver)
@@ -274,54 +265,21 @@ void TestJoinExecution::enrollingFollowsTheCheckBoxOfASuccess()
 
 void TestJoinExecution::progressStandsWhileTheToolRuns()
 {
-    answerHelper("", 0, 0, true);
     JoinDriver driver;
-    int seen = 0;
-    whileRunning(
-        "gui_helper_tool", [&] { driver.next(); },
-        [&](QWidget* dialog) {
-            ++seen;
-            QVERIFY(qobject_cast<LoadJoin*>(dialog) != nullptr);
-            QCOMPARE(dialog->windowTitle(), QString("Joining"));
-            QCOMPARE(child<QLabel>(dialog, "label")->text(),
-                     QString("Joining your Mac to your domain, this may take some time..."));
-            QTest::keyClick(dialog, Qt::Key_Escape);
-            QVERIFY(!dialog->close());
-            QVERIFY(dialog->isVisible());
-            QCOMPARE(driver.page(), 4);
-        });
-    QCOMPARE(seen, 1);
-    QCOMPARE(QApplication::activeModalWidget(), nullptr);
-    QCOMPARE(driver.page(), 7);
+    compareProgress<LoadJoin>(driver, "Joining",
+                              "Joining your Mac to your domain, this may take some time...");
 }
 
 void TestJoinExecution::theWizardTakesNoInputMeanwhile()
 {
-    answerHelper("", 1, 0, true);
     JoinDriver driver;
-    clickThroughWindow(driver.on<QWidget>("ZoneButton"));
-    QVERIFY(driver.on<QRadioButton>("ZoneButton")->isChecked());
-    whileRunning(
-        "gui_helper_tool", [&] { driver.next(); },
-        [&](QWidget*) {
-            clickThroughWindow(driver.on<QWidget>("AutoButton"));
-            QVERIFY(!driver.on<QRadioButton>("AutoButton")->isChecked());
-            clickThroughWindow(driver.button(QWizard::NextButton));
-            clickThroughWindow(driver.button(QWizard::BackButton));
-            QCOMPARE(driver.page(), 4);
-        });
-    QCOMPARE(World::callsOf("gui_helper_tool").size(), 1);
+    compareInputMeanwhile(driver, "ZoneButton", "AutoButton");
 }
 
 void TestJoinExecution::theToolRunsOnAnotherThread()
 {
     JoinDriver driver;
-    QThread* worker = nullptr;
-    auto* page = qobject_cast<JoinType*>(driver.currentPage());
-    connect(
-        page, &JoinType::finishedMVJoin, page, [&worker] { worker = QThread::currentThread(); },
-        Qt::DirectConnection);
-    driver.next();
+    const QThread* worker = threadOfRun(driver, &JoinType::finishedMVJoin);
     QVERIFY(worker != nullptr);
     QVERIFY(worker != QThread::currentThread());
 }

@@ -1,10 +1,6 @@
 #include "pages/dialogs/loadleave.h"
 #include "pages/leaveintro.h"
-#include "tests/support/wizarddriver.h"
-
-#include <QLabel>
-#include <QRadioButton>
-#include <QThread>
+#include "tests/support/helperruns.h"
 
 #include <csignal>
 
@@ -22,11 +18,6 @@ public:
         World::forgetCalls();
     }
 };
-
-void answerHelper(const QByteArray& output, int exitStatus, int signal = 0, bool held = false)
-{
-    World::answer("gui_helper_tool", {output, "", exitStatus, signal, true, held});
-}
 
 QStringList helperCall(const QStringList& arguments)
 {
@@ -237,56 +228,23 @@ void TestLeaveExecution::theDomainIsTrimmedForTheCheck()
 void TestLeaveExecution::progressStandsWhileTheToolRuns()
 {
     World::setJoined();
-    answerHelper("", 0, 0, true);
     LeaveDriver driver;
-    int seen = 0;
-    whileRunning(
-        "gui_helper_tool", [&] { driver.next(); },
-        [&](QWidget* dialog) {
-            ++seen;
-            QVERIFY(qobject_cast<LoadLeave*>(dialog) != nullptr);
-            QCOMPARE(dialog->windowTitle(), QString("Leaving"));
-            QCOMPARE(child<QLabel>(dialog, "label")->text(),
-                     QString("Leaving your Mac from your domain, this may take some time..."));
-            QTest::keyClick(dialog, Qt::Key_Escape);
-            QVERIFY(!dialog->close());
-            QVERIFY(dialog->isVisible());
-            QCOMPARE(driver.page(), 6);
-        });
-    QCOMPARE(seen, 1);
-    QCOMPARE(QApplication::activeModalWidget(), nullptr);
-    QCOMPARE(driver.page(), 7);
+    compareProgress<LoadLeave>(driver, "Leaving",
+                               "Leaving your Mac from your domain, this may take some time...");
 }
 
 void TestLeaveExecution::theWizardTakesNoInputMeanwhile()
 {
     World::setJoined();
-    answerHelper("", 1, 0, true);
     LeaveDriver driver;
-    clickThroughWindow(driver.on<QWidget>("radioButton_2"));
-    QVERIFY(driver.on<QRadioButton>("radioButton_2")->isChecked());
-    whileRunning(
-        "gui_helper_tool", [&] { driver.next(); },
-        [&](QWidget*) {
-            clickThroughWindow(driver.on<QWidget>("radioButton_3"));
-            QVERIFY(!driver.on<QRadioButton>("radioButton_3")->isChecked());
-            clickThroughWindow(driver.button(QWizard::NextButton));
-            clickThroughWindow(driver.button(QWizard::BackButton));
-            QCOMPARE(driver.page(), 6);
-        });
-    QCOMPARE(World::callsOf("gui_helper_tool").size(), 1);
+    compareInputMeanwhile(driver, "radioButton_2", "radioButton_3");
 }
 
 void TestLeaveExecution::theToolRunsOnAnotherThread()
 {
     World::setJoined();
     LeaveDriver driver;
-    QThread* worker = nullptr;
-    auto* page = qobject_cast<LeaveIntro*>(driver.currentPage());
-    connect(
-        page, &LeaveIntro::finishedMVLeave, page, [&worker] { worker = QThread::currentThread(); },
-        Qt::DirectConnection);
-    driver.next();
+    const QThread* worker = threadOfRun(driver, &LeaveIntro::finishedMVLeave);
     QVERIFY(worker != nullptr);
     QVERIFY(worker != QThread::currentThread());
 }

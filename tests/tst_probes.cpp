@@ -46,9 +46,7 @@ void TestProbes::joinedIsTrueWhenNoShellCanStart()
 
 void TestProbes::enrolledIsFalseWhenNoShellCanStart()
 {
-    Answer answer;
-    answer.output = "com.morvanta.osx.MDM\n";
-    World::answer("profiles", answer);
+    World::answer("profiles", {"com.morvanta.osx.MDM\n", ""});
     const NoDescriptors none;
     QVERIFY(!isEnrolled());
 }
@@ -67,10 +65,7 @@ void TestProbes::joinedFollowsTheAgentsExitStatus()
 {
     QFETCH(int, exitStatus);
     QFETCH(bool, joined);
-    Answer answer;
-    answer.output = "example.test\n";
-    answer.exitStatus = exitStatus;
-    World::answer("mvinfo -d", answer);
+    World::answer("mvinfo -d", {"example.test\n", "", exitStatus});
     QCOMPARE(isJoined(), joined);
 }
 
@@ -94,9 +89,7 @@ void TestProbes::joinedIsFalseWithoutTheAgent()
 
 void TestProbes::joinedIsFalseWhenTheAgentIsKilled()
 {
-    Answer killed;
-    killed.signal = SIGKILL;
-    World::answer("mvinfo -d", killed);
+    World::answer("mvinfo -d", {"", "", 0, SIGKILL});
     QVERIFY(!isJoined());
 }
 
@@ -123,9 +116,7 @@ void TestProbes::enrolledByTheMarkerAnywhere_data()
 void TestProbes::enrolledByTheMarkerAnywhere()
 {
     QFETCH(QByteArray, profiles);
-    Answer answer;
-    answer.output = profiles;
-    World::answer("profiles", answer);
+    World::answer("profiles", {profiles, ""});
     QTEST(isEnrolled(), "enrolled");
     QCOMPARE(World::calls().at(0).path, QString("/usr/bin/profiles"));
     QCOMPARE(World::calls().at(0).arguments, QStringList({"-C"}));
@@ -133,10 +124,7 @@ void TestProbes::enrolledByTheMarkerAnywhere()
 
 void TestProbes::enrolledIgnoresTheExitStatus()
 {
-    Answer answer;
-    answer.output = "com.morvanta.osx.MDM\n";
-    answer.exitStatus = 5;
-    World::answer("profiles", answer);
+    World::answer("profiles", {"com.morvanta.osx.MDM\n", "", 5});
     QVERIFY(isEnrolled());
 }
 

@@ -141,9 +141,7 @@ void TestTreeReference::aVeryDeepTreeIsBuiltAndReleased()
 
 void TestTreeReference::aVeryDeepTreeIsLoadedShownAndReleased()
 {
-    Answer answer;
-    answer.output = deepName(manyComponents).toUtf8() + '\n';
-    World::answer("mvedit mvedit_file_arg.tcl", answer);
+    World::answer("mvedit mvedit_file_arg.tcl", {deepName(manyComponents).toUtf8() + '\n', ""});
     cnbrowser browser(nullptr);
     qRegisterMetaType<CNBROWSER_ERROR>("CNBROWSER_ERROR");
     QSignalSpy done(&browser, &cnbrowser::treeDrawingDone);

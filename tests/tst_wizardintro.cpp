@@ -47,10 +47,7 @@ void TestWizardIntro::withoutTheAgentOnlyTheJoinTextShows_data()
 void TestWizardIntro::withoutTheAgentOnlyTheJoinTextShows()
 {
     QFETCH(bool, missing);
-    Answer killed;
-    killed.output = "example.test\n";
-    killed.signal = SIGKILL;
-    World::answer("mvinfo -d", killed);
+    World::answer("mvinfo -d", {"example.test\n", "", 0, SIGKILL});
     if (missing)
         World::removeTool("mvinfo");
     WizardIntro page;

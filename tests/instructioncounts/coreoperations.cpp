@@ -50,9 +50,7 @@ void treeToModel()
 
 void outputToModel()
 {
-    Answer answer;
-    answer.output = containerNames(names, Order::Shuffled).join('\n');
-    World::answer("mvedit", answer);
+    World::answer("mvedit", {containerNames(names, Order::Shuffled).join('\n'), ""});
     cnbrowserhelper helper;
     QEventLoop running;
     QObject::connect(&helper, &cnbrowserhelper::cnDataObtained, &running, &QEventLoop::quit);
@@ -63,9 +61,7 @@ void outputToModel()
 
 void commandOutput()
 {
-    Answer answer;
-    answer.output = containerNames(names, Order::Tree).join('\n');
-    World::answer("mvinfo", answer);
+    World::answer("mvinfo", {containerNames(names, Order::Tree).join('\n'), ""});
     QString output;
     count([&] { runCmd("/usr/local/bin/mvinfo", &output); });
 }

@@ -85,9 +85,7 @@ std::unique_ptr<Page> credentials()
 
 std::unique_ptr<Page> joinOptions(const Setting& setting)
 {
-    Answer name;
-    name.output = setting.computer + '\n';
-    World::answer(QStringLiteral("scutil"), name);
+    World::answer(QStringLiteral("scutil"), {setting.computer + '\n', ""});
     auto page = introduction();
     page->goToJoinOptions(setting.domain);
     return page;

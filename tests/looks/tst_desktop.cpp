@@ -37,9 +37,7 @@ void TestDesktop::dialogsOpenOverTheWizardAndStayInFront()
     held.held = true;
     World::answer("gui_helper_tool", held);
     if (tools.last() == "mvedit") {
-        Answer refused;
-        refused.exitStatus = 1;
-        World::answer("mvedit", refused);
+        World::answer("mvedit", {"", "", 1});
     }
     Program program;
     QVERIFY(program.showsTheWizard());

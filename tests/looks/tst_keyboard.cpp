@@ -1,52 +1,12 @@
-#include "browser/cnbrowser.h"
 #include "tests/looks/scenes.h"
-#include "tests/support/wizarddriver.h"
+#include "tests/support/keyboard.h"
 
-#include <QCheckBox>
-#include <QDialogButtonBox>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScopeGuard>
 #include <QTextBrowser>
-#include <QTreeView>
 
 namespace {
-
-void pressKey(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-{
-    QWidget* focus = QApplication::focusWidget();
-    QTest::keyClick(focus != nullptr ? focus : QApplication::activeWindow(), key, modifiers);
-}
-
-void typeText(const QString& text)
-{
-    QTest::keyClicks(QApplication::focusWidget(), text);
-}
-
-// Replaces what the edit with the focus holds.
-void retype(const QString& text)
-{
-    pressKey(Qt::Key_A, Qt::ControlModifier);
-    typeText(text);
-}
-
-QString focusName()
-{
-    const QWidget* focus = QApplication::focusWidget();
-    if (focus == nullptr)
-        return QStringLiteral("nothing");
-    if (const auto* wizard = qobject_cast<const QWizard*>(focus->window())) {
-        if (focus == wizard->button(QWizard::NextButton))
-            return QStringLiteral("Next");
-        if (focus == wizard->button(QWizard::BackButton))
-            return QStringLiteral("Back");
-        if (focus == wizard->button(QWizard::FinishButton))
-            return QStringLiteral("Finish");
-    }
-    if (const auto* box = qobject_cast<const QDialogButtonBox*>(focus->parentWidget()))
-        return box->objectName();
-    return focus->objectName();
-}
 
 // Where the focus goes with each press of the key, until it is back where it began.
 QStringList focusRound(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
@@ -60,60 +20,6 @@ QStringList focusRound(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModi
     }
 }
 
-class KeyDriver : public WizardDriver
-{
-public:
-    KeyDriver()
-    {
-        if (!QTest::qWaitForWindowActive(&wizard))
-            qFatal("The wizard does not get the focus");
-    }
-
-    // Once a dialog has closed. A desktop's window manager does so by itself.
-    void activateAgain()
-    {
-        wizard.activateWindow();
-        if (!QTest::qWaitForWindowActive(&wizard))
-            qFatal("The focus does not come back to the wizard");
-    }
-
-    // Return, with each warning that comes up closed by Return as well; its texts.
-    QStringList pressReturn()
-    {
-        QStringList texts;
-        withModalDialogs([] { pressKey(Qt::Key_Return); },
-                         [&texts](QWidget* dialog) {
-                             auto* text = dialog->findChild<QTextBrowser*>();
-                             if (text == nullptr)
-                                 return;
-                             texts << text->toPlainText();
-                             QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
-                         });
-        activateAgain();
-        return texts;
-    }
-
-    // A widget that takes no focus. It shows for a moment that it is pressed before it is toggled.
-    void toggle(Qt::Key key, const char* name) const
-    {
-        pressKey(key, Qt::ControlModifier | Qt::ShiftModifier);
-        const auto* button = on<QAbstractButton>(QString::fromLatin1(name));
-        if (!QTest::qWaitFor([button] { return button->isChecked(); }))
-            qFatal("%s is not toggled", name);
-    }
-
-    void enterCredentials()
-    {
-        pressReturn();
-        typeText(QStringLiteral("example.test"));
-        pressKey(Qt::Key_Tab);
-        retype(QStringLiteral("admin"));
-        pressKey(Qt::Key_Tab);
-        typeText(QStringLiteral("secret"));
-        pressReturn();
-    }
-};
-
 } // namespace
 
 class TestKeyboard : public WorldTest
@@ -126,13 +32,6 @@ private slots:
     void focusComesIntoView();
     void pagesOpenAtTheirFirstField_data();
     void pagesOpenAtTheirFirstField();
-    void join();
-    void joinWithAllOptions();
-    void refusedCredentialsLeadBackToTheEdit();
-    void pickContainer();
-    void leave();
-    void leaveWithoutContact();
-    void unbind();
     void download();
     void about();
     void aboutEntryBesideThePages();
@@ -235,143 +134,6 @@ void TestKeyboard::pagesOpenAtTheirFirstField()
     QFETCH(QString, scene);
     const auto opened = Scenes::open(scene);
     QTEST(focusName(), "first");
-}
-
-void TestKeyboard::join()
-{
-    KeyDriver driver;
-    driver.enterCredentials();
-    QCOMPARE(driver.page(), 4);
-    driver.pressReturn();
-    QCOMPARE(driver.page(), 7);
-    QCOMPARE(World::callsOf(QStringLiteral("gui_helper_tool")).first().arguments,
-             QStringList({"/usr/local/sbin/mvjoin", "-u", "admin", "-p", "secret", "example.test",
-                          "-w", "-n", "my-mac"}));
-    pressKey(Qt::Key_Return);
-    QVERIFY(!driver.wizard.isVisible());
-}
-
-void TestKeyboard::joinWithAllOptions()
-{
-    KeyDriver driver;
-    driver.enterCredentials();
-    pressKey(Qt::Key_Down);
-    QCOMPARE(focusName(), QStringLiteral("ZoneButton"));
-    pressKey(Qt::Key_Tab);
-    typeText(QStringLiteral("MacZone"));
-    pressKey(Qt::Key_Tab);
-    retype(QStringLiteral("mac-7"));
-    driver.toggle(Qt::Key_A, "AdvancedButton");
-    driver.toggle(Qt::Key_O, "ForceLeave");
-    driver.toggle(Qt::Key_C, "ContainerDNLabel");
-    driver.toggle(Qt::Key_P, "PDSLabel");
-    driver.toggle(Qt::Key_L, "AliasLabel");
-    pressKey(Qt::Key_Tab);
-    typeText(QStringLiteral("OU=Macs,DC=example,DC=test"));
-    pressKey(Qt::Key_Tab);
-    pressKey(Qt::Key_Tab);
-    typeText(QStringLiteral("dc1"));
-    pressKey(Qt::Key_Tab);
-    typeText(QStringLiteral("mac-alias"));
-    driver.pressReturn();
-    QCOMPARE(World::callsOf(QStringLiteral("gui_helper_tool")).first().arguments,
-             QStringList({"/usr/local/sbin/mvjoin", "-u", "admin", "-p", "secret", "example.test",
-                          "-f", "-z", "MacZone", "-c", "OU=Macs,DC=example,DC=test", "-s", "dc1",
-                          "-a", "mac-alias", "-n", "mac-7"}));
-    QCOMPARE(driver.page(), 7);
-}
-
-void TestKeyboard::refusedCredentialsLeadBackToTheEdit()
-{
-    KeyDriver driver;
-    driver.pressReturn();
-    Answer refused;
-    refused.output = "No such domain\n";
-    refused.exitStatus = 1;
-    World::answer(QStringLiteral("mvedit"), refused);
-    typeText(QStringLiteral("wrong.test"));
-    QCOMPARE(driver.pressReturn(),
-             QStringList{"Validation of username, password, and domain failed with this error:\n"
-                         "No such domain"});
-    QCOMPARE(driver.page(), 3);
-    QCOMPARE(focusName(), QStringLiteral("DomainEdit"));
-}
-
-void TestKeyboard::pickContainer()
-{
-    // The display without a desktop has no windows on top of each other.
-    allowWarning(QStringLiteral("does not support raise()"));
-    KeyDriver driver;
-    driver.enterCredentials();
-    Answer tree;
-    tree.output = "OU=Europe,DC=example,DC=test\nOU=Sales,OU=Europe,DC=example,DC=test\n"
-                  "OU=Macs,DC=example,DC=test\n";
-    World::answer(QStringLiteral("mvedit"), tree);
-    driver.toggle(Qt::Key_A, "AdvancedButton");
-    for (int i = 0; i < 4; ++i)
-        pressKey(Qt::Key_Tab);
-    QCOMPARE(focusName(), QStringLiteral("ContainerDNBrowse"));
-    pressKey(Qt::Key_Space);
-    cnbrowser* browser = nullptr;
-    QTRY_VERIFY((browser = driver.wizard.findChild<cnbrowser*>()) != nullptr &&
-                browser->isActiveWindow());
-    QCOMPARE(focusName(), QStringLiteral("browserTree"));
-    typeText(QStringLiteral("OU=E"));
-    pressKey(Qt::Key_Right);
-    pressKey(Qt::Key_Down);
-    pressKey(Qt::Key_Return);
-    QTRY_VERIFY(!browser->isVisible());
-    driver.activateAgain();
-    QTRY_COMPARE(focusName(), QStringLiteral("ContainerDNEdit"));
-    QCOMPARE(driver.on<QLineEdit>(QStringLiteral("ContainerDNEdit"))->text(),
-             QStringLiteral("OU=Sales,OU=Europe,DC=example,DC=test"));
-    QVERIFY(driver.on<QCheckBox>(QStringLiteral("ContainerDNLabel"))->isChecked());
-}
-
-void TestKeyboard::leave()
-{
-    World::setJoined();
-    KeyDriver driver;
-    driver.pressReturn();
-    QCOMPARE(driver.page(), 6);
-    pressKey(Qt::Key_Down);
-    pressKey(Qt::Key_Tab);
-    typeText(QStringLiteral("admin"));
-    pressKey(Qt::Key_Tab);
-    typeText(QStringLiteral("secret"));
-    driver.pressReturn();
-    QCOMPARE(driver.page(), 7);
-    QCOMPARE(World::callsOf(QStringLiteral("gui_helper_tool")).first().arguments,
-             QStringList({"/usr/local/sbin/mvleave", "-r", "-u", "admin", "-p", "secret"}));
-}
-
-void TestKeyboard::leaveWithoutContact()
-{
-    World::setJoined();
-    KeyDriver driver;
-    driver.pressReturn();
-    pressKey(Qt::Key_Down);
-    pressKey(Qt::Key_Down);
-    driver.pressReturn();
-    QCOMPARE(driver.page(), 7);
-    QCOMPARE(World::callsOf(QStringLiteral("gui_helper_tool")).first().arguments,
-             QStringList({"/usr/local/sbin/mvleave", "-f"}));
-}
-
-void TestKeyboard::unbind()
-{
-    World::setBound();
-    KeyDriver driver;
-    driver.pressReturn();
-    QCOMPARE(driver.page(), 2);
-    typeText(QStringLiteral("admin"));
-    pressKey(Qt::Key_Tab);
-    typeText(QStringLiteral("secret"));
-    QCOMPARE(driver.pressReturn(),
-             QStringList{"You are unbound from Apple's Active Directory plugin."});
-    QCOMPARE(driver.page(), 3);
-    QCOMPARE(World::callsOf(QStringLiteral("dsconfigad")).last().arguments,
-             QStringList({"-r", "-f", "-u", "admin", "-p", "secret"}));
 }
 
 void TestKeyboard::download()

@@ -143,9 +143,7 @@ void TestPresentation::nextShowsThatItIsPressed()
 // focus, by the warning, which takes that.
 void TestPresentation::nextIsReleasedWhereThePageStays()
 {
-    Answer refused;
-    refused.exitStatus = 1;
-    World::answer(QStringLiteral("mvedit"), refused);
+    World::answer(QStringLiteral("mvedit"), {"", "", 1});
     WizardDriver driver;
     driver.goToCredentials();
     auto* edit = driver.on<QLineEdit>(QStringLiteral("PasswordEdit"));

@@ -10,7 +10,7 @@
 
 namespace {
 
-// The program leaves the maps behind on purpose; here they would add up to all memory.
+// The program leaves the maps behind; here they would add up to all memory.
 void collect(Level* level, QList<Level*>& levels)
 {
     levels << level;

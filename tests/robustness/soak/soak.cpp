@@ -1,6 +1,6 @@
 // Many joins, leaves, container loads and warnings in one process: prints what each has left behind
 // and fails for any descriptor, thread, child process or window, and for more memory than the
-// releases that are left out on purpose account for.
+// releases that the program leaves out account for.
 
 #include "browser/cnbrowser.h"
 #include "pages/dialogs/warning.h"

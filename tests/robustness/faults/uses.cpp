@@ -1,0 +1,280 @@
+#include "tests/robustness/faults/uses.h"
+
+#include "browser/cnbrowser.h"
+#include "pages/dialogs/loadcn.h"
+#include "tests/support/reference.h"
+
+#include <QCheckBox>
+#include <QElapsedTimer>
+#include <QPushButton>
+#include <QTextBrowser>
+#include <QTreeView>
+
+#include <csignal>
+#include <cstring>
+
+namespace {
+
+// --- What is seen
+
+QString shortened(const QString& text)
+{
+    QString shown = text;
+    shown.replace('\n', "\\n").replace('\r', "\\r");
+    for (QChar& character : shown) {
+        if (!character.isPrint())
+            character = '?';
+    }
+    if (shown.size() <= 72)
+        return shown;
+    return QString("%1... (%2 characters, checksum %3)")
+        .arg(shown.left(40))
+        .arg(text.size())
+        .arg(qHash(text, 0), 8, 16, QChar('0'));
+}
+
+QString seen(int page, const QStringList& warnings)
+{
+    QString text = QString("page %1").arg(page);
+    for (const QString& warning : warnings)
+        text += warning.isEmpty() ? QString(", empty warning")
+                                  : ", warning \"" + shortened(warning) + '"';
+    return text;
+}
+
+// A text as the warning's browser gives it back.
+QString asWarned(const QString& text)
+{
+    QTextBrowser browser;
+    browser.setText(text);
+    return browser.toPlainText();
+}
+
+// --- What the rules give
+
+int shellStatus(const Fault& fault, int status)
+{
+    switch (fault.place) {
+    case Fault::Missing:
+        return 127;
+    case Fault::NotExecutable:
+    case Fault::Folder:
+        return 126;
+    default:
+        return fault.signal != 0 && fault.signal != SIGSTOP ? 999 : status;
+    }
+}
+
+// A helper that has not reported its process id whole is not waited for and counts as a success.
+int privilegedStatus(const Fault& fault, int status)
+{
+    if (fault.place != Fault::InPlace)
+        return -60031;
+    if (!fault.reportsPid)
+        return 0;
+    return fault.signal != 0 && fault.signal != SIGSTOP ? 998 : status;
+}
+
+QString checkComplaint(const Fault& fault)
+{
+    if (fault.place == Fault::Missing)
+        return "sh: 1: /usr/local/bin/mvedit: not found";
+    if (fault.place != Fault::InPlace)
+        return "sh: 1: /usr/local/bin/mvedit: Permission denied";
+    // A tool that is killed in mid-line leaves the shell to say so.
+    const bool killed = fault.signal != 0 && fault.signal != SIGSTOP;
+    return killed ? QString(strsignal(fault.signal))
+                  : Reference::decoded(fault.output).section('\n', 0, 0);
+}
+
+// --- The uses
+
+QString useGreeting(WizardDriver& driver)
+{
+    return '"' + shortened(visibleTexts(driver.currentPage()).last()) + '"';
+}
+
+QString expectGreeting(const Fault& fault, int status)
+{
+    if (shellStatus(fault, status) == 0)
+        return '"' +
+               shortened("You are currently joined to " + Reference::undecoded(fault.output)) + '"';
+    return '"' + shortened(greeting("join your Mac to your", "Domain")) + '"';
+}
+
+QString useComputerName(WizardDriver& driver)
+{
+    return "computer name \"" +
+           shortened(child<QLineEdit>(&driver.wizard, "ComputerNameEdit")->text()) + '"';
+}
+
+QString expectComputerName(const Fault& fault, int)
+{
+    constexpr int longestEdit = 32767;
+    QString name = Reference::undecoded(fault.output).trimmed().section('.', 0, 0);
+    if (fault.place != Fault::InPlace || name.contains(' '))
+        name.clear();
+    return "computer name \"" + shortened(name.left(longestEdit)) + '"';
+}
+
+QString useProfiles(WizardDriver& driver)
+{
+    const bool enabled = child<QCheckBox>(&driver.wizard, "CloudCheck")->isEnabled();
+    return enabled ? "not enrolled" : "enrolled";
+}
+
+QString expectProfiles(const Fault&, int)
+{
+    return "not enrolled";
+}
+
+void prepareCredentials(WizardDriver& driver)
+{
+    driver.goToCredentials();
+    driver.type("DomainEdit", "example.test");
+    driver.type("PasswordEdit", "secret");
+}
+
+QString useNext(WizardDriver& driver)
+{
+    const QStringList warnings = driver.next();
+    return seen(driver.page(), warnings);
+}
+
+QString expectCheck(const Fault& fault, int status)
+{
+    if (shellStatus(fault, status) == 0)
+        return seen(4, {});
+    return seen(3, {asWarned(refusedCheck(checkComplaint(fault)))});
+}
+
+void prepareJoin(WizardDriver& driver)
+{
+    driver.goToJoinOptions();
+    driver.on<QAbstractButton>("AdvancedButton")->click();
+}
+
+LoadCN* loading()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        auto* dialog = qobject_cast<LoadCN*>(window);
+        if (dialog != nullptr && dialog->isVisible())
+            return dialog;
+    }
+    return nullptr;
+}
+
+QString useBrowse(WizardDriver& driver)
+{
+    bool staysUp = false;
+    const QStringList warnings = warningsDuring([&] {
+        driver.on<QPushButton>("ContainerDNBrowse")->click();
+        QElapsedTimer patience;
+        patience.start();
+        // A script that was not even started never ends; its dialog is the user's to close.
+        const auto* process = driver.wizard.findChild<cnbrowser*>();
+        while (process != nullptr && loading() != nullptr && !staysUp) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+            staysUp = patience.elapsed() > 300 && World::callsOf("mvedit").size() < 2;
+        }
+    });
+    if (staysUp) {
+        loading()->close();
+        return seen(driver.page(), warnings) + ", loading until closed";
+    }
+    auto* browser = driver.wizard.findChild<cnbrowser*>();
+    if (!browser->isVisible())
+        return seen(driver.page(), warnings);
+    const QAbstractItemModel* model = child<QTreeView>(browser, "browserTree")->model();
+    const QModelIndex domain = model->index(0, 0, model->index(0, 0));
+    return QString("browser with %1 containers").arg(model->rowCount(domain));
+}
+
+QString expectBrowse(const Fault& fault, int status)
+{
+    if (fault.place != Fault::InPlace)
+        return seen(4, {}) + ", loading until closed";
+    const bool killed = fault.signal != 0 && fault.signal != SIGSTOP;
+    if (!killed && status == 0 && fault.output.contains("DC="))
+        return QString("browser with %1 containers").arg(fault.output.count('\n'));
+    return seen(4, {refusedBrowse()});
+}
+
+QString expectJoin(const Fault& fault, int status)
+{
+    if (privilegedStatus(fault, status) == 0)
+        return seen(7, {});
+    const bool runs = fault.place == Fault::InPlace;
+    return seen(4, {asWarned(runs ? Reference::decoded(fault.output) : QString())});
+}
+
+void prepareLeave(WizardDriver& driver)
+{
+    driver.next();
+    driver.on<QAbstractButton>("radioButton_3")->click();
+}
+
+QString expectLeave(const Fault& fault, int status)
+{
+    const int result = privilegedStatus(fault, status);
+    if (result == 0)
+        return seen(7, {});
+    const QString output =
+        fault.place == Fault::InPlace ? Reference::decoded(fault.output) : QString();
+    const QString unexpected = QString("Unexpected error (%1).").arg(result);
+    return seen(6, {asWarned(output.isEmpty() ? unexpected : output)});
+}
+
+QString expectReport(const Fault& fault, int)
+{
+    return seen(fault.place == Fault::InPlace ? 3 : 0, {});
+}
+
+void prepareUnbind(WizardDriver& driver)
+{
+    driver.next();
+    driver.type("ADUser", "binder");
+    driver.type("ADPass", "secret");
+}
+
+QString expectUnbind(const Fault&, int)
+{
+    return seen(3, {"You are unbound from Apple's Active Directory plugin."});
+}
+
+QString expectPrompt(const Fault& fault, int status)
+{
+    const bool granted = fault.place == Fault::InPlace && status == 0 &&
+                         (fault.signal == 0 || fault.signal == SIGSTOP);
+    return seen(granted ? 3 : 0, {});
+}
+
+} // namespace
+
+void nothing(WizardDriver&) {}
+
+const QList<Use>& uses()
+{
+    static const QList<Use> all = {
+        {"greeting", "mvinfo", "mvinfo -d", Way::Shell, 0, nothing, useGreeting, expectGreeting},
+        {"computer name", "scutil", "scutil", Way::Shell, 0, nothing, useComputerName,
+         expectComputerName},
+        {"profiles", "profiles", "profiles", Way::Shell, 0, nothing, useProfiles, expectProfiles},
+        {"credential check", "mvedit", "mvedit check_domain_cred.tcl", Way::Shell, 1,
+         prepareCredentials, useNext, expectCheck},
+        {"containers", "mvedit", "mvedit mvedit_file_arg.tcl", Way::Process, 0, prepareJoin,
+         useBrowse, expectBrowse},
+        {"join", "gui_helper_tool", "gui_helper_tool", Way::Privileged, 1, prepareJoin, useNext,
+         expectJoin},
+        {"leave", "gui_helper_tool", "gui_helper_tool", Way::Privileged, 1, prepareLeave, useNext,
+         expectLeave},
+        {"binding report", "dsconfigad", "dsconfigad -show", Way::Privileged, 0, nothing, useNext,
+         expectReport},
+        {"unbinding", "dsconfigad", "dsconfigad -r", Way::Privileged, 0, prepareUnbind, useNext,
+         expectUnbind},
+        {"prompt", "authorization_prompt", "authorization_prompt", Way::Shell, 0, nothing, useNext,
+         expectPrompt},
+    };
+    return all;
+}

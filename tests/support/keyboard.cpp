@@ -1,0 +1,86 @@
+#include "tests/support/keyboard.h"
+
+#include <QDialogButtonBox>
+#include <QTextBrowser>
+
+void pressKey(Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    QWidget* focus = QApplication::focusWidget();
+    QTest::keyClick(focus != nullptr ? focus : QApplication::activeWindow(), key, modifiers);
+}
+
+void typeText(const QString& text)
+{
+    QTest::keyClicks(QApplication::focusWidget(), text);
+}
+
+void retype(const QString& text)
+{
+    pressKey(Qt::Key_A, Qt::ControlModifier);
+    typeText(text);
+}
+
+QString focusName()
+{
+    const QWidget* focus = QApplication::focusWidget();
+    if (focus == nullptr)
+        return QStringLiteral("nothing");
+    if (const auto* wizard = qobject_cast<const QWizard*>(focus->window())) {
+        if (focus == wizard->button(QWizard::NextButton))
+            return QStringLiteral("Next");
+        if (focus == wizard->button(QWizard::BackButton))
+            return QStringLiteral("Back");
+        if (focus == wizard->button(QWizard::FinishButton))
+            return QStringLiteral("Finish");
+    }
+    if (const auto* box = qobject_cast<const QDialogButtonBox*>(focus->parentWidget()))
+        return box->objectName();
+    return focus->objectName();
+}
+
+KeyDriver::KeyDriver()
+{
+    if (!QTest::qWaitForWindowActive(&wizard))
+        qFatal("The wizard does not get the focus");
+}
+
+void KeyDriver::activateAgain()
+{
+    wizard.activateWindow();
+    if (!QTest::qWaitForWindowActive(&wizard))
+        qFatal("The focus does not come back to the wizard");
+}
+
+QStringList KeyDriver::pressReturn()
+{
+    QStringList texts;
+    withModalDialogs([] { pressKey(Qt::Key_Return); },
+                     [&texts](QWidget* dialog) {
+                         auto* text = dialog->findChild<QTextBrowser*>();
+                         if (text == nullptr)
+                             return;
+                         texts << text->toPlainText();
+                         QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
+                     });
+    activateAgain();
+    return texts;
+}
+
+void KeyDriver::toggle(Qt::Key key, const char* name) const
+{
+    pressKey(key, Qt::ControlModifier | Qt::ShiftModifier);
+    const auto* button = on<QAbstractButton>(QString::fromLatin1(name));
+    if (!QTest::qWaitFor([button] { return button->isChecked(); }))
+        qFatal("%s is not toggled", name);
+}
+
+void KeyDriver::enterCredentials()
+{
+    pressReturn();
+    typeText(QStringLiteral("example.test"));
+    pressKey(Qt::Key_Tab);
+    retype(QStringLiteral("admin"));
+    pressKey(Qt::Key_Tab);
+    typeText(QStringLiteral("secret"));
+    pressReturn();
+}
