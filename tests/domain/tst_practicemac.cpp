@@ -1,0 +1,111 @@
+#include "tests/domain/practicemac.h"
+
+#include <QDir>
+#include <QProcess>
+
+// What the practice Mac itself promises to the tests and the scenarios.
+class TestPracticeMac : public DomainTest
+{
+    Q_OBJECT
+
+private slots:
+    void lostPacketsAreNotRefusedAndArriveAgain();
+    void scutilTellsTheNameServersAsAMacDoes();
+    void agentTakesEachFormOfAUser_data();
+    void agentTakesEachFormOfAUser();
+};
+
+namespace {
+
+const QString controller = QStringLiteral("192.0.2.1");
+
+// The exit status of a connection to the directory service there: 124 is that of no answer.
+int connectionTo(const QString& address)
+{
+    return QProcess::execute(
+        "/usr/bin/timeout",
+        {"1", "/bin/bash", "-c", "exec 3<>/dev/tcp/" + address + "/389 2>/dev/null"});
+}
+
+void packets(const QString& fate, const QString& address)
+{
+    PracticeMac::run(PracticeMac::script("packets"), {fate, address});
+}
+
+void write(const QString& path, const QByteArray& text)
+{
+    QFile file(path);
+    QVERIFY(file.open(QFile::WriteOnly));
+    file.write(text);
+}
+
+} // namespace
+
+void TestPracticeMac::lostPacketsAreNotRefusedAndArriveAgain()
+{
+    packets("lose", "198.51.100.1");
+    QCOMPARE(connectionTo("198.51.100.1"), 124);
+
+    QCOMPARE(connectionTo(controller), 0);
+    packets("lose", controller);
+    const int lost = connectionTo(controller);
+    packets("deliver", controller);
+    QCOMPARE(lost, 124);
+    QCOMPARE(connectionTo(controller), 0);
+}
+
+void TestPracticeMac::scutilTellsTheNameServersAsAMacDoes()
+{
+    write("/etc/resolv.conf", "search home.test\nnameserver 192.0.2.53\nnameserver 192.0.2.54\n");
+    QVERIFY(QDir().mkpath("/etc/resolver"));
+    write("/etc/resolver/example.test", "nameserver 192.0.2.1\nport 5353\nsearch_order 2\n");
+    const QString said = PracticeMac::run("/usr/sbin/scutil", {"--dns"});
+    QVERIFY(QFile::remove("/etc/resolver/example.test"));
+    write("/etc/resolv.conf", "nameserver 192.0.2.1\n");
+
+    QVERIFY2(said.startsWith("DNS configuration\n"
+                             "\n"
+                             "resolver #1\n"
+                             "  search domain[0] : home.test\n"
+                             "  nameserver[0] : 192.0.2.53\n"
+                             "  nameserver[1] : 192.0.2.54\n"
+                             "  if_index : 15 (en0)\n"
+                             "  flags    : Request A records, Request AAAA records\n"),
+             qPrintable(said));
+    QVERIFY2(said.contains("\n"
+                           "resolver #5\n"
+                           "  domain   : example.test\n"
+                           "  nameserver[0] : 192.0.2.1\n"
+                           "  port     : 5353\n"
+                           "  flags    : Request A records, Request AAAA records\n"
+                           "  reach    : 0x00020002 (Reachable,Directly Reachable Address)\n"
+                           "  order    : 2\n"
+                           "\n"
+                           "DNS configuration (for scoped queries)\n"
+                           "\n"
+                           "resolver #1\n"
+                           "  search domain[0] : home.test\n"),
+             qPrintable(said));
+}
+
+void TestPracticeMac::agentTakesEachFormOfAUser_data()
+{
+    QTest::addColumn<QString>("user");
+
+    QTest::newRow("alone") << "Administrator";
+    QTest::newRow("with the domain") << "Administrator@example.test";
+    QTest::newRow("with the short name of the domain") << "EXAMPLE\\Administrator";
+}
+
+void TestPracticeMac::agentTakesEachFormOfAUser()
+{
+    QFETCH(QString, user);
+    PracticeMac::run("/usr/local/sbin/mvjoin", {"-u", user, "-p", PracticeMac::password, "-f",
+                                                PracticeMac::domain, "-w", "-n", "form-mac"});
+    QCOMPARE(PracticeMac::directoryOn("form-mac").state, QString("enabled"));
+    PracticeMac::run("/usr/local/sbin/mvleave", {"-r", "-u", user, "-p", PracticeMac::password});
+    QCOMPARE(PracticeMac::directoryOn("form-mac").distinguishedName, QString());
+}
+
+DOMAIN_TEST_MAIN(TestPracticeMac)
+#include "tst_practicemac.moc"
