@@ -84,6 +84,7 @@ private slots:
     void clippingIsFound();
     void lineEndsAfterATextAreNotSeen();
     void eachLineOfATextHasItsRoom();
+    void aTextIsLaidOutAsFarAsItsTenThousandthCharacter();
     void narrowCaptionIsPaintedToItsLastLine();
     void choicesStandBesideTheirDescriptions();
     void chosenContainerIsMarkedFromEdgeToEdge();
@@ -161,6 +162,18 @@ void TestLayout::eachLineOfATextHasItsRoom()
     QCOMPARE(label.heightForWidth(width), 3 * line);
     QVERIFY(label.sizeHint().height() == 3 * line);
     QVERIFY(label.sizeHint().width() < 2 * label.fontMetrics().size(0, "example.test").width());
+}
+
+// The last character that is laid out begins a line of its own, or just does not.
+void TestLayout::aTextIsLaidOutAsFarAsItsTenThousandthCharacter()
+{
+    constexpr int width = 300;
+    const QString lines = QStringLiteral("\nx").repeated(4999);
+    WrappingLabel label("yy" + lines);
+    const int height = label.heightForWidth(width);
+    QCOMPARE(height, 5000 * label.fontMetrics().height());
+    label.setText("y" + lines + "\nx");
+    QCOMPARE(label.heightForWidth(width), height);
 }
 
 void TestLayout::narrowCaptionIsPaintedToItsLastLine()
