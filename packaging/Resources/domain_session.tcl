@@ -29,7 +29,7 @@ namespace eval session {
         {revoked|entry in database has expired}
         "The account $user is disabled, locked, expired or outside its logon hours: have it checked."
         {policy rejects}
-        "The domain's policy keeps $user from signing in here by password: use another account."
+        "The domain's policy lets $user sign in with a smart card only, or not here: use another account."
         {no support for encryption type|no key matching}
         "The account $user and this Mac have no encryption type in common: have AES allowed for it."
         {(clock|time) skew}
@@ -95,7 +95,7 @@ proc session::check_entries {password} {
     }
 }
 
-# Chooses a controller and gets a ticket from it.
+# Chooses a controller and gets a ticket from it; DNS, which may be slow, is asked for no other.
 proc session::sign_in {password} {
     global env
     variable domain; variable user; variable controller; variable directory
@@ -103,7 +103,7 @@ proc session::sign_in {password} {
     set realm [string toupper $domain]
     set settings [open $directory/krb5.conf w]
     puts $settings "\[libdefaults\]\n default_realm = $realm\n rdns = false"
-    puts $settings "\[realms\]\n $realm = \{\n  kdc = $controller\n \}"
+    puts $settings "\[realms\]\n $realm = \{\n  kdc = $controller\n  master_kdc = $controller\n \}"
     close $settings
     array set env [list KRB5_CONFIG $directory/krb5.conf KRB5CCNAME FILE:$directory/ticket]
     array set env {LDAPSASL_NOCANON on LC_ALL C} ;# no reverse DNS, and the wordings that are read

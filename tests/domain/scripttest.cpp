@@ -1,0 +1,132 @@
+#include "tests/domain/scripttest.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QMap>
+#include <QProcess>
+
+namespace {
+
+const char* const path = "/usr/local/bin:/usr/local/sbin:/usr/bin:/bin:/usr/sbin:/sbin";
+
+QString resource(const QString& name)
+{
+    return QStringLiteral(
+               "/Applications/Utilities/Morvanta/Morvanta Join Assistant.app/Contents/Resources/") +
+           name;
+}
+
+QByteArray contents(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QFile::ReadOnly))
+        return {};
+    return file.readAll();
+}
+
+void write(const QString& path, const QByteArray& text)
+{
+    QFile file(path);
+    if (!file.open(QFile::WriteOnly | QFile::Truncate) || file.write(text) != text.size())
+        qFatal("%s can't be written", qPrintable(path));
+}
+
+// What was there before a test has rewritten it, by its path.
+QMap<QString, QByteArray> originals;
+
+} // namespace
+
+QString ScriptResult::firstLine() const
+{
+    return errors.section(QLatin1Char('\n'), 0, 0);
+}
+
+ScriptResult ScriptTest::runScript(const QString& script, const QStringList& arguments)
+{
+    QElapsedTimer timer;
+    timer.start();
+    QProcess process;
+    process.start(QStringLiteral("/usr/local/bin/mvedit"),
+                  QStringList(resource(script)) + arguments);
+    if (!process.waitForFinished(60000))
+        qFatal("%s did not end", qPrintable(script));
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError()), timer.elapsed()};
+}
+
+ScriptResult ScriptTest::check(const QString& domain, const QString& user, const QString& password)
+{
+    return runScript(QStringLiteral("check_domain_cred.tcl"), {domain, user, password});
+}
+
+ScriptResult ScriptTest::list(const QString& password)
+{
+    return runScript(QStringLiteral("mvedit_file_arg.tcl"),
+                     {PracticeMac::domain, PracticeMac::administrator, password});
+}
+
+QString ScriptTest::runTcl(const QString& program)
+{
+    QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("program.tcl"));
+    write(file, "source {" + resource(QStringLiteral("domain_session.tcl")).toUtf8() + "}\n" +
+                    program.toUtf8());
+    return PracticeMac::run(QStringLiteral("/usr/bin/tclsh"), {file}).trimmed();
+}
+
+void ScriptTest::standIn(const QString& tool, const QByteArray& script)
+{
+    const QString file = tools->filePath(tool);
+    write(file, "#!/bin/sh\n" + script);
+    QVERIFY(QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+}
+
+void ScriptTest::note(const QStringList& names)
+{
+    for (const QString& tool : names)
+        standIn(tool, QStringLiteral("echo \"%1 $*\" >>%2/calls\n"
+                                     "PATH=%3 exec %1 \"$@\"\n")
+                          .arg(tool, tools->path(), QLatin1String(path))
+                          .toUtf8());
+}
+
+QStringList ScriptTest::noted() const
+{
+    return QString::fromUtf8(contents(tools->filePath(QStringLiteral("calls"))))
+        .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
+void ScriptTest::rewrite(const QString& path, const QByteArray& text)
+{
+    if (!originals.contains(path))
+        originals.insert(path, contents(path));
+    write(path, text);
+}
+
+QString ScriptTest::testScript(const QString& name)
+{
+    return QStringLiteral(DOMAIN_TESTS "/") + name;
+}
+
+void ScriptTest::init()
+{
+    DomainTest::init();
+    tools.reset(new QTemporaryDir);
+    qputenv("PATH", tools->path().toLocal8Bit() + ':' + path);
+    temporaries.reset(new QTemporaryDir);
+    qputenv("TMPDIR", temporaries->path().toLocal8Bit());
+}
+
+// Whatever became of them, the scripts leave no ticket and no settings behind.
+void ScriptTest::cleanup()
+{
+    for (auto file = originals.cbegin(); file != originals.cend(); ++file)
+        write(file.key(), file.value());
+    originals.clear();
+    QVERIFY(QDir(temporaries->path()).isEmpty());
+    temporaries.reset();
+    qunsetenv("TMPDIR");
+    qputenv("PATH", path);
+    tools.reset();
+    DomainTest::cleanup();
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "tests/domain/practicemac.h"
+
+#include <QTemporaryDir>
+
+// What a script has done.
+struct ScriptResult {
+    int status = -1;
+    QString output;
+    QString errors;
+    qint64 milliseconds = 0;
+
+    // What the wizard shows.
+    QString firstLine() const;
+};
+
+// Base of the tests of the bundle's two scripts, which are run as the program runs them, by the
+// agent's interpreter.
+class ScriptTest : public DomainTest
+{
+    Q_OBJECT
+
+protected:
+    static ScriptResult runScript(const QString& script, const QStringList& arguments);
+    static ScriptResult check(const QString& domain = PracticeMac::domain,
+                              const QString& user = PracticeMac::administrator,
+                              const QString& password = PracticeMac::password);
+    static ScriptResult list(const QString& password = PracticeMac::password);
+
+    // Runs Tcl with the scripts' library and returns what it prints, without the line's end.
+    static QString runTcl(const QString& program);
+
+    // Puts a tool of this text before the system's own of that name.
+    void standIn(const QString& tool, const QByteArray& script);
+    // Has these tools note how they are called before they run.
+    void note(const QStringList& tools);
+    // The calls that were noted: the tool's name and its arguments.
+    QStringList noted() const;
+
+    // A file of the practice Mac that is as it was after the test function.
+    static void rewrite(const QString& path, const QByteArray& text);
+
+    static QString testScript(const QString& name);
+
+protected slots:
+    void init();
+    void cleanup();
+
+private:
+    QScopedPointer<QTemporaryDir> tools;
+    QScopedPointer<QTemporaryDir> temporaries; // where the scripts make theirs
+};
