@@ -41,13 +41,18 @@ QString ScriptResult::firstLine() const
     return errors.section(QLatin1Char('\n'), 0, 0);
 }
 
+void ScriptTest::startScript(QProcess* process, const QString& script, const QStringList& arguments)
+{
+    process->start(QStringLiteral("/usr/local/bin/mvedit"),
+                   QStringList(resource(script)) + arguments);
+}
+
 ScriptResult ScriptTest::runScript(const QString& script, const QStringList& arguments)
 {
     QElapsedTimer timer;
     timer.start();
     QProcess process;
-    process.start(QStringLiteral("/usr/local/bin/mvedit"),
-                  QStringList(resource(script)) + arguments);
+    startScript(&process, script, arguments);
     if (!process.waitForFinished(60000))
         qFatal("%s did not end", qPrintable(script));
     return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
@@ -63,6 +68,12 @@ ScriptResult ScriptTest::list(const QString& password)
 {
     return runScript(QStringLiteral("mvedit_file_arg.tcl"),
                      {PracticeMac::domain, PracticeMac::administrator, password});
+}
+
+void ScriptTest::checkResult(const ScriptResult& result, const QString& errors)
+{
+    QCOMPARE(result.errors.trimmed(), errors);
+    QCOMPARE(result.status, errors.isEmpty() ? 0 : 1);
 }
 
 QString ScriptTest::runTcl(const QString& program)

@@ -4,6 +4,8 @@
 
 #include <QTemporaryDir>
 
+class QProcess;
+
 // What a script has done.
 struct ScriptResult {
     int status = -1;
@@ -22,11 +24,15 @@ class ScriptTest : public DomainTest
     Q_OBJECT
 
 protected:
+    static void startScript(QProcess* process, const QString& script, const QStringList& arguments);
     static ScriptResult runScript(const QString& script, const QStringList& arguments);
     static ScriptResult check(const QString& domain = PracticeMac::domain,
                               const QString& user = PracticeMac::administrator,
                               const QString& password = PracticeMac::password);
     static ScriptResult list(const QString& password = PracticeMac::password);
+
+    // Compares all that a script has said on standard error, and its status.
+    static void checkResult(const ScriptResult& result, const QString& errors = {});
 
     // Runs Tcl with the scripts' library and returns what it prints, without the line's end.
     static QString runTcl(const QString& program);

@@ -1,0 +1,243 @@
+#include "tests/domain/scripttest.h"
+
+#include <QDateTime>
+
+// Where the two scripts of the bundle look names up, and how they compare the clock.
+class TestNameServers : public ScriptTest
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanup();
+
+    void asksNoReverseDns_data();
+    void asksNoReverseDns();
+    void asksTheNameServerOfTheDomain();
+    void asksTheSecondNameServer();
+    void saysThatNoDnsServerAnswers();
+    void saysWhatTheDnsServerAnswers();
+    void readsTheMacsResolvers_data();
+    void readsTheMacsResolvers();
+    void comparesTheClock_data();
+    void comparesTheClock();
+    void allowsFiveMinutes_data();
+    void allowsFiveMinutes();
+};
+
+void TestNameServers::initTestCase()
+{
+    DomainTest::initTestCase();
+    PracticeMac::run(PracticeMac::script("packets"), {"lose", "198.51.100.1"});
+}
+
+void TestNameServers::cleanup()
+{
+    QFile::remove("/etc/resolver/example.test");
+    ScriptTest::cleanup();
+}
+
+void TestNameServers::asksNoReverseDns_data()
+{
+    QTest::addColumn<QByteArray>("hosts");
+    QTest::newRow("missing") << QByteArray();
+    QTest::newRow("wrong") << QByteArray("192.0.2.1 wrong.name.test\n");
+}
+
+void TestNameServers::asksNoReverseDns()
+{
+    QFETCH(QByteArray, hosts);
+    rewrite("/etc/hosts", "127.0.0.1 localhost\n" + hosts);
+    checkResult(check());
+    checkResult(list());
+}
+
+// The Mac's own name server, that of a home, knows nothing of the domain; a VPN's does.
+void TestNameServers::asksTheNameServerOfTheDomain()
+{
+    rewrite("/etc/resolv.conf", "");
+    PracticeMac::run(PracticeMac::script("scenarios/split-dns"), {});
+    const ScriptResult result = check();
+    const ScriptResult other = check("other.test");
+    PracticeMac::run("/usr/bin/pkill", {"-f", "unknowing_name_server"});
+    checkResult(result);
+    checkResult(other,
+                "The domain other.test was not found: check its full name, and that this Mac "
+                "uses its DNS servers.");
+}
+
+void TestNameServers::asksTheSecondNameServer()
+{
+    rewrite("/etc/resolv.conf", "nameserver 198.51.100.1\nnameserver 192.0.2.1\n");
+    rewrite("/etc/hosts", "127.0.0.1 localhost practice-mac\n192.0.2.1 dc1.example.test\n");
+    checkResult(check());
+}
+
+void TestNameServers::saysThatNoDnsServerAnswers()
+{
+    rewrite("/etc/resolv.conf", "nameserver 198.51.100.1\n");
+    const ScriptResult result = check();
+    QCOMPARE(result.firstLine(), QString("No DNS server could look up example.test (no answer): "
+                                         "check the network and this Mac's DNS settings."));
+    QCOMPARE(result.status, 1);
+    QVERIFY(result.milliseconds < 6000);
+}
+
+void TestNameServers::saysWhatTheDnsServerAnswers()
+{
+    standIn("dig", "echo ';; ->>HEADER<<- opcode: QUERY, status: SERVFAIL, id: 1'\n");
+    const ScriptResult result = check();
+    QCOMPARE(result.firstLine(), QString("No DNS server could look up example.test (SERVFAIL): "
+                                         "check the network and this Mac's DNS settings."));
+    QCOMPARE(result.status, 1);
+}
+
+void TestNameServers::readsTheMacsResolvers_data()
+{
+    QTest::addColumn<QString>("domain");
+    QTest::addColumn<QString>("servers");
+    QTest::newRow("default") << "elsewhere.example"
+                             << "{@192.0.2.53 -p 53} {@fe80::1%12 -p 53}";
+    QTest::newRow("domain of its own") << "corp.example"
+                                       << "{@198.51.100.53 -p 53}";
+    QTest::newRow("below it") << "a.Corp.Example"
+                              << "{@198.51.100.53 -p 53}";
+    QTest::newRow("only as a whole label") << "notcorp.example"
+                                           << "{@192.0.2.53 -p 53} {@fe80::1%12 -p 53}";
+    QTest::newRow("the longest, with a port") << "lab.corp.example"
+                                              << "{@198.51.100.54 -p 5353}";
+    QTest::newRow("equals by their order") << "two.example"
+                                           << "{@203.0.113.2 -p 53}";
+    QTest::newRow("no name server by multicast") << "corp.local"
+                                                 << "{@192.0.2.53 -p 53} {@fe80::1%12 -p 53}";
+    QTest::newRow("not one for a single interface") << "scoped.example"
+                                                    << "{@192.0.2.53 -p 53} {@fe80::1%12 -p 53}";
+}
+
+void TestNameServers::readsTheMacsResolvers()
+{
+    QFETCH(QString, domain);
+    QFETCH(QString, servers);
+    standIn("scutil", R"(cat <<'END'
+DNS configuration
+
+resolver #1
+  search domain[0] : home.example
+  search domain[1] : corp.example
+  nameserver[0] : 192.0.2.53
+  nameserver[1] : fe80::1%12
+  if_index : 15 (en0)
+  flags    : Request A records, Request AAAA records
+  reach    : 0x00020002 (Reachable,Directly Reachable Address)
+
+resolver #2
+  nameserver[0] : 192.0.2.99
+  order    : 200000
+
+resolver #3
+  domain   : corp.example
+  nameserver[0] : 198.51.100.53
+  flags    : Supplemental, Request A records, Request AAAA records
+  reach    : 0x00000003 (Reachable,Transient Connection)
+  order    : 102000
+
+resolver #4
+  domain   : lab.corp.example
+  nameserver[0] : 198.51.100.54
+  port     : 5353
+  order    : 102200
+
+resolver #5
+  domain   : two.example
+  nameserver[0] : 203.0.113.1
+  order    : 103000
+
+resolver #6
+  domain   : two.example
+  nameserver[0] : 203.0.113.2
+  order    : 99000
+
+resolver #7
+  domain   : local
+  options  : mdns
+  nameserver[0] : 224.0.0.251
+  timeout  : 5
+  flags    : Request A records, Request AAAA records
+  reach    : 0x00000000 (Not Reachable)
+  order    : 300000
+
+resolver #8
+  domain   : none.example
+  flags    : Request A records, Request AAAA records
+
+DNS configuration (for scoped queries)
+
+resolver #1
+  domain   : scoped.example
+  nameserver[0] : 203.0.113.3
+  flags    : Scoped, Request A records
+  reach    : 0x00020002 (Reachable,Directly Reachable Address)
+END
+)");
+    QCOMPARE(runTcl("set session::domain " + domain + "\nputs [session::name_servers]"), servers);
+}
+
+void TestNameServers::comparesTheClock_data()
+{
+    QTest::addColumn<QByteArray>("shift");
+    QTest::addColumn<QString>("sentence");
+    const QString sentence =
+        "This Mac's clock is %1 the domain's: set its date and time, and try again.";
+    QTest::newRow("an hour ahead") << QByteArray("+1h") << sentence.arg("60 minutes ahead of");
+    QTest::newRow("a day behind") << QByteArray("-1d") << sentence.arg("1440 minutes behind");
+    QTest::newRow("four minutes ahead") << QByteArray("+4m") << QString();
+    QTest::newRow("four minutes behind") << QByteArray("-4m") << QString();
+}
+
+// The interpreter has another clock, and so has kinit. No password is given away meanwhile.
+void TestNameServers::comparesTheClock()
+{
+    QFETCH(QByteArray, shift);
+    QFETCH(QString, sentence);
+    note({"kinit"});
+    standIn("tclsh", "exec faketime -f " + shift + " /usr/bin/tclsh \"$@\"\n");
+    for (const QString& tool : QStringList{"dig", "ldapsearch"})
+        standIn(tool, "unset LD_PRELOAD\nexec /usr/bin/" + tool.toUtf8() + " \"$@\"\n");
+    checkResult(check(), sentence);
+    QCOMPARE(noted().isEmpty(), !sentence.isEmpty());
+}
+
+void TestNameServers::allowsFiveMinutes_data()
+{
+    QTest::addColumn<int>("ahead");
+    QTest::addColumn<QString>("said");
+    QTest::newRow("none") << 0 << "";
+    QTest::newRow("five minutes ahead") << 300 << "";
+    QTest::newRow("five minutes behind") << -300 << "";
+    QTest::newRow("more than five minutes ahead") << 301 << "5 minutes ahead of";
+    QTest::newRow("more than five minutes behind") << -301 << "5 minutes behind";
+    QTest::newRow("nearly six") << 355 << "6 minutes ahead of";
+}
+
+void TestNameServers::allowsFiveMinutes()
+{
+    QFETCH(int, ahead);
+    QFETCH(QString, said);
+    const QString time =
+        QDateTime::fromSecsSinceEpoch(2000000000, Qt::UTC).toString("yyyyMMddHHmmss");
+    const QString sentence = runTcl(QString("proc session::clock {what args} {\n"
+                                            "    if {$what eq \"seconds\"} {return %1}\n"
+                                            "    return [::clock $what {*}$args]\n"
+                                            "}\n"
+                                            "catch {session::check_clock %2} sentence\n"
+                                            "puts $sentence")
+                                        .arg(2000000000 + ahead)
+                                        .arg(time));
+    QCOMPARE(sentence, said.isEmpty() ? QString()
+                                      : QString("This Mac's clock is %1 the domain's: set its date "
+                                                "and time, and try again.")
+                                            .arg(said));
+}
+
+DOMAIN_TEST_MAIN(TestNameServers)
+#include "tst_nameservers.moc"
