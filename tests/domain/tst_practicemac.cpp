@@ -73,6 +73,18 @@ void TestPracticeMac::scutilTellsTheNameServersAsAMacDoes()
                              "  flags    : Request A records, Request AAAA records\n"),
              qPrintable(said));
     QVERIFY2(said.contains("\n"
+                           "resolver #2\n"
+                           "  domain   : local\n"
+                           "  options  : mdns\n"
+                           "  timeout  : 5\n"
+                           "  flags    : Request A records, Request AAAA records\n"
+                           "  reach    : 0x00000000 (Not Reachable)\n"
+                           "  order    : 300000\n"
+                           "\n"
+                           "resolver #3\n"
+                           "  domain   : 254.169.in-addr.arpa\n"),
+             qPrintable(said));
+    QVERIFY2(said.contains("\n"
                            "resolver #5\n"
                            "  domain   : example.test\n"
                            "  nameserver[0] : 192.0.2.1\n"

@@ -131,7 +131,7 @@ bool soakJoins(int count)
     WizardDriver driver;
     driver.goToJoinOptions();
     // The argument vector: its ten strings after each run, the array as well after a success.
-    return soak("joins", count, 380, [&driver](int run) {
+    return soak("joins", count, 366, [&driver](int run) {
         answerRun(run);
         warningsDuring([&driver] { driver.currentPage()->validatePage(); });
     });
@@ -142,7 +142,7 @@ bool soakLeaves(int count)
     World::setJoined();
     WizardDriver driver;
     driver.next();
-    return soak("leaves", count, 230, [&driver](int run) {
+    return soak("leaves", count, 210, [&driver](int run) {
         answerRun(run);
         warningsDuring([&driver] { driver.currentPage()->validatePage(); });
     });
