@@ -22,6 +22,6 @@ set(CMAKE_OBJCXX_FLAGS_INIT ${CMAKE_CXX_FLAGS_INIT})
 
 # The C++ library is linked as a stub as well, like Qt (stubs.cmake).
 set(CMAKE_EXE_LINKER_FLAGS_INIT -nostdlib++)
-set(CMAKE_CXX_STANDARD_LIBRARIES_INIT "${CMAKE_BINARY_DIR}/stubs/libc++.tbd")
+set(CMAKE_CXX_STANDARD_LIBRARIES_INIT "\"${CMAKE_BINARY_DIR}/stubs/libc++.tbd\"")
 set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
 set(CMAKE_PROJECT_MorvantaJoinAssistant_INCLUDE ${CMAKE_CURRENT_LIST_DIR}/stubs.cmake)
