@@ -1,3 +1,4 @@
+#include "pages/scrollingarea.h"
 #include "pages/wrappingbuttons.h"
 #include "pages/wrappinglabel.h"
 #include "tests/looks/clippings.h"
@@ -85,6 +86,7 @@ private slots:
     void lineEndsAfterATextAreNotSeen();
     void eachLineOfATextHasItsRoom();
     void aTextIsLaidOutAsFarAsItsTenThousandthCharacter();
+    void aScrollingAreaIsNotSeen();
     void narrowCaptionIsPaintedToItsLastLine();
     void choicesStandBesideTheirDescriptions();
     void chosenContainerIsMarkedFromEdgeToEdge();
@@ -174,6 +176,20 @@ void TestLayout::aTextIsLaidOutAsFarAsItsTenThousandthCharacter()
     QCOMPARE(height, 5000 * label.fontMetrics().height());
     label.setText("y" + lines + "\nx");
     QCOMPARE(label.heightForWidth(width), height);
+}
+
+void TestLayout::aScrollingAreaIsNotSeen()
+{
+    QWidget page;
+    page.setPalette(QPalette(Qt::red));
+    auto* area = new ScrollingArea(&page);
+    area->setPalette(QPalette(Qt::blue));
+    area->setWidget(new QWidget);
+    page.resize(area->size());
+    page.show();
+    QImage red = page.grab().toImage();
+    red.fill(Qt::red);
+    QCOMPARE(page.grab().toImage(), red);
 }
 
 void TestLayout::narrowCaptionIsPaintedToItsLastLine()
