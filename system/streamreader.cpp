@@ -18,21 +18,21 @@ StreamReader::StreamReader(FILE* stream) : stream(stream) {}
 
 const char* StreamReader::next()
 {
-    char* free = chunk;
+    char* to = chunk;
     char* const last = chunk + sizeof chunk - 1; // where the NUL of a full chunk goes
-    while (free < last && (free == chunk || free[-1] != '\n')) {
+    while (to < last && (to == chunk || to[-1] != '\n')) {
         if (begin == end && stream != nullptr) {
             begin = block;
             end = block + readBlock(block, sizeof block, stream);
         }
         if (begin == end)
             break;
-        const auto room = static_cast<size_t>(std::min(last - free, end - begin));
-        auto* past = static_cast<char*>(memccpy(free, begin, '\n', room));
-        past = past == nullptr ? free + room : past;
-        begin += past - free;
-        free = past;
+        const auto room = static_cast<size_t>(std::min(last - to, end - begin));
+        auto* past = static_cast<char*>(memccpy(to, begin, '\n', room));
+        past = past == nullptr ? to + room : past;
+        begin += past - to;
+        to = past;
     }
-    *free = '\0';
-    return free == chunk ? nullptr : chunk;
+    *to = '\0';
+    return to == chunk ? nullptr : chunk;
 }
