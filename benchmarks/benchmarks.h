@@ -9,7 +9,7 @@
 #include <functional>
 
 // What the benchmarks share. Each runs once in a process of its own, which ./bench starts, since
-// the program as well loads a tree into fresh memory; nothing that it builds is released.
+// the wizard, too, loads a tree into fresh memory; nothing that it builds is released.
 
 // The folder with the inputs, from the command line.
 extern QString inputFolder;

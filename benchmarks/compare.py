@@ -106,8 +106,8 @@ def measure_start(program, folder):
 
 
 def measure(program, folder, all_rows):
-    """All rows by turns, so that a busy spell of the machine meets both sides alike. A benchmark
-    that several rows need in a round runs once."""
+    """All rows in each round, so that a busy machine slows both sides alike. A benchmark that
+    several rows need runs once in a round."""
     for round_number in range(ROUNDS):
         done = {}
         for row in all_rows:
@@ -120,7 +120,7 @@ def measure(program, folder, all_rows):
 
 
 def measure_joins(build):
-    """The join through the wizard and from a shell, by turns; None where there is no practice Mac."""
+    """The join through the wizard and from a shell, alternately; None without a practice Mac."""
     row = Row("the whole join on the practice Mac", "", "joins", "mvjoin", 1.05)
     answer = subprocess.run(["practice/world", build, build + "/benchmarks/joins"],
                             stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,

@@ -49,7 +49,7 @@ void readyTextsToModel(benchmark::State& state)
     state.counters["bytes"] = residentMemory() - before;
 }
 
-// What the loader's work takes at the least: parsing each name, and a model of the ready texts.
+// The least that the loader's work could take: each name parsed, and a model of ready-made texts.
 void outputParsedByOpenLdapAndReadyTextsToModel(benchmark::State& state)
 {
     const std::vector<ReadyTexts> texts = readyTexts(*newTree(lines(state)));

@@ -76,7 +76,7 @@ Answer helperAnswer(int exitStatus, const QByteArray& output = {})
     return answer;
 }
 
-// Stands where the system log listens, and takes down its lines.
+// Listens in the place of the system log and collects its lines.
 class SystemLog
 {
 public:

@@ -147,7 +147,7 @@ void TestStartup::progressOfAJoinCannotBeClosed()
     QCOMPARE(program.desktop.allWindowsEver(), QStringList({program.wizard, progress}));
 }
 
-// That both leave nothing behind is the address sanitizer's to see.
+// The address sanitizer sees whether they leave anything behind.
 void TestStartup::initializerIsBuiltAndDestroyedButNotCopied()
 {
     {

@@ -122,7 +122,7 @@ QStringList Call::words() const
 
 void World::enter()
 {
-    // Whoever has started us may ignore it, and so would the tools that a test hangs up.
+    // Ignored signals are inherited: a test could not hang its tools up.
     signal(SIGHUP, SIG_DFL);
     enterNamespaces();
     makeOwnFolder();

@@ -193,7 +193,7 @@ void runShortage(const Use& use, const Shortage& shortage, FILE* verdict)
 void enterProcessNamespace()
 {
     if (unshare(CLONE_NEWPID) != 0)
-        qFatal("There is no process namespace to be had: %s", strerror(errno));
+        qFatal("No process namespace: %s", strerror(errno));
     const pid_t child = fork();
     if (child != 0) {
         int status = 1;

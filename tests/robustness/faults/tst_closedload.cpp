@@ -1,4 +1,4 @@
-// What becomes of a load of containers whose dialog the user has closed.
+// A load of containers goes on when the user closes its dialog.
 
 #include "browser/cnbrowser.h"
 #include "pages/dialogs/loadcn.h"

@@ -172,7 +172,7 @@ QString useBrowse(WizardDriver& driver)
         driver.on<QPushButton>("ContainerDNBrowse")->click();
         QElapsedTimer patience;
         patience.start();
-        // A script that was not even started never ends; its dialog is the user's to close.
+        // A script that could not be started never ends: its dialog stays until the user closes it.
         const auto* process = driver.wizard.findChild<cnbrowser*>();
         while (process != nullptr && loading() != nullptr && !staysUp) {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
