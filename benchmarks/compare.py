@@ -93,7 +93,7 @@ def instructions(program, folder, name):
             ["valgrind", "--tool=callgrind", "--collect-atstart=no", "--quiet",
              "--callgrind-out-file=" + counts.name, program, folder,
              "--benchmark_filter=^" + name + "/"],
-            check=True, stdout=subprocess.DEVNULL)
+            check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         return int(re.search(r"^(?:summary|totals): (\d+)", counts.read(), re.M).group(1))
 
 
