@@ -59,9 +59,8 @@ private slots:
 void TestAppleAD::aCancelledPromptOnEntryLeavesTheDomainEmpty()
 {
     WizardDriver driver;
-    driver.wizard.setStartId(2);
     World::answer("authorization_prompt", {"", "", 1});
-    driver.wizard.restart();
+    driver.startAt(2);
     QCOMPARE(driver.page(), 2);
     QCOMPARE(World::callsOf("authorization_prompt").size(), 1);
     QCOMPARE(World::callsOf("dsconfigad").size(), 0);
@@ -82,8 +81,7 @@ void TestAppleAD::withoutADomainTheCheckRunsWithAnEmptyOne()
     QFETCH(int, promptsAnswer);
     World::answer("authorization_prompt", {"", "", promptsAnswer});
     WizardDriver driver;
-    driver.wizard.setStartId(2);
-    driver.wizard.restart();
+    driver.startAt(2);
     QCOMPARE(shownDomain(driver), QString());
     driver.type("ADUser", "admin");
     driver.type("ADPass", "secret");
@@ -178,9 +176,8 @@ void TestAppleAD::domainIsWhatFollowsTheLastEqualsSign()
     QFETCH(QByteArray, report);
     QFETCH(QString, domain);
     WizardDriver driver;
-    driver.wizard.setStartId(2);
     World::answer("dsconfigad -show", {report, ""});
-    driver.wizard.restart();
+    driver.startAt(2);
     QCOMPARE(shownDomain(driver), domain);
     QCOMPARE(driver.wizard.field("appleADDomain").toString(), domain);
 }

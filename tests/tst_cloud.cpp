@@ -27,8 +27,7 @@ class CloudDriver : public WizardDriver
 public:
     CloudDriver()
     {
-        wizard.setStartId(cloudPage);
-        wizard.restart();
+        startAt(cloudPage);
     }
 };
 
@@ -141,8 +140,7 @@ void TestCloud::backIsDisabledOnlyForWhoHasJoinedToEnroll()
     QFETCH(bool, wantsToEnroll);
     WizardDriver driver;
     driver.wizard.setPage(pageBefore, new PageBeforeCloud);
-    driver.wizard.setStartId(pageBefore);
-    driver.wizard.restart();
+    driver.startAt(pageBefore);
     joining = joined;
     enrolling = wantsToEnroll;
     driver.next();

@@ -29,13 +29,6 @@ public:
     }
 };
 
-// A driver whose administrator has not been asked yet.
-void startAtJoinOptions(WizardDriver& driver)
-{
-    driver.wizard.setStartId(4);
-    driver.wizard.restart();
-}
-
 } // namespace
 
 class TestJoinExecution : public WorldTest
@@ -74,7 +67,7 @@ void TestJoinExecution::aMissingHelperShowsAnEmptyWarning()
 void TestJoinExecution::aCancelledPromptShowsAnEmptyWarningAtFirst()
 {
     WizardDriver driver;
-    startAtJoinOptions(driver);
+    driver.startAt(4);
     World::answer("authorization_prompt", {"", "", 1});
     QCOMPARE(driver.next(), QStringList{""});
     QCOMPARE(driver.page(), 4);

@@ -33,16 +33,6 @@ public:
     }
 };
 
-LoadCN* loader()
-{
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    for (QWidget* window : windows) {
-        if (auto* found = qobject_cast<LoadCN*>(window))
-            return found;
-    }
-    return nullptr;
-}
-
 // On the join options page, with the advanced options open and an answer for the container script.
 class OptionsDriver : public WizardDriver
 {
@@ -74,7 +64,7 @@ public:
     {
         return warningsDuring([this] {
             click("ContainerDNBrowse");
-            QTRY_VERIFY(!loader()->isVisible());
+            QTRY_VERIFY(!windowOf<LoadCN>()->isVisible());
         });
     }
     void choose(const QString& container) const
@@ -175,7 +165,7 @@ void TestJoinType::aFailedLoadGivesTheSameWarning()
     driver.type("ContainerDNEdit", "OU=Old");
     driver.click("ContainerDNLabel");
     QCOMPARE(driver.browse(), QStringList{browseRefused});
-    QVERIFY(!loader()->isVisible());
+    QVERIFY(!windowOf<LoadCN>()->isVisible());
     QCOMPARE(driver.text("ContainerDNEdit"), QString());
     QVERIFY(!driver.isChecked("ContainerDNLabel"));
     QVERIFY(!driver.browser()->isVisible());
@@ -325,13 +315,13 @@ void TestJoinType::loaderStandsWhileContainersLoad()
     OptionsDriver driver;
     World::answer(containerScript, {"CN=Users,DC=example,DC=test\n", "", 0, 0, false, true});
     driver.click("ContainerDNBrowse");
-    QVERIFY(loader()->isVisible());
-    QCOMPARE(QApplication::activeModalWidget(), loader());
+    QVERIFY(windowOf<LoadCN>()->isVisible());
+    QCOMPARE(QApplication::activeModalWidget(), windowOf<LoadCN>());
     QTRY_COMPARE(World::callsOf("mvedit").size(), 1);
     QVERIFY(!driver.browser()->isVisible());
     World::release(containerScript);
     QTRY_VERIFY(driver.browser()->isVisible());
-    QVERIFY(!loader()->isVisible());
+    QVERIFY(!windowOf<LoadCN>()->isVisible());
 }
 
 void TestJoinType::browserGetsTheFieldsAfreshAndIsMadeOnce()

@@ -65,8 +65,7 @@ void TestLeaveExecution::cancellingThePromptIsSilentAndStays()
 {
     World::setJoined();
     WizardDriver driver;
-    driver.wizard.setStartId(6);
-    driver.wizard.restart();
+    driver.startAt(6);
     World::answer("authorization_prompt", {"", "", 1});
     QCOMPARE(driver.next(), QStringList());
     QCOMPARE(World::callsOf("authorization_prompt").size(), 1);
@@ -78,8 +77,7 @@ void TestLeaveExecution::aDeniedPromptShowsTheServicesCode()
 {
     World::setJoined();
     WizardDriver driver;
-    driver.wizard.setStartId(6);
-    driver.wizard.restart();
+    driver.startAt(6);
     World::answer("authorization_prompt", {"", "", 2});
     QCOMPARE(driver.next(), QStringList{"Unexpected error (-60005)."});
     QCOMPARE(driver.page(), 6);

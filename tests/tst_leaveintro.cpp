@@ -52,8 +52,7 @@ void TestLeaveIntro::withoutTheAgentTheValuesAreEmpty()
 {
     WizardDriver driver;
     World::removeTool("mvinfo");
-    driver.wizard.setStartId(6);
-    driver.wizard.restart();
+    driver.startAt(6);
     QCOMPARE(textOf(driver, "ActiveDirectory_Val"), QString());
     QCOMPARE(textOf(driver, "JoinedZone_Val"), QString());
     QCOMPARE(textOf(driver, "ComputerName_Val"), QString());

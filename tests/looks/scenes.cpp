@@ -108,8 +108,7 @@ std::unique_ptr<Page> joinConclusion(const Setting& setting)
 std::unique_ptr<Page> cloud()
 {
     auto page = introduction();
-    page->wizard.setStartId(5);
-    page->wizard.restart();
+    page->startAt(5);
     return page;
 }
 

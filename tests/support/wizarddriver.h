@@ -76,6 +76,12 @@ public:
         type(QStringLiteral("PasswordEdit"), password);
     }
 
+    // Begins anew at a page, to which no step has led.
+    void startAt(int page)
+    {
+        wizard.setStartId(page);
+        wizard.restart();
+    }
     // From page 0 to the credentials page, and with valid credentials to the join options page.
     void goToCredentials()
     {

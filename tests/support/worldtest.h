@@ -86,6 +86,17 @@ template <typename Widget> Widget* child(const QObject* parent, const QString& n
     return found;
 }
 
+// The program's window of this kind; null when there is none.
+template <typename Window> Window* windowOf()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        if (auto* found = qobject_cast<Window*>(window))
+            return found;
+    }
+    return nullptr;
+}
+
 // Enters the world and runs the test class's functions in it, without a display of the desktop's.
 template <typename Test> int runInWorld(int argc, char** argv)
 {

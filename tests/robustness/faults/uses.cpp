@@ -156,13 +156,8 @@ void prepareJoin(WizardDriver& driver)
 
 LoadCN* loading()
 {
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    for (QWidget* window : windows) {
-        auto* dialog = qobject_cast<LoadCN*>(window);
-        if (dialog != nullptr && dialog->isVisible())
-            return dialog;
-    }
-    return nullptr;
+    auto* dialog = windowOf<LoadCN>();
+    return dialog != nullptr && dialog->isVisible() ? dialog : nullptr;
 }
 
 QString useBrowse(WizardDriver& driver)
