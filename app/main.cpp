@@ -1,6 +1,5 @@
 #include "app/cocoainitializer.h"
 #include "app/wizard.h"
-#include "pages/helpertool.h"
 
 #include <QApplication>
 
@@ -10,7 +9,6 @@ int main(int argc, char* argv[])
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication application(argc, argv);
-    keepWorkerReady();
     Wizard wizard;
     wizard.show();
     // Only now, deliberately: Qt has brought the application kit up by itself, and the autorelease

@@ -2,7 +2,7 @@
 #include "ui_wizard.h"
 
 #include "app/about.h"
-#include "pages/dialogs/pendinginput.h"
+#include "pages/dialogs/queuedinput.h"
 #include "pages/joinprogress.h"
 
 #include <QAbstractButton>
@@ -10,6 +10,7 @@
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QPainter>
+#include <QPushButton>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -117,22 +118,87 @@ void Wizard::showAbout()
 
 void Wizard::checkNext()
 {
-    // The button stays pressed, also after a key, as long as the page's check keeps the wizard
+    // The button is shown pressed, also after a key, as long as the page's check keeps the program
     // busy.
     QAbstractButton* pressed = button(QWizard::NextButton);
     pressed->setDown(true);
     pressed->repaint();
     next();
-    pageAdjustment(true);
-    // A second press while the check ran must not start what the next page does.
-    forgetPendingInput();
-    pressed->setDown(false);
+    endStep(true);
 }
 
 void Wizard::checkBack()
 {
     back();
-    pageAdjustment(false);
+    endStep(false);
+}
+
+void Wizard::endStep(bool forward)
+{
+    pageAdjustment(forward);
+    hold(true);
+    afterQueuedInput(this, [this] { release(); });
+}
+
+// A press counts for what was on the screen when it was made. While a tool keeps the program busy,
+// presses by mouse, key or assistive tool wait, and would be taken for presses of what the next
+// page shows. So the buttons are disabled during a step, and after it until these are handled. Text
+// that was typed meanwhile goes to the page's edits.
+void Wizard::hold(bool choices)
+{
+    aboutAction->setEnabled(false);
+    currentPage()->setAttribute(Qt::WA_TransparentForMouseEvents);
+    const QList<QAbstractButton*> buttons = findChildren<QAbstractButton*>();
+    for (QAbstractButton* button : buttons) {
+        const bool isChoice = qobject_cast<QPushButton*>(button) == nullptr;
+        // A choice that has the focus keeps it, for the keys that move it on to an edit.
+        if (!button->isEnabled() || (isChoice && (!choices || button == focusWidget())))
+            continue;
+        if (button == focusWidget()) {
+            heldFocus = button;
+            setFocus();
+        }
+        button->setEnabled(false);
+        held.append(button);
+    }
+}
+
+void Wizard::release()
+{
+    for (QAbstractButton* button : qAsConst(held))
+        button->setEnabled(true);
+    held.clear();
+    if (heldFocus != nullptr && focusWidget() == this)
+        heldFocus->setFocus();
+    heldFocus = nullptr;
+    currentPage()->setAttribute(Qt::WA_TransparentForMouseEvents, false);
+    aboutAction->setEnabled(true);
+}
+
+// The buttons keep their place in the order, so that what is typed behind them is for no edit.
+bool Wizard::focusNextPrevChild(bool next)
+{
+    if (held.isEmpty())
+        return QWizard::focusNextPrevChild(next);
+    release();
+    const bool moved = QWizard::focusNextPrevChild(next);
+    hold(true);
+    return moved;
+}
+
+bool Wizard::validateCurrentPage()
+{
+    // Not the choices: the page's check reads them, and which of them can be made.
+    hold(false);
+    const bool valid = QWizard::validateCurrentPage();
+    release();
+    return valid;
+}
+
+void Wizard::done(int result)
+{
+    if (held.isEmpty())
+        QWizard::done(result);
 }
 
 void Wizard::pageAdjustment(bool forward)

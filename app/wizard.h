@@ -2,6 +2,7 @@
 
 #include <QWizard>
 
+class QAbstractButton;
 class QAction;
 class QMenu;
 
@@ -23,9 +24,15 @@ public:
     // through, and Back is disabled where there is no way back.
     void pageAdjustment(bool forward);
 
+    // As QWizard's, with no button to press while a check, a join or a leave is under way.
+    bool validateCurrentPage() override;
+    // Finishes or closes; does nothing during a step, whose outcome would be lost.
+    void done(int result) override;
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
 
 private slots:
     void showAbout();
@@ -34,6 +41,9 @@ private slots:
 
 private:
     void takeOverButton(WizardButton which, void (Wizard::*step)());
+    void endStep(bool forward);
+    void hold(bool choices);
+    void release();
     void passInterimPage(bool forward);
     void addAboutMenu();
     void offerAboutBesidePages();
@@ -41,4 +51,6 @@ private:
     Ui::Wizard* ui;
     QAction* aboutAction;
     QMenu* aboutMenu;
+    QList<QAbstractButton*> held;         // disabled until release()
+    QAbstractButton* heldFocus = nullptr; // the one of them that had the keyboard focus
 };

@@ -39,6 +39,9 @@ void cnbrowser::createTree()
         return;
     }
     clearData();
+    // What is shown from now on is the new load's, or nothing.
+    drawnDomain.clear();
+    loadingDomain = domain;
     loader = new cnbrowserhelper;
     connect(loader, &cnbrowserhelper::cnDataObtained, this, &cnbrowser::drawCNTreeModel);
     // Once more for each load: after n loads one click runs the slot n times. The page takes the
@@ -69,7 +72,7 @@ void cnbrowser::drawCNTreeModel()
          component.data().toString().startsWith(QLatin1String("DC"));
          component = model->index(0, 0, component))
         ui->browserTree->expand(component);
-    drawnDomain = domain;
+    drawnDomain = loadingDomain;
     emit treeDrawingDone(CNBROWSER_SUCCESS);
 }
 

@@ -46,5 +46,6 @@ private:
     QString domain;
     QString user;
     QString password;
-    QString drawnDomain; // empty when none is drawn, or after a failed load
+    QString loadingDomain; // the latest load's
+    QString drawnDomain;   // empty when none is drawn, during a load, or after a failed one
 };

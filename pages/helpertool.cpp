@@ -4,8 +4,8 @@
 #include "system/streamreader.h"
 #include "system/toolpaths.h"
 
-#include <QThreadPool>
-#include <QtConcurrent>
+#include <pthread.h>
+#include <unistd.h>
 
 int runHelperTool(char** args, QString* output)
 {
@@ -21,8 +21,15 @@ int runHelperTool(char** args, QString* output)
     return status;
 }
 
-void keepWorkerReady()
+bool canMakeThread()
 {
-    QThreadPool::globalInstance()->setExpiryTimeout(-1);
-    QtConcurrent::run([] {}).waitForFinished();
+    int descriptors[2];
+    if (pipe(descriptors) != 0)
+        return false;
+    close(descriptors[0]);
+    close(descriptors[1]);
+    pthread_t trial;
+    const auto doNothing = [](void* nothing) { return nothing; };
+    return pthread_create(&trial, nullptr, doNothing, nullptr) == 0 &&
+           pthread_join(trial, nullptr) == 0;
 }

@@ -1,13 +1,39 @@
 #pragma once
 
+#include "system/lowerpriv.h"
+
+#include <QDialog>
+#include <QEventLoop>
 #include <QString>
+#include <QtConcurrent>
 
 // Runs the agent's privileged helper tool and collects what it prints in *output, which stays as it
 // was when no tool was started. `args` begins with the path of the tool that the helper is to run.
 // Returns the runner's result code. Blocks; any thread, one call at a time.
 int runHelperTool(char** args, QString* output);
 
-// Starts the thread on which joins and leaves run, and keeps it. Called once, at start-up: when
-// they are wanted the system may have no thread or descriptor to spare, which the thread pool takes
-// for no error, so that the wizard would wait for ever.
-void keepWorkerReady();
+// Whether the system has a thread to spare, and the descriptors for it. QThreadPool doesn't tell
+// when it has none, and what it was given to run would be waited for without an end.
+bool canMakeThread();
+
+// Calls the page's function on a thread of the pool and shows the progress dialog, which it
+// deletes, until the function emits the page's signal and returns. Returns its result, or
+// abnormalToolEnd when no thread can be made. User-interface thread, whose events are handled
+// meanwhile.
+template <typename Page>
+int runBehind(QDialog* progress, Page* page, int (Page::*run)(char**), void (Page::*finished)(),
+              char** args)
+{
+    progress->show();
+    int status = abnormalToolEnd;
+    if (canMakeThread()) {
+        QEventLoop loop;
+        QObject::connect(page, finished, &loop, &QEventLoop::quit);
+        const QFuture<int> result = QtConcurrent::run([=] { return (page->*run)(args); });
+        loop.exec();
+        status = result.result();
+    }
+    progress->reject();
+    delete progress;
+    return status;
+}

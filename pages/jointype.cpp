@@ -13,9 +13,6 @@
 #include "system/probes.h"
 #include "system/toolpaths.h"
 
-#include <QEventLoop>
-#include <QtConcurrent>
-
 namespace {
 
 // The local host name up to its first full stop; nothing when that holds a blank, which no computer
@@ -226,16 +223,9 @@ bool JoinType::validatePage()
     joining = true;
     char** arguments = convertQSLtoArray(joinArguments());
 
-    auto* progress = new LoadJoin;
-    progress->show();
-    QEventLoop loop;
-    connect(this, &JoinType::finishedMVJoin, &loop, &QEventLoop::quit);
-    const QFuture<int> run = QtConcurrent::run(this, &JoinType::runMVJoin, arguments);
-    loop.exec();
-    progress->reject();
-    delete progress;
-
-    if (run.result() == 0) {
+    const int status =
+        runBehind(new LoadJoin, this, &JoinType::runMVJoin, &JoinType::finishedMVJoin, arguments);
+    if (status == 0) {
         if (ui->CloudCheck->isChecked())
             enrolling = true;
         return true;

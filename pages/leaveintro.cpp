@@ -11,9 +11,6 @@
 
 #include <Security/Authorization.h>
 
-#include <QEventLoop>
-#include <QtConcurrent>
-
 LeaveIntro::LeaveIntro(QWidget* parent) : QWizardPage(parent), ui(new Ui::LeaveIntro)
 {
     ui->setupUi(this);
@@ -115,21 +112,14 @@ bool LeaveIntro::validatePage()
         return false;
     char** arguments = convertQSLtoArray(leaveArguments());
 
-    auto* progress = new LoadLeave;
-    progress->show();
-    QEventLoop loop;
-    connect(this, &LeaveIntro::finishedMVLeave, &loop, &QEventLoop::quit);
-    const QFuture<int> run = QtConcurrent::run(this, &LeaveIntro::runMVLeave, arguments);
-    loop.exec();
-    progress->reject();
-    delete progress;
-
-    const int status = run.result();
+    const int status = runBehind(new LoadLeave, this, &LeaveIntro::runMVLeave,
+                                 &LeaveIntro::finishedMVLeave, arguments);
     if (status == 0)
         return true;
     // Who cancels the administrator prompt knows it and needs no message.
     if (status == errAuthorizationCanceled)
         return false;
+    explain(status); // a run for which there was no thread has not done so
     showWarning(leaveOutput);
     // Kept after a success, when the assistant soon ends, and after a cancelled prompt, which says
     // nothing and leaves everything as it is. The strings in it are never released, as ever.
@@ -140,10 +130,15 @@ bool LeaveIntro::validatePage()
 int LeaveIntro::runMVLeave(char** args)
 {
     const int status = runHelperTool(args, &leaveOutput);
-    // Where no tool was started, what the run before has printed is shown again: it is the latest
-    // word of the leave tool, and has always been.
-    if (status != 0 && leaveOutput.isEmpty())
-        leaveOutput = tr("Unexpected error (%1).").arg(status);
+    explain(status);
     emit finishedMVLeave();
     return status;
+}
+
+// Where no tool was started, what the run before has printed is shown again: it is the latest word
+// of the leave tool.
+void LeaveIntro::explain(int status)
+{
+    if (status != 0 && leaveOutput.isEmpty())
+        leaveOutput = tr("Unexpected error (%1).").arg(status);
 }

@@ -46,6 +46,7 @@ private slots:
 
 private:
     QStringList leaveArguments() const;
+    void explain(int status);
 
     Ui::LeaveIntro* ui;
     QString leaveOutput; // the worker's until its future has a result

@@ -21,6 +21,8 @@ private slots:
     void loadDrawsTheTree();
     void sameDomainIsNotLoadedAgain();
     void otherDomainIsLoaded();
+    void duringALoadNothingCountsAsDrawn();
+    void loadIsDrawnForTheDomainThatItWasStartedFor();
     void drawingWithoutALoaderReportsNothing();
     void clearedDataIsLoadedAgain();
     void chosenContainerIsReportedAsItsName_data();
@@ -196,6 +198,45 @@ void TestContainerBrowser::otherDomainIsLoaded()
     QCOMPARE(World::calls().size(), 2);
     QCOMPARE(browser.tree()->model()->index(0, 0).data().toString(), QString("DC=y"));
     QCOMPARE(browser.tree()->model()->rowCount(), 1);
+}
+
+// Back to the first domain while the second is still being asked: no tree is at hand, and none of
+// the second's may come up under the first's name.
+void TestContainerBrowser::duringALoadNothingCountsAsDrawn()
+{
+    World::answer("mvedit", {"OU=a,DC=x\n", ""});
+    Browser browser;
+    QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
+    allowWarning("Destroyed while process"); // the second load's, which the third ends
+    Answer held;
+    held.output = "OU=Other,DC=other,DC=test\n";
+    held.held = true;
+    World::answer("mvedit", held);
+    QSignalSpy done(&browser.dialog, &cnbrowser::treeDrawingDone);
+    browser.dialog.setDomainInfo("other.test", "admin", "secret");
+    browser.dialog.createTree();
+    Answer own;
+    own.output = "OU=Own,DC=example,DC=test\n";
+    World::answer("mvedit", own);
+    browser.dialog.setDomainInfo("example.test", "admin", "secret");
+    browser.dialog.createTree();
+    QCOMPARE(done.size(), 0);
+    QVERIFY(done.wait());
+    browser.select("OU=Own");
+    QVERIFY(!done.wait(100));
+}
+
+void TestContainerBrowser::loadIsDrawnForTheDomainThatItWasStartedFor()
+{
+    World::answer("mvedit", {"OU=a,DC=x\n", ""});
+    Browser browser;
+    QSignalSpy done(&browser.dialog, &cnbrowser::treeDrawingDone);
+    browser.dialog.createTree();
+    browser.dialog.setDomainInfo("other.test", "admin", "secret");
+    QVERIFY(done.wait());
+    World::forgetCalls();
+    QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
+    QCOMPARE(World::callsOf("mvedit").first().arguments.at(1), QString("other.test"));
 }
 
 void TestContainerBrowser::drawingWithoutALoaderReportsNothing()

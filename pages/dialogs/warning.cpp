@@ -1,8 +1,8 @@
 #include "pages/dialogs/warning.h"
 #include "ui_warning.h"
 
-#include "pages/dialogs/pendinginput.h"
 #include "pages/dialogs/presentation.h"
+#include "pages/dialogs/queuedinput.h"
 
 #include <QPixmap>
 #include <QPushButton>
@@ -54,6 +54,13 @@ void Warning::showEvent(QShowEvent* event)
 {
     QDialog::showEvent(event);
     presentDialog(this, ui->WarningLabel->toPlainText());
+    afterQueuedInput(this, [this] { isUp = true; });
+}
+
+void Warning::done(int result)
+{
+    if (isUp)
+        QDialog::done(result);
 }
 
 void Warning::setWarning(QString text)
@@ -73,8 +80,6 @@ void Warning::setTitle(QString title)
 
 void showWarning(const QString& text)
 {
-    // A second press of the button that led here must not close the message unread.
-    forgetPendingInput();
     auto* warning = new Warning;
     warning->setWarning(text);
     warning->exec();

@@ -19,11 +19,15 @@ public:
     void setWarning(QString text);
     void setTitle(QString title);
 
+    // Closes the message, but not for what was pressed before it was up.
+    void done(int result) override;
+
 protected:
     void showEvent(QShowEvent* event) override;
 
 private:
     Ui::Warning* ui;
+    bool isUp = false;
 };
 
 // Shows the text in a Warning of its own and returns once the user has closed it. User-interface

@@ -5,6 +5,7 @@
 #include "pages/dialogs/loadcn.h"
 #include "pages/dialogs/loadjoin.h"
 #include "pages/dialogs/loadleave.h"
+#include "pages/dialogs/queuedinput.h"
 #include "pages/dialogs/warning.h"
 #include "pages/joinprogress.h"
 #include "tests/support/wizarddriver.h"
@@ -220,6 +221,10 @@ std::unique_ptr<Scene> open(const QString& name, const Setting& setting)
         scene->window()->activateWindow();
         if (!QTest::qWaitForWindowActive(scene->window()))
             qFatal("%s does not get the focus", entry.name);
+        bool canBeClosed = false;
+        afterQueuedInput(scene->window(), [&canBeClosed] { canBeClosed = true; });
+        if (!QTest::qWaitFor([&canBeClosed] { return canBeClosed; }))
+            qFatal("%s does not come up", entry.name);
         return scene;
     }
     qFatal("There is no scene %s", qPrintable(name));

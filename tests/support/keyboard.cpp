@@ -63,6 +63,7 @@ QStringList KeyDriver::pressReturn()
                          QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
                      });
     activateAgain();
+    waitUntilFree();
     return texts;
 }
 

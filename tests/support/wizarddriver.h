@@ -5,6 +5,7 @@
 #include "tests/support/worldtest.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QLineEdit>
 #include <QWizardPage>
 
@@ -40,10 +41,21 @@ public:
         return wizard.button(which);
     }
 
-    // Presses the button as a person would and returns the texts of the warnings that came up.
+    // Presses the button as a person would and returns the texts of the warnings that came up, once
+    // the wizard can be worked with again.
     QStringList press(QWizard::WizardButton which)
     {
-        return warningsDuring([&] { QTest::mouseClick(button(which), Qt::LeftButton); });
+        const QStringList texts =
+            warningsDuring([&] { QTest::mouseClick(button(which), Qt::LeftButton); });
+        waitUntilFree();
+        return texts;
+    }
+    // During a step nothing can be pressed; the entry About shows it from its begin to its end.
+    void waitUntilFree() const
+    {
+        const auto* about = wizard.findChild<QAction*>();
+        if (!QTest::qWaitFor([about] { return about->isEnabled(); }))
+            qFatal("The wizard stays busy");
     }
     QStringList next()
     {

@@ -1,5 +1,6 @@
 #include "tests/support/worldtest.h"
 
+#include "pages/dialogs/queuedinput.h"
 #include "pages/dialogs/warning.h"
 #include "pages/joinprogress.h"
 #include "system/lowerpriv.h"
@@ -116,7 +117,8 @@ void withModalDialogs(const std::function<void()>& action,
             return;
         handled = dialog;
         QObject::connect(dialog, &QObject::destroyed, &poll, [&handled] { handled = nullptr; });
-        handle(dialog);
+        // Not before: a message can't be closed yet.
+        afterQueuedInput(dialog, [&handle, dialog] { handle(dialog); });
     });
     poll.start(1);
     action();

@@ -141,7 +141,7 @@ void runFault(const Use& use, const Fault& fault, FILE* verdict)
 {
     const int status = fault.exitStatus < 0 ? use.outputStatus : fault.exitStatus;
     readyWorld(use);
-    keepWorkerReady();
+    QThreadPool::globalInstance()->setExpiryTimeout(0);
     const Leftovers before;
     QString seen;
     {
@@ -164,7 +164,7 @@ void runFault(const Use& use, const Fault& fault, FILE* verdict)
 void runShortage(const Use& use, const Shortage& shortage, FILE* verdict)
 {
     readyWorld(use);
-    keepWorkerReady();
+    QThreadPool::globalInstance()->setExpiryTimeout(0);
     const Leftovers before;
     QString seen;
     {

@@ -5,7 +5,7 @@
 
 // Something that the whole program lacks, rather than one tool.
 struct Shortage {
-    enum Kind { Descriptors, Processes, Disk, StandardStreams, Interruptions };
+    enum Kind { Descriptors, Processes, Threads, Disk, StandardStreams, Interruptions };
 
     QString name;
     Kind kind;

@@ -12,6 +12,7 @@ const QString computer = QStringLiteral("my-mac\n");
 const QString boundDomain = QStringLiteral("bound.test");
 const QString complaint = QStringLiteral("Bad credentials\nof this user\n");
 const QString failure = QStringLiteral("It failed\nfor a reason\n");
+const QString typedMeanwhile = QStringLiteral("x");
 const QStringList branches = {"DC=test", "DC=example", "OU=Europe", "OU=Sales"};
 
 namespace {
@@ -72,6 +73,23 @@ Step entering(const QVector<QPair<QString, QString>>& entries)
     return entered;
 }
 
+// The steps to the next page again, with what can be done meanwhile: all at once, and in the wide
+// set also each by itself.
+void addMeanwhile(QVector<Step>& steps, bool wide)
+{
+    const QVector<Step> without = steps;
+    for (Step step : without) {
+        if (step.act != Act::Next)
+            continue;
+        for (const auto meanwhile : {Meanwhile::Type, Meanwhile::Press, Meanwhile::Assist,
+                                     Meanwhile::Close, Meanwhile::All}) {
+            step.meanwhile = meanwhile;
+            if (meanwhile == Meanwhile::All || wide)
+                steps << step;
+        }
+    }
+}
+
 } // namespace
 
 QString Step::text() const
@@ -82,7 +100,10 @@ QString Step::text() const
     static const char* const outcomes[] = {"",      "check fails", "check silent", "check killed",
                                            "bad",   "silent",      "killed",       "cancelled",
                                            "denied"};
+    static const char* const meanwhiles[] = {"", "type", "press", "assist", "close", "all"};
     QStringList words{acts[static_cast<int>(act)]};
+    if (meanwhile != Meanwhile::Nothing)
+        words << QString("(meanwhile %1)").arg(meanwhiles[static_cast<int>(meanwhile)]);
     if (outcome != Outcome::Good)
         words << '(' + QString(outcomes[static_cast<int>(outcome)]) + ')';
     if (!widget.isEmpty())
@@ -134,6 +155,7 @@ View Rules::take(const Step& step)
         break;
     case Act::Next:
         next(step.outcome);
+        hear(step.meanwhile);
         break;
     case Act::Back:
         back();
@@ -493,6 +515,18 @@ bool Rules::leave(Outcome outcome)
     return status == 0;
 }
 
+// What is pressed or closed while the program is busy counts for nothing. What is typed is for the
+// first edit of the page that follows, but not where a message or a progress dialog took it.
+void Rules::hear(Meanwhile meanwhile)
+{
+    if ((meanwhile != Meanwhile::Type && meanwhile != Meanwhile::All) || !dialogs.isEmpty())
+        return;
+    if (history.last() == 2)
+        on.bindUser += typedMeanwhile;
+    else if (history.last() == 3)
+        on.domain += typedMeanwhile;
+}
+
 // --- What a person does on a page
 
 void Rules::enter(const QString& edit, const QString& text)
@@ -730,6 +764,7 @@ QVector<Step> Rules::steps(bool wide) const
     }
     if (mac.detour != Machine::None)
         found << step(Act::Flags);
+    addMeanwhile(found, wide);
     if (wide)
         found << step(Act::About) << step(Act::Outside) << step(Act::Close);
     return found;

@@ -25,6 +25,16 @@ enum class Outcome {
     Denied
 };
 
+// What is done while the tools of a step keep the program busy.
+enum class Meanwhile {
+    Nothing,
+    Type,   // a letter
+    Press,  // Return, Escape and a click on Next
+    Assist, // presses of Next, Back and Finish by an assistive tool
+    Close,  // the window
+    All
+};
+
 enum class Act {
     Start,  // of the program
     Next,   // the wizard's buttons
@@ -44,6 +54,7 @@ enum class Act {
 struct Step {
     Act act = Act::Start;
     Outcome outcome = Outcome::Good;
+    Meanwhile meanwhile = Meanwhile::Nothing;
     QString widget; // pressed, or the item chosen
     QVector<QPair<QString, QString>> entries;
 
@@ -81,6 +92,7 @@ extern const QString computer;
 extern const QString boundDomain;
 extern const QString complaint;    // the check's, two lines
 extern const QString failure;      // the join's and leave's, two lines
+extern const QString typedMeanwhile;
 extern const QStringList branches; // of the container tree, from the root
 
 class Rules
@@ -153,6 +165,7 @@ private:
     bool join(Outcome outcome);
     bool leave(Outcome outcome);
     int runHelper(const QStringList& arguments, Outcome outcome, QString* output);
+    void hear(Meanwhile meanwhile);
     void enter(const QString& edit, const QString& text);
     void press(const QString& widget);
     void browse(Outcome outcome);

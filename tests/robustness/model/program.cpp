@@ -7,9 +7,11 @@
 #include "system/lowerpriv.h"
 #include "tests/support/worldtest.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QCheckBox>
 #include <QDialogButtonBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -104,7 +106,8 @@ QString described(const QWidget* widget)
         return '[' + edit->text() + ']' + end;
     if (const auto* button = qobject_cast<const QAbstractButton*>(widget)) {
         const QString state = button->isChecked() ? " on" : " off";
-        return button->text() + (button->isCheckable() ? state : QString()) + end;
+        return button->text() + (button->isCheckable() ? state : QString()) +
+               (button->isDown() ? " down" : "") + end;
     }
     return {};
 }
@@ -135,7 +138,10 @@ bool Program::eventFilter(QObject* object, QEvent* event)
     if (auto* warning = qobject_cast<Warning*>(dialog)) {
         dialogs << child<QTextBrowser>(warning, "WarningLabel")->toPlainText();
         auto* box = child<QDialogButtonBox>(warning, "buttonBox");
-        QTimer::singleShot(0, box->button(QDialogButtonBox::Ok), &QAbstractButton::click);
+        auto* press = new QTimer(dialog); // again until it is up, and closes
+        connect(press, &QTimer::timeout, box->button(QDialogButtonBox::Ok),
+                &QAbstractButton::click);
+        press->start(0);
     } else if (dialog->objectName() == "about") {
         dialogs << dialog->objectName();
         QTimer::singleShot(0, dialog, &QDialog::reject);
@@ -171,6 +177,7 @@ View Program::take(const Step& step, const Machine& machine)
         start();
         break;
     case Act::Next:
+        queue(step.meanwhile);
         wizard->button(QWizard::NextButton)->click();
         break;
     case Act::Back:
@@ -208,6 +215,9 @@ View Program::take(const Step& step, const Machine& machine)
         joining = !joining;
         break;
     }
+    const auto* about = child<QAction>(wizard.get(), "");
+    while (!about->isEnabled())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     // No thread may be left when this process forks.
     QThreadPool::globalInstance()->waitForDone();
 
@@ -229,6 +239,40 @@ View Program::take(const Step& step, const Machine& machine)
         view.commands << words.join('|');
     }
     return view;
+}
+
+// What is done while a tool keeps the program busy is heard of after the tool's end.
+void Program::queue(Meanwhile meanwhile) const
+{
+    QWindow* window = wizard->windowHandle();
+    const bool all = meanwhile == Meanwhile::All;
+    const auto type = [window](int key, const QString& text) {
+        QCoreApplication::postEvent(window,
+                                    new QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier, text));
+    };
+    if (all || meanwhile == Meanwhile::Type)
+        type(Qt::Key_X, typedMeanwhile);
+    if (all || meanwhile == Meanwhile::Press) {
+        type(Qt::Key_Return, "\r");
+        type(Qt::Key_Escape, {});
+        const auto* button = wizard->button(QWizard::NextButton);
+        const QPointF place = button->mapTo(wizard.get(), button->rect().center());
+        for (const auto event : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
+            QCoreApplication::postEvent(window, new QMouseEvent(event, place, Qt::LeftButton,
+                                                                Qt::LeftButton, Qt::NoModifier));
+    }
+    if (all || meanwhile == Meanwhile::Assist) {
+        for (const auto which : {QWizard::NextButton, QWizard::BackButton, QWizard::FinishButton})
+            QMetaObject::invokeMethod(
+                wizard.get(),
+                [button = wizard->button(which)] {
+                    QAccessible::queryAccessibleInterface(button)->actionInterface()->doAction(
+                        QAccessibleActionInterface::pressAction());
+                },
+                Qt::QueuedConnection);
+    }
+    if (all || meanwhile == Meanwhile::Close)
+        QCoreApplication::postEvent(window, new QEvent(QEvent::Close));
 }
 
 void Program::press(const QString& widget)

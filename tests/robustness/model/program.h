@@ -27,6 +27,7 @@ private:
     void start();
     void browse();
     void choose(const QString& item);
+    void queue(Model::Meanwhile meanwhile) const;
     void press(const QString& widget);
     QDialog* openBrowser() const;
     QMap<QString, QString> widgets() const;

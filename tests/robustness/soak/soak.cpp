@@ -194,7 +194,7 @@ int main(int argc, char** argv)
     parser.process(application);
     if (parser.isSet("workers"))
         QThreadPool::globalInstance()->setMaxThreadCount(parser.value("workers").toInt());
-    keepWorkerReady();
+    QThreadPool::globalInstance()->setExpiryTimeout(-1);
     fillPool();
 
     const auto number = [&parser](const char* name) { return parser.value(name).toInt(); };
