@@ -148,6 +148,22 @@ bool Desktop::pressIn(const QString& window, const QString& key) const
     return true;
 }
 
+void Desktop::key(const QStringList& keys) const
+{
+    ask(QStringLiteral("xdotool"), QStringList{"key", "--delay", "1"} + keys);
+}
+
+void Desktop::pointAt(const QString& window, const QPoint& place) const
+{
+    ask(QStringLiteral("xdotool"),
+        {"mousemove", "--window", window, QString::number(place.x()), QString::number(place.y())});
+}
+
+void Desktop::click() const
+{
+    ask(QStringLiteral("xdotool"), {"click", "1"});
+}
+
 void Desktop::clickInto(const QString& window) const
 {
     ask(QStringLiteral("xdotool"), {"mousemove", "--window", window, "20", "20", "click", "1"});

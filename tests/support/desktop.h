@@ -36,6 +36,11 @@ public:
     // Presses a key ("Return", "alt+F4") once the window has the keyboard focus; false when it
     // never gets it.
     bool pressIn(const QString& window, const QString& key) const;
+    // Presses keys one after the other, for whoever has the keyboard.
+    void key(const QStringList& keys) const;
+    // Moves the pointer to a place in the window, and clicks where it is.
+    void pointAt(const QString& window, const QPoint& place) const;
+    void click() const;
     // Clicks into the window near its upper left corner, as who wants it in front does.
     void clickInto(const QString& window) const;
 

@@ -1,0 +1,381 @@
+// What a person does while a tool keeps the program busy, from outside: real keys and clicks, and
+// presses of a screen reader's, at moments of a step that lasts a while. MOMENTS in the environment
+// tells how many.
+
+#include "tests/support/program.h"
+#include "tests/support/screenreader.h"
+#include "tests/support/worldtest.h"
+
+#include <QElapsedTimer>
+
+namespace {
+
+constexpr int stepLasts = 300;    // ms
+constexpr int watchedAfter = 300; // ms
+
+const QPoint nextButton(740, 575); // in the wizard's window
+
+std::unique_ptr<Desktop> desktop;
+std::unique_ptr<ScreenReader> reader;
+
+// The program on the desktop, from its start to its end.
+class Assistant
+{
+public:
+    Assistant()
+    {
+        process.setProcessEnvironment(reader->environment());
+        process.start(ASSISTANT_PROGRAM, QStringList());
+        window = desktop->waitForWindow("Morvanta Join Assistant");
+        if (window.isEmpty())
+            qFatal("The wizard does not come up");
+    }
+    ~Assistant()
+    {
+        process.kill();
+        process.waitForFinished();
+    }
+
+    // Presses Return once the wizard has the keyboard, and waits for the run of the tool.
+    bool nextRuns(const QString& tool) const
+    {
+        World::forgetCalls();
+        return desktop->pressIn(window, "Return") && ran(tool);
+    }
+    // Presses Return on the first page, and waits until the next one, which alone has a way back,
+    // can be worked with.
+    bool goesToFirstEntries(const QString& tool) const
+    {
+        return nextRuns(tool) && reader->await("Go Back");
+    }
+    static bool ran(const QString& tool)
+    {
+        return QTest::qWaitFor([&tool] { return !World::callsOf(tool).isEmpty(); }, 20000);
+    }
+    bool isUp() const
+    {
+        return process.state() == QProcess::Running && desktop->windows().contains(window);
+    }
+
+    QProcess process;
+    QString window;
+};
+
+QStringList typed(const QString& text)
+{
+    QStringList keys;
+    for (const QChar& character : text)
+        keys << (character == '\t'  ? QString("Tab")
+                 : character == ' ' ? QString("space")
+                 : character == '.' ? QString("period")
+                                    : QString(character));
+    return keys;
+}
+
+Answer heldAnswer(const QByteArray& output = {}, int exitStatus = 0)
+{
+    Answer answer;
+    answer.output = output;
+    answer.exitStatus = exitStatus;
+    answer.held = true;
+    return answer;
+}
+
+// A held tool that has begun is let end after a while; the action comes at its moment, in ms from
+// the tool's begin.
+void duringStep(const QString& command, int moment, const std::function<void()>& action)
+{
+    QElapsedTimer time;
+    time.start();
+    bool released = false;
+    bool done = false;
+    while (!released || !done || time.elapsed() < stepLasts + watchedAfter) {
+        if (!released && time.elapsed() >= stepLasts) {
+            World::release(command);
+            released = true;
+        }
+        if (!done && time.elapsed() >= moment) {
+            action();
+            done = true;
+        }
+        QTest::qWait(1);
+    }
+}
+
+void addMoments(const QStringList& ways)
+{
+    QTest::addColumn<QString>("way");
+    QTest::addColumn<int>("moment");
+    const int count = qMax(2, qEnvironmentVariableIntValue("MOMENTS"));
+    for (const QString& way : ways) {
+        // The last one is after the step's end, where a press may count already.
+        for (int i = 0; i < count; ++i) {
+            const int moment = i * stepLasts / count;
+            QTest::addRow("%s at %d ms", qPrintable(way), moment) << way << moment;
+        }
+    }
+}
+
+void press(const QString& way, const QString& caption)
+{
+    if (way == "assistive")
+        reader->press(caption);
+    else if (way == "click")
+        desktop->click();
+    else
+        desktop->key({way});
+}
+
+} // namespace
+
+class TestBusy : public WorldTest
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void textArrivesOnThePageThatFollows_data();
+    void textArrivesOnThePageThatFollows();
+    void textBeyondTheLastEditIsForNone_data();
+    void textBeyondTheLastEditIsForNone();
+    void aMessageTakesNoText_data();
+    void aMessageTakesNoText();
+    void pressesDuringACheckJoinNobody_data();
+    void pressesDuringACheckJoinNobody();
+    void pressesDuringAJoinStartNoSecond_data();
+    void pressesDuringAJoinStartNoSecond();
+    void pressesDuringALeaveStartNoSecond_data();
+    void pressesDuringALeaveStartNoSecond();
+    void closingDuringAStepKeepsItsOutcome_data();
+    void closingDuringAStepKeepsItsOutcome();
+    void aPressCountsAsSoonAsThePageIsUp();
+    void aPressClosesAMessageAsSoonAsItIsUp();
+};
+
+void TestBusy::init()
+{
+    WorldTest::init();
+    desktop = std::make_unique<Desktop>();
+    reader = std::make_unique<ScreenReader>(*desktop);
+}
+
+void TestBusy::cleanup()
+{
+    reader.reset();
+    desktop.reset();
+    WorldTest::cleanup();
+}
+
+void TestBusy::textArrivesOnThePageThatFollows_data()
+{
+    addMoments({"text"});
+}
+
+void TestBusy::textArrivesOnThePageThatFollows()
+{
+    QFETCH(int, moment);
+    Assistant assistant;
+    World::answer("dsconfigad", heldAnswer("You are not bound to any directory.\n"));
+    QVERIFY(assistant.nextRuns("dsconfigad"));
+    duringStep("dsconfigad", moment, [] { desktop->key(typed("corp.test\tadm\tsec ret")); });
+    QVERIFY(assistant.nextRuns("mvedit"));
+    QCOMPARE(World::callsOf("mvedit").first().arguments.mid(1),
+             QStringList({"corp.test", "adm", "sec ret"}));
+}
+
+void TestBusy::textBeyondTheLastEditIsForNone_data()
+{
+    addMoments({"text"});
+}
+
+// Of the three texts the page has edits for two; the third must not stand in the open in the first.
+void TestBusy::textBeyondTheLastEditIsForNone()
+{
+    QFETCH(int, moment);
+    Assistant assistant;
+    World::answer("dsconfigad -show", heldAnswer("\nActive Directory Forest = example.test\n"
+                                                 "Active Directory Domain = example.test\n"));
+    QVERIFY(assistant.nextRuns("dsconfigad"));
+    duringStep("dsconfigad -show", moment, [] { desktop->key(typed("corp.test\tadm\tsecret")); });
+    QCOMPARE(World::callsOf("mvedit").size(), 0);
+    desktop->key({"shift+Tab"}); // from the button behind the edits
+    QVERIFY(assistant.nextRuns("mvedit"));
+    QCOMPARE(World::callsOf("mvedit").first().arguments.mid(1),
+             QStringList({"example.test", "corp.test", "adm"}));
+}
+
+void TestBusy::aMessageTakesNoText_data()
+{
+    addMoments({"text"});
+}
+
+void TestBusy::aMessageTakesNoText()
+{
+    QFETCH(int, moment);
+    Assistant assistant;
+    QVERIFY(assistant.goesToFirstEntries("mvinfo"));
+    desktop->key(typed("corp.test"));
+    World::answer("mvedit", heldAnswer("No such domain\n", 1));
+    QVERIFY(assistant.nextRuns("mvedit"));
+    duringStep("mvedit", moment, [] {
+        desktop->key(typed("more") + QStringList{"Escape", "space", "Return"});
+    });
+    const QString warning = desktop->waitForWindow("WARNING");
+    QVERIFY(!warning.isEmpty());
+    QVERIFY(desktop->pressIn(warning, "Return"));
+    QVERIFY(assistant.nextRuns("mvedit"));
+    QCOMPARE(World::callsOf("mvedit").first().arguments.mid(1),
+             QStringList({"corp.test", "Administrator", ""}));
+}
+
+void TestBusy::pressesDuringACheckJoinNobody_data()
+{
+    addMoments({"assistive", "Return", "click", "space"});
+}
+
+void TestBusy::pressesDuringACheckJoinNobody()
+{
+    QFETCH(QString, way);
+    QFETCH(int, moment);
+    Assistant assistant;
+    QVERIFY(assistant.goesToFirstEntries("mvinfo"));
+    QVERIFY(way != "assistive" || reader->await("Continue"));
+    desktop->pointAt(assistant.window, nextButton);
+    World::answer("mvedit", heldAnswer());
+    QVERIFY(assistant.nextRuns("mvedit"));
+    duringStep("mvedit", moment, [&way] {
+        for (int i = 0; i < 3; ++i)
+            press(way, "Continue");
+    });
+    const bool ok = reader->await("Join");
+    if (!ok) {
+        QProcess p;
+        p.setProcessEnvironment(desktop->environment());
+        p.start("import", {"-window", "root", "/dev/shm/shot.png"});
+        p.waitForFinished();
+    }
+    QVERIFY(ok);
+    QCOMPARE(World::callsOf("mvedit").size(), 1);
+    QCOMPARE(World::callsOf("gui_helper_tool").size(), 0);
+}
+
+void TestBusy::pressesDuringAJoinStartNoSecond_data()
+{
+    QTest::addColumn<QString>("caption");
+    QTest::newRow("Join") << "Join";
+    QTest::newRow("Go Back") << "Go Back";
+    QTest::newRow("Browse") << "Browse";
+    QTest::newRow("About") << "About";
+}
+
+void TestBusy::pressesDuringAJoinStartNoSecond()
+{
+    QFETCH(QString, caption);
+    Assistant assistant;
+    QVERIFY(assistant.goesToFirstEntries("mvinfo"));
+    desktop->key(typed("corp.test\tadm\tsecret"));
+    QVERIFY(assistant.nextRuns("mvedit"));
+    QVERIFY(desktop->pressIn(assistant.window, "ctrl+shift+A"));
+    QVERIFY(reader->await(caption));
+    Answer join = heldAnswer();
+    join.reportsPid = true;
+    World::answer("gui_helper_tool", join);
+    QVERIFY(assistant.nextRuns("gui_helper_tool"));
+    duringStep("gui_helper_tool", 100, [&caption] { reader->press(caption); });
+    QVERIFY(reader->await("Done"));
+    QCOMPARE(World::callsOf("gui_helper_tool").size(), 1);
+    QCOMPARE(World::callsOf("mvedit").size(), 0);
+    QCOMPARE(desktop->windows(), QStringList{assistant.window});
+}
+
+void TestBusy::pressesDuringALeaveStartNoSecond_data()
+{
+    QTest::addColumn<QString>("caption");
+    QTest::newRow("Leave") << "Leave";
+    QTest::newRow("Go Back") << "Go Back";
+    QTest::newRow("About") << "About";
+}
+
+void TestBusy::pressesDuringALeaveStartNoSecond()
+{
+    QFETCH(QString, caption);
+    World::setJoined();
+    Assistant assistant;
+    QVERIFY(assistant.goesToFirstEntries("mvinfo"));
+    QVERIFY(reader->await(caption));
+    Answer leave = heldAnswer();
+    leave.reportsPid = true;
+    World::answer("gui_helper_tool", leave);
+    QVERIFY(assistant.nextRuns("gui_helper_tool"));
+    duringStep("gui_helper_tool", 100, [&caption] { reader->press(caption); });
+    QVERIFY(reader->await("Done"));
+    QCOMPARE(World::callsOf("gui_helper_tool").size(), 1);
+    QCOMPARE(desktop->windows(), QStringList{assistant.window});
+}
+
+void TestBusy::closingDuringAStepKeepsItsOutcome_data()
+{
+    QTest::addColumn<bool>("bound");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<int>("moment");
+    const int count = qMax(2, qEnvironmentVariableIntValue("MOMENTS"));
+    for (int i = 0; i < count; ++i) {
+        const int moment = i * stepLasts / count;
+        QTest::addRow("check refused, %d ms", moment) << false << 1 << moment;
+        QTest::addRow("check passed, %d ms", moment) << false << 0 << moment;
+        QTest::addRow("unbinding, %d ms", moment) << true << 0 << moment;
+    }
+}
+
+void TestBusy::closingDuringAStepKeepsItsOutcome()
+{
+    QFETCH(bool, bound);
+    QFETCH(int, status);
+    QFETCH(int, moment);
+    if (bound)
+        World::setBound();
+    Assistant assistant;
+    QVERIFY(assistant.goesToFirstEntries("dsconfigad"));
+    World::answer("mvedit", heldAnswer("refused\n", status));
+    QVERIFY(assistant.nextRuns("mvedit"));
+    duringStep("mvedit", moment, [] { desktop->key({"alt+F4"}); });
+    if (bound || status != 0) {
+        const QString warning = desktop->waitForWindow("WARNING");
+        QVERIFY(!warning.isEmpty());
+        QVERIFY(assistant.isUp());
+        QVERIFY(desktop->pressIn(warning, "Return"));
+    }
+    QVERIFY(reader->await(status == 0 && !bound ? "Join" : "Continue"));
+    QVERIFY(assistant.isUp());
+}
+
+void TestBusy::aPressCountsAsSoonAsThePageIsUp()
+{
+    for (int i = 0; i < qMax(2, qEnvironmentVariableIntValue("MOMENTS")); ++i) {
+        Assistant assistant;
+        QVERIFY(assistant.goesToFirstEntries("mvinfo"));
+        QVERIFY(assistant.nextRuns("mvedit"));
+        QVERIFY(reader->await("Join"));
+        desktop->key({"Return"});
+        QVERIFY(Assistant::ran("gui_helper_tool"));
+    }
+}
+
+void TestBusy::aPressClosesAMessageAsSoonAsItIsUp()
+{
+    for (int i = 0; i < qMax(2, qEnvironmentVariableIntValue("MOMENTS")); ++i) {
+        Answer refused;
+        refused.exitStatus = 1;
+        World::answer("mvedit", refused);
+        Assistant assistant;
+        QVERIFY(assistant.goesToFirstEntries("mvinfo"));
+        QVERIFY(assistant.nextRuns("mvedit"));
+        QVERIFY(reader->await("OK"));
+        reader->press("OK");
+        QTRY_COMPARE(desktop->windows(), QStringList{assistant.window});
+    }
+}
+
+WORLD_TEST_MAIN(TestBusy)
+#include "tst_busy.moc"

@@ -1,0 +1,77 @@
+"""Presses buttons as a screen reader's user does, over the accessibility bus. Reads commands, one a
+line, and answers each with a line once it has been done:
+
+await CAPTION   waits until a button with this caption is shown and can be pressed, and keeps it
+press CAPTION   presses the button that was kept under this caption, whatever it reads by now"""
+import subprocess
+import sys
+import time
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, Gio, GLib  # noqa: E402
+
+kept = {}
+
+
+def buttons(widget):
+    if widget.get_role_name() in ("push button", "toggle button"):
+        yield widget
+    for i in range(widget.get_child_count()):
+        child = widget.get_child_at_index(i)
+        if child is not None:
+            yield from buttons(child)
+
+
+def find(caption):
+    while GLib.MainContext.default().iteration(False):
+        pass  # the events by which what is known of the widgets is kept current
+    desktop = Atspi.get_desktop(0)
+    desktop.clear_cache()
+    for button in buttons(desktop):
+        states = button.get_state_set()
+        if (button.get_name() == caption and states.contains(Atspi.StateType.SHOWING)
+                and states.contains(Atspi.StateType.ENABLED)):
+            return button
+    return None
+
+
+def await_button(caption):
+    end = time.monotonic() + 20
+    while time.monotonic() < end:
+        try:
+            kept[caption] = find(caption)
+            if kept[caption] is not None:
+                return "shown"
+        except GLib.Error:
+            pass  # its program is busy, or has gone
+        time.sleep(0.005)
+    return "not shown"
+
+
+def press(caption):
+    Atspi.set_timeout(1, 1)  # the press is sent; its program answers when it is no longer busy
+    try:
+        kept[caption].do_action(0)
+    except GLib.Error:
+        pass
+    Atspi.set_timeout(500, 5000)
+    return "pressed"
+
+
+def offer_bus():
+    """Where the framework looks for the accessibility bus first."""
+    address = Gio.bus_get_sync(Gio.BusType.SESSION).call_sync(
+        "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None,
+        Gio.DBusCallFlags.NONE, 20000).unpack()[0]
+    subprocess.run(["xprop", "-root", "-format", "AT_SPI_BUS", "8s", "-set", "AT_SPI_BUS",
+                    address], check=True)
+
+
+offer_bus()
+Atspi.set_timeout(500, 5000)
+print("ready", flush=True)
+for line in sys.stdin:
+    command, _, text = line.strip().partition(" ")
+    print(await_button(text) if command == "await" else press(text), flush=True)
