@@ -37,7 +37,7 @@ double processorTime()
 
 void measure(benchmark::State& state, const std::function<void()>& action)
 {
-    // What making the inputs has freed goes back, so that it neither helps nor hinders.
+    // Freed memory goes back to the system, so that making the inputs changes no figure.
     malloc_trim(0);
     for ([[maybe_unused]] auto run : state) {
         const double start = processorTime();

@@ -57,7 +57,7 @@ void bareWizardStarts(benchmark::State& state)
     }
 }
 
-// Real time: what the user waits for a probe, its process included.
+// Real time, with the process of the probe: how long the user waits for it.
 template <typename Probe> void probe(benchmark::State& state, Probe run)
 {
     for ([[maybe_unused]] auto once : state)

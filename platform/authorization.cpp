@@ -14,7 +14,7 @@ struct AuthorizationOpaqueRef {
 
 namespace {
 
-// A started tool, held by a descriptor since the caller may have waited for its process id already.
+// A started tool, known by a descriptor: its process id is free again once the caller has waited.
 struct Tool {
     int stream;
     int process;
@@ -63,10 +63,10 @@ ssize_t writeTool(void* tool, const char* buffer, size_t size)
 {
     const int stream = static_cast<Tool*>(tool)->stream;
     const ssize_t sent = TEMP_FAILURE_RETRY(send(stream, buffer, size, MSG_NOSIGNAL));
-    return sent < 0 ? 0 : sent; // a stream's way to tell of a failure
+    return sent < 0 ? 0 : sent; // which tells the stream of a failure
 }
 
-// A tool that nobody has waited for must not stay behind as a zombie.
+// Waits for the tool, unless the caller has.
 int closeTool(void* cookie)
 {
     auto* tool = static_cast<Tool*>(cookie);

@@ -19,7 +19,7 @@ QString baseName(const QByteArray& path)
     return QString::fromUtf8(path.mid(path.lastIndexOf('/') + 1));
 }
 
-// The tool among the words: what an interpreter runs, unless that is a line of its own.
+// Where the tool stands among the words: after an interpreter, unless that gets an option.
 int toolAmong(const QList<QByteArray>& words)
 {
     static const QStringList interpreters = {"env", "bash", "sh", "perl", "tclsh", "tclsh8.6"};
@@ -30,7 +30,7 @@ int toolAmong(const QList<QByteArray>& words)
     return tool;
 }
 
-// Only of the folder's own file system: another one below it is no temporary folder's.
+// The files below a folder on its own file system that hold the text.
 QStringList filesWith(const QByteArray& text, const QString& folder)
 {
     QStringList found;

@@ -68,7 +68,7 @@ void record(int argc, char** argv)
     close(calls);
 }
 
-// Whole, or as far as somebody reads.
+// Writes everything, or until the reader is gone.
 void writeAll(int descriptor, const std::string& text)
 {
     size_t done = 0;
@@ -88,7 +88,7 @@ struct Answer {
     std::string output;
 };
 
-// As World::answer() wrote it; without a file that of a tool that does nothing.
+// What World::answer() wrote; without a file, the answer of a tool that does nothing.
 Answer readAnswer(const std::string& path)
 {
     Answer answer;
@@ -126,7 +126,7 @@ int main(int argc, char** argv)
     }
     writeAll(STDERR_FILENO, answer.errors);
     writeAll(STDOUT_FILENO, answer.output);
-    // Nobody releases the tool of a test that was killed.
+    // Ends with the test, too: one that was killed releases no tool.
     const pid_t caller = getppid();
     while (exists(path + ".held") && getppid() == caller)
         usleep(1000);

@@ -1,5 +1,5 @@
 #pragma once
-// What the assistant calls of the Mac's authorization service, for systems without it: the same
+// The part of the Mac's authorization service that the assistant uses, for other systems: the same
 // names, contract and codes.
 
 #include <cstdint>

@@ -24,7 +24,7 @@ namespace {
 
 // --- The faults
 
-// What a tool can write, at once and after its process id, before somebody reads.
+// The bytes that a tool can write after its process id before anything is read.
 int socketCapacity()
 {
     int ends[2];
@@ -183,7 +183,7 @@ void runShortage(const Use& use, const Shortage& shortage, FILE* verdict)
     }
     const QString expected = shortage.expected(use.name);
     QStringList left = before.left();
-    // Of a script that could not be forked the framework's object is left behind.
+    // The loader leaves the QProcess of a failed fork behind, with one descriptor.
     if (shortage.kind == Shortage::Processes && use.name == "containers")
         left.removeAll("1 descriptors");
     report(verdict, seen, seen.startsWith(expected) ? seen : expected, left);

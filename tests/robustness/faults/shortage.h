@@ -10,7 +10,7 @@ struct Shortage {
     QString name;
     Kind kind;
 
-    // How that begins which is to be seen of a use, by the rules.
+    // How the text begins that is to be seen for a use.
     QString expected(const QString& use) const;
 };
 

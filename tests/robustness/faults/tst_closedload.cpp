@@ -12,7 +12,7 @@
 
 namespace {
 
-// By this name the script of this process is told from those of tests that run beside it.
+// A name of this process's own, as other tests run the same script at the same time.
 const QString user = QStringLiteral("admin-%1").arg(getpid());
 
 } // namespace
@@ -85,8 +85,7 @@ void TestClosedLoad::aFailureDuringACheckIsToldInAMessageThatCloses_data()
     QTest::newRow("the check fails") << 1 << QStringList{browsing, "Validation of"} << 3;
 }
 
-// The script's end is heard where the clicks of a busy window are forgotten, and the message about
-// it has to hear clicks.
+// Clicks on the busy window are dropped while the check runs; those on the message must not be.
 void TestClosedLoad::aFailureDuringACheckIsToldInAMessageThatCloses()
 {
     QFETCH(int, exitStatus);

@@ -81,7 +81,7 @@ QString checkComplaint(const Fault& fault)
         return "sh: 1: /usr/local/bin/mvedit: not found";
     if (fault.place != Fault::InPlace)
         return "sh: 1: /usr/local/bin/mvedit: Permission denied";
-    // A tool that is killed in mid-line leaves the shell to say so.
+    // The shell reports a killed tool itself.
     const bool killed = fault.signal != 0 && fault.signal != SIGSTOP;
     return killed ? QString(strsignal(fault.signal))
                   : Reference::decoded(fault.output).section('\n', 0, 0);

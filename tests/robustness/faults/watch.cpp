@@ -66,7 +66,7 @@ bool endTools(qint64 ancestor, bool kill)
     return found;
 }
 
-// What a shell says of a missing tool is of no interest here.
+// Drops what shells print about missing tools.
 void silenceErrors()
 {
     const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);

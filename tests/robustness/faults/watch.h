@@ -12,9 +12,8 @@ class Leftovers
 public:
     // Notes how many descriptors there are, once the pool's threads are idle.
     Leftovers();
-    // What is there and should not be: more or fewer descriptors, a thread that is none of the
-    // pool's, a child process, a window. Waits for the pool's threads to become idle; one that
-    // never does is a row that hangs.
+    // What differs from then: descriptors, threads outside the pool, child processes, windows.
+    // Waits until the pool is idle; a row whose pool stays busy hangs.
     QStringList left() const;
 
 private:

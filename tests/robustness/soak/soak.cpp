@@ -24,7 +24,7 @@
 namespace {
 
 constexpr int containers = 5000;
-// What is painted only when a dialog stays up long enough fills a cache, once, in bytes.
+// Bytes for caches that are filled once, when a dialog stays up long enough to be painted.
 constexpr qint64 caches = 32768;
 
 int entries(const char* folder)
@@ -32,7 +32,7 @@ int entries(const char* folder)
     return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size();
 }
 
-// Of all threads, dead and alive.
+// Child processes of all threads, ended or not.
 int children()
 {
     int count = 0;
@@ -54,8 +54,8 @@ struct Level {
     size_t memory = mallinfo2().uordblks;
 };
 
-// Starts all threads of the pool, which would otherwise each start when all others happen to be
-// busy: the descriptor that wakes one and its memory belong to the level before.
+// Starts all threads of the pool now, so that none starts during a measurement, which would count
+// its descriptor and memory.
 void fillPool()
 {
     waitForIdleThreads();
@@ -73,8 +73,8 @@ void fillPool()
     waitForIdleThreads();
 }
 
-// What a thread has freed counts as in use as long as it is in the thread's own cache, of which the
-// C library learns only at its start that there is to be none.
+// The C library counts what is in a thread's cache as in use. The cache can be turned off by the
+// environment only, when the program starts.
 void countMemoryExactly(char** argv)
 {
     const char* const tunables = "GLIBC_TUNABLES";
@@ -84,11 +84,12 @@ void countMemoryExactly(char** argv)
     execv("/proc/self/exe", argv);
 }
 
-// Does it some times to fill all caches, then as often as wanted. `allowed` is in bytes for each.
+// Runs the action a few times to fill all caches, then `count` times. Each run may keep `allowed`
+// bytes.
 bool soak(const char* name, int count, qint64 allowed, const std::function<void(int)>& action)
 {
     int done = 0;
-    // A person takes longer than a thread to put its task away.
+    // Waits as a person would, who is slower than a thread at the end of its task.
     const auto run = [&] {
         action(done++);
         waitForIdleThreads();
