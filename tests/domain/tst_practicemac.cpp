@@ -24,7 +24,7 @@ int connectionTo(const QString& address)
 {
     return QProcess::execute(
         "/usr/bin/timeout",
-        {"1", "/bin/bash", "-c", "exec 3<>/dev/tcp/" + address + "/389 2>/dev/null"});
+        {"3", "/bin/bash", "-c", "exec 3<>/dev/tcp/" + address + "/389 2>/dev/null"});
 }
 
 void packets(const QString& fate, const QString& address)
