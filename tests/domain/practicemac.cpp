@@ -69,7 +69,9 @@ bool PracticeMac::isJoined()
 
 void DomainTest::goToJoin(WizardDriver* wizard, const QString& computerName, const QString& user)
 {
-    wizard->goToJoinOptions(PracticeMac::domain, user, PracticeMac::password);
+    wizard->goToCredentials();
+    wizard->enterCredentials(PracticeMac::domain, user, PracticeMac::password);
+    QCOMPARE(wizard->next().join('\n'), QString());
     QCOMPARE(wizard->page(), 4);
     wizard->type(QStringLiteral("ComputerNameEdit"), computerName);
 }
