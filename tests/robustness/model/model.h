@@ -90,8 +90,8 @@ extern const QString domain;
 extern const QString zone;
 extern const QString computer;
 extern const QString boundDomain;
-extern const QString complaint;    // the check's, two lines
-extern const QString failure;      // the join's and leave's, two lines
+extern const QString complaint; // the check's, two lines
+extern const QString failure;   // the join's and leave's, two lines
 extern const QString typedMeanwhile;
 extern const QStringList branches; // of the container tree, from the root
 
