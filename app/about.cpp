@@ -1,7 +1,7 @@
 #include "app/about.h"
 #include "ui_about.h"
 
-#include "pages/dialogs/presentation.h"
+#include "widgets/presentation.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -11,8 +11,7 @@ int main(int argc, char* argv[])
     QApplication application(argc, argv);
     Wizard wizard;
     wizard.show();
-    // Only now, deliberately: Qt has brought the application kit up by itself, and the autorelease
-    // pool is to serve the event loop, not the making of the window.
+    // Created after show(): its autorelease pool serves the event loop.
     CocoaInitializer initializer;
     return QApplication::exec();
 }

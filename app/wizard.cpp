@@ -2,8 +2,9 @@
 #include "ui_wizard.h"
 
 #include "app/about.h"
-#include "pages/dialogs/queuedinput.h"
-#include "pages/joinprogress.h"
+#include "pages/joinflags.h"
+#include "pages/pageids.h"
+#include "widgets/queuedinput.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -16,12 +17,7 @@
 
 namespace {
 
-// Page ids as the order of the pages in the form gives them.
-constexpr int interimPage = 1;
-constexpr int systemDirectoryPage = 2;
-constexpr int credentialsPage = 3;
-constexpr int cloudPage = 5;
-constexpr int leavePage = 6;
+constexpr QSize pictureSize(170, 600);
 
 } // namespace
 
@@ -82,21 +78,16 @@ void Wizard::offerAboutBesidePages()
     setTabOrder(button(QWizard::FinishButton), aboutButton);
 }
 
-// As QWizard paints it, but with as many pixels as a dense screen can show, and mirrored where the
-// pages stand on the left.
+// Paints the picture with twice the pixels where the screen shows them.
 void Wizard::paintEvent(QPaintEvent*)
 {
-    QPainter painter(this);
-    if (isRightToLeft()) {
-        painter.translate(width(), 0);
-        painter.scale(-1, 1);
-    }
-    painter.drawPixmap(rect(), devicePixelRatioF() > 1
-                                   ? QPixmap(QStringLiteral(":/sharp/background.png"))
-                                   : pixmap(QWizard::BackgroundPixmap));
+    const QRect place(QPoint(isRightToLeft() ? width() - pictureSize.width() : 0, 0), pictureSize);
+    QPainter(this).drawPixmap(place, devicePixelRatioF() > 1
+                                         ? QPixmap(QStringLiteral(":/sharp/background.png"))
+                                         : pixmap(QWizard::BackgroundPixmap));
 }
 
-// Escape is for dialogs: it doesn't throw away what was entered here.
+// Escape is ignored; QWizard would close and lose the entries.
 void Wizard::keyPressEvent(QKeyEvent* event)
 {
     if (!event->matches(QKeySequence::Cancel))
@@ -204,24 +195,23 @@ void Wizard::done(int result)
 void Wizard::pageAdjustment(bool forward)
 {
     switch (currentId()) {
-    case credentialsPage: {
+    case PageId::UserPassEntry: {
         // Once the system's own binding is removed there is nothing to go back to.
         const QList<int> visited = visitedIds();
-        if (visited.size() > 2 && visited.at(visited.size() - 2) == systemDirectoryPage)
+        if (visited.size() > 2 && visited.at(visited.size() - 2) == PageId::AppleAD)
             button(QWizard::BackButton)->setEnabled(false);
         break;
     }
-    case interimPage:
+    case PageId::Interim:
         passInterimPage(forward);
         break;
-    case cloudPage:
-        // Who has joined to enroll can't step back into the join.
+    case PageId::Cloud:
+        // After a join with enrollment there is no way back.
         if (joining && enrolling)
             button(QWizard::BackButton)->setEnabled(false);
         break;
-    case leavePage:
-        // Deliberately not on a forward arrival: the wish to enroll ends only when the user turns
-        // back.
+    case PageId::LeaveIntro:
+        // Cleared only when going back.
         if (!forward)
             enrolling = false;
         break;
@@ -237,6 +227,6 @@ void Wizard::passInterimPage(bool forward)
         return;
     }
     next();
-    if (currentId() == interimPage)
+    if (currentId() == PageId::Interim)
         restart();
 }

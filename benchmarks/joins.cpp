@@ -1,7 +1,7 @@
 // Joins the practice Mac alternately through the wizard and by the same command in a shell, and
 // prints the real times in nanoseconds: {"ours": [...], "peer": [...]}. Run it with practice/world.
 
-#include "pages/joinprogress.h"
+#include "pages/joinflags.h"
 #include "system/lowerpriv.h"
 #include "tests/domain/practicemac.h"
 

@@ -15,7 +15,7 @@ AppleAD::AppleAD(QWidget* parent)
 {
     ui->setupUi(this);
     setButtonText(QWizard::NextButton, tr("OK"));
-    // Not seen, but there for whoever asks the accessibility interface for texts.
+    // Masked, because assistive tools can read edits that are not shown.
     passwordCarrier->setEchoMode(QLineEdit::Password);
     registerField(QStringLiteral("appleADUsername"), userCarrier);
     registerField(QStringLiteral("appleADPassword"), passwordCarrier);
@@ -53,13 +53,13 @@ bool AppleAD::validatePage()
 {
     userCarrier->setText(ui->ADUser->text());
     passwordCarrier->setText(ui->ADPass->text());
-    if (!checkCredentials(domainCarrier->text(),
-                          field(QStringLiteral("appleADUsername")).toString(),
-                          field(QStringLiteral("appleADPassword")).toString()))
+    if (!CredentialCheck::passes(domainCarrier->text(),
+                                 field(QStringLiteral("appleADUsername")).toString(),
+                                 field(QStringLiteral("appleADPassword")).toString()))
         return false;
     leaveAppleAD();
-    // Said whatever the tool did, for its status is not to be had; a binding that is still there
-    // makes the join fail visibly.
+    // Shown always: the tool's status is unavailable, and a binding that is still there makes the
+    // join fail visibly.
     showWarning(tr("You are unbound from Apple's Active Directory plugin."));
     return true;
 }

@@ -1,8 +1,9 @@
 #include "pages/cloud.h"
 #include "ui_cloud.h"
 
-#include "pages/shortcut.h"
+#include "pages/pageids.h"
 #include "system/probes.h"
+#include "widgets/shortcut.h"
 
 #include <QWizard>
 
@@ -22,13 +23,12 @@ bool Cloud::validatePage()
 
 int Cloud::nextId() const
 {
-    return 7;
+    return PageId::Conclusion;
 }
 
 void Cloud::on_downloadButton_clicked()
 {
     download_mac_agent();
-    // The plain step, not the wizard's own Next handling: there is nothing to put right on the way
-    // to the last page.
+    // QWizard's step, not Wizard::checkNext(): on the way to the last page nothing is adjusted.
     wizard()->next();
 }

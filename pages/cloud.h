@@ -6,8 +6,8 @@ namespace Ui {
 class Cloud;
 }
 
-// Sends the user to the download of the agent for Mac. No page leads here, and none is to: it
-// waits, complete, until enrolling is offered again.
+// Sends the user to the download of the agent for Mac. Complete, but unreachable: no page leads to
+// it, since enrolling is not offered at present.
 class Cloud : public QWizardPage
 {
     Q_OBJECT

@@ -1,7 +1,7 @@
 #include "pages/conclusion.h"
 #include "ui_conclusion.h"
 
-#include "pages/joinprogress.h"
+#include "pages/joinflags.h"
 #include "system/probes.h"
 
 #include <QVariant>

@@ -6,8 +6,8 @@ namespace Ui {
 class Conclusion;
 }
 
-// The last page: reports the join or the leave, whichever the machine's state at start-up made the
-// run's purpose.
+// The last page: reports a join or a leave. Which of them is chosen at start-up: a leave when the
+// Mac is joined then.
 class Conclusion : public QWizardPage
 {
     Q_OBJECT
@@ -20,7 +20,7 @@ public:
     void initializePage() override;
 
 private slots:
-    // No widget is named Enrollcheck any more, so nothing calls this; kept for forms that have one.
+    // Not called: the form has no widget of this name.
     void on_Enrollcheck_toggled(bool checked);
 
 private:

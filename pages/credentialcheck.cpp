@@ -4,13 +4,10 @@
 #include "system/commandrunner.h"
 #include "system/toolpaths.h"
 
-#include <QCoreApplication>
-
 namespace {
 
-// The value as it is, deliberately without escaping: a single quote in it is the shell's to read,
-// so an administrator whose password holds one is refused without a reason, or checked with what
-// the shell makes of it.
+// Not escaped, as the agent's line has it: a quote in the value ends the quoted string, and an
+// administrator whose password holds one is refused (docs/known-behaviour.md).
 QString quoted(const QString& value)
 {
     return QLatin1Char('\'') + value + QLatin1Char('\'');
@@ -18,7 +15,7 @@ QString quoted(const QString& value)
 
 } // namespace
 
-bool checkCredentials(const QString& domain, const QString& user, const QString& password)
+bool CredentialCheck::passes(const QString& domain, const QString& user, const QString& password)
 {
     // All places are filled in one step, so that a place marker within a value stays as typed.
     const QString command =
@@ -28,9 +25,7 @@ bool checkCredentials(const QString& domain, const QString& user, const QString&
     QString output;
     if (runCmd(command.toUtf8().constData(), &output) == 0)
         return true;
-    showWarning(QCoreApplication::translate(
-                    "checkCredentials",
-                    "Validation of username, password, and domain failed with this error:\n") +
+    showWarning(tr("Validation of username, password, and domain failed with this error:\n") +
                 getFirstLine(output));
     return false;
 }

@@ -1,6 +1,7 @@
 #include "pages/interimintro.h"
 #include "ui_interimintro.h"
 
+#include "pages/pageids.h"
 #include "system/bindingreport.h"
 #include "system/probes.h"
 
@@ -24,6 +25,6 @@ bool InterimIntro::validatePage()
 int InterimIntro::nextId() const
 {
     if (report != nullptr && report->nextDomainLine() != nullptr)
-        return 2;
-    return isJoined() ? 6 : 3;
+        return PageId::AppleAD;
+    return isJoined() ? PageId::LeaveIntro : PageId::UserPassEntry;
 }

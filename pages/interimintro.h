@@ -10,8 +10,8 @@ namespace Ui {
 class InterimIntro;
 }
 
-// Never seen: the wizard passes through it. Asks the system for a binding of its own, with
-// administrator rights, and chooses between the unbind, leave and credentials pages.
+// Never shown: the wizard passes through it. Asks, with administrator rights, whether macOS itself
+// is bound to a domain, and chooses between the unbind, leave and credentials pages.
 class InterimIntro : public QWizardPage
 {
     Q_OBJECT
@@ -22,8 +22,8 @@ public:
 
     // Runs the query; false when it was refused.
     bool validatePage() override;
-    // 2 for a binding of the system's own, 6 for a Mac that is joined, else 3. Consumes the query's
-    // output up to the line that decides.
+    // The unbind page where macOS is bound, the leave page where the Mac is joined, else the
+    // credentials page. Consumes the query's output up to the line that decides.
     int nextId() const override;
 
 private:

@@ -6,12 +6,13 @@
 #include "pages/dialogs/loadjoin.h"
 #include "pages/dialogs/warning.h"
 #include "pages/helpertool.h"
-#include "pages/joinprogress.h"
-#include "pages/shortcut.h"
-#include "pages/strut.h"
+#include "pages/joinflags.h"
+#include "pages/pageids.h"
 #include "system/commandrunner.h"
 #include "system/probes.h"
 #include "system/toolpaths.h"
+#include "widgets/shortcut.h"
+#include "widgets/strut.h"
 
 namespace {
 
@@ -52,8 +53,8 @@ JoinType::~JoinType()
     delete loadCN;
 }
 
-// The choices are the page's, the descriptions beside them the frame's: each layout keeps the rows
-// and columns of the other.
+// The buttons belong to the page, the labels beside them to the frame; the struts keep the two
+// layouts aligned.
 void JoinType::alignChoicesWithDescriptions()
 {
     const int edge = ui->frame->frameWidth();
@@ -66,8 +67,8 @@ void JoinType::alignChoicesWithDescriptions()
     ui->choiceLayout->addItem(new Strut(ui->label_4), 1, 1);
 }
 
-// The toggle and the check boxes that take no focus have shortcuts instead, which their tool tips
-// tell; each choice is read out with the description beside it.
+// The buttons that take no focus get shortcuts, shown in their tool tips; screen readers read each
+// choice out with the label beside it.
 void JoinType::makeReachableByKeysAndEar()
 {
     setShortcut(ui->AdvancedButton, Qt::CTRL | Qt::SHIFT | Qt::Key_A);
@@ -79,7 +80,7 @@ void JoinType::makeReachableByKeysAndEar()
     ui->ZoneButton->setAccessibleDescription(ui->label_4->text());
 }
 
-// Half as strong as text, which is Qt's default, is too faint to be read easily.
+// The contrast of Qt's own placeholder is too low to be read easily.
 void JoinType::strengthenPlaceholder()
 {
     QColor color = palette().color(QPalette::Text);
@@ -105,7 +106,7 @@ void JoinType::cleanupPage() {}
 
 int JoinType::nextId() const
 {
-    return 7;
+    return PageId::Conclusion;
 }
 
 QList<QWidget*> JoinType::advancedWidgets() const
@@ -159,7 +160,7 @@ void JoinType::checkTreeDrawingStatus(CNBROWSER_ERROR status)
 {
     loadCN->hide();
     if (status != CNBROWSER_SUCCESS) {
-        // The same text for every failure: what to check is the same for the user.
+        // One text for every failure: what the user can check is the same.
         refuseBrowsing();
         return;
     }
@@ -187,9 +188,9 @@ void JoinType::containerDNBrowseChose(QString distinguishedName)
     ui->ContainerDNEdit->setFocus(Qt::OtherFocusReason);
 }
 
-// The domain stands bare before all options, where the join tool has always taken it. The check
-// boxes alone decide which options are passed: also while they are hidden, and with an
-// empty value, which is the join tool's to refuse. Only an empty computer name means none.
+// The join tool takes the domain without an option, before all others. The check boxes alone decide
+// which options are passed, also while they are hidden and where their value is empty: the join
+// tool refuses what it can't use. Only an empty computer name is left out.
 QStringList JoinType::joinArguments() const
 {
     QStringList arguments{QLatin1String(Tools::join),
@@ -230,13 +231,10 @@ bool JoinType::validatePage()
             enrolling = true;
         return true;
     }
-    // Deliberately unlike the leave: a cancelled administrator prompt is shown, too, with what the
-    // run before it has printed, and no text is made up where there is none. What is shown is the
-    // join tool's own word.
+    // Every failure shows joinOutput, which a run that was not started leaves as the run before
+    // did: empty at first, also where the user cancelled the administrator's prompt.
     showWarning(joinOutput);
-    // Only where the user may join again: after a success the assistant soon ends, and keeps it.
-    // The strings in it stay until then in any case, as they always have.
-    delete[] arguments;
+    delete[] arguments; // on this path alone; its strings leak (docs/known-behaviour.md)
     return false;
 }
 

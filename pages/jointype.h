@@ -22,8 +22,7 @@ public:
     ~JoinType() override;
 
     void initializePage() override;
-    // Keeps the container on the way back, as the page keeps all its choices; a wizard page would
-    // empty the edits of its fields.
+    // Does nothing: QWizardPage would empty the container, while all other choices stay.
     void cleanupPage() override;
     // Joins the Mac on a worker thread behind a progress dialog and returns when that has ended;
     // false, with a warning shown, when the join failed.

@@ -5,6 +5,7 @@
 #include "pages/dialogs/loadleave.h"
 #include "pages/dialogs/warning.h"
 #include "pages/helpertool.h"
+#include "pages/pageids.h"
 #include "system/commandrunner.h"
 #include "system/probes.h"
 #include "system/toolpaths.h"
@@ -29,7 +30,7 @@ void LeaveIntro::initializePage()
 
 int LeaveIntro::nextId() const
 {
-    return 7;
+    return PageId::Conclusion;
 }
 
 void LeaveIntro::setUIComponents()
@@ -107,8 +108,8 @@ QStringList LeaveIntro::leaveArguments() const
 bool LeaveIntro::validatePage()
 {
     if (!ui->radioButton_3->isChecked() &&
-        !checkCredentials(ui->ActiveDirectory_Val->text().trimmed(), ui->UsernameEdit->text(),
-                          ui->PasswordEdit->text()))
+        !CredentialCheck::passes(ui->ActiveDirectory_Val->text().trimmed(),
+                                 ui->UsernameEdit->text(), ui->PasswordEdit->text()))
         return false;
     char** arguments = convertQSLtoArray(leaveArguments());
 
@@ -116,14 +117,12 @@ bool LeaveIntro::validatePage()
                                  &LeaveIntro::finishedMVLeave, arguments);
     if (status == 0)
         return true;
-    // Who cancels the administrator prompt knows it and needs no message.
+    // The user cancelled the administrator's prompt and needs no message.
     if (status == errAuthorizationCanceled)
         return false;
-    explain(status); // a run for which there was no thread has not done so
+    explain(status); // also where no thread could be made
     showWarning(leaveOutput);
-    // Kept after a success, when the assistant soon ends, and after a cancelled prompt, which says
-    // nothing and leaves everything as it is. The strings in it are never released, as ever.
-    delete[] arguments;
+    delete[] arguments; // on this path alone; its strings leak (docs/known-behaviour.md)
     return false;
 }
 
@@ -135,8 +134,8 @@ int LeaveIntro::runMVLeave(char** args)
     return status;
 }
 
-// Where no tool was started, what the run before has printed is shown again: it is the latest word
-// of the leave tool.
+// A run that was not started leaves leaveOutput as it was: then the text of the run before is shown
+// again.
 void LeaveIntro::explain(int status)
 {
     if (status != 0 && leaveOutput.isEmpty())

@@ -2,6 +2,7 @@
 #include "ui_userpassentry.h"
 
 #include "pages/credentialcheck.h"
+#include "pages/pageids.h"
 
 #include <QVariant>
 
@@ -29,11 +30,11 @@ void UserPassEntry::initializePage()
 
 bool UserPassEntry::validatePage()
 {
-    return checkCredentials(ui->DomainEdit->text(), ui->UsernameEdit->text(),
-                            ui->PasswordEdit->text());
+    return CredentialCheck::passes(ui->DomainEdit->text(), ui->UsernameEdit->text(),
+                                   ui->PasswordEdit->text());
 }
 
 int UserPassEntry::nextId() const
 {
-    return 4;
+    return PageId::JoinType;
 }

@@ -16,9 +16,10 @@ public:
     explicit UserPassEntry(QWidget* parent = nullptr);
     ~UserPassEntry() override;
 
-    // Offers what the user has just unbound from, or nothing but a usual administrator's name.
+    // Prefills the edits with what the unbind page was given; the name with "Administrator" where
+    // that has none.
     void initializePage() override;
-    // Checks the entries against the domain; false, with a warning shown, when they don't hold.
+    // Checks the entries against the domain; false, with a warning shown, when they are refused.
     bool validatePage() override;
     int nextId() const override;
 

@@ -1,6 +1,7 @@
 #include "pages/wizardintro.h"
 #include "ui_wizardintro.h"
 
+#include "pages/pageids.h"
 #include "system/commandrunner.h"
 #include "system/probes.h"
 #include "system/toolpaths.h"
@@ -9,7 +10,7 @@ WizardIntro::WizardIntro(QWidget* parent) : QWizardPage(parent), ui(new Ui::Wiza
 {
     ui->setupUi(this);
     if (isJoined()) {
-        // As the agent says it, deliberately: no full stop, and a line end at its end stays.
+        // The agent's answer as it is: without a full stop, and with the line end at its end.
         const std::string domain = getReturnValue(Tools::domainCommand);
         ui->Domain_label->setText(tr("You are currently joined to ") + domain.c_str());
         ui->Join_label->hide();
@@ -26,5 +27,5 @@ WizardIntro::~WizardIntro()
 
 int WizardIntro::nextId() const
 {
-    return 1;
+    return PageId::Interim;
 }

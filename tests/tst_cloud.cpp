@@ -1,4 +1,4 @@
-#include "pages/joinprogress.h"
+#include "pages/joinflags.h"
 #include "system/probes.h"
 #include "tests/support/formtest.h"
 #include "tests/support/wizarddriver.h"

@@ -1,5 +1,5 @@
 #include "pages/conclusion.h"
-#include "pages/joinprogress.h"
+#include "pages/joinflags.h"
 #include "tests/support/wizarddriver.h"
 
 #include <QLabel>

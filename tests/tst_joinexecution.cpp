@@ -1,5 +1,5 @@
 #include "pages/dialogs/loadjoin.h"
-#include "pages/joinprogress.h"
+#include "pages/joinflags.h"
 #include "pages/jointype.h"
 #include "system/lowerpriv.h"
 #include "tests/support/helperruns.h"

@@ -1,4 +1,4 @@
-#include "pages/joinprogress.h"
+#include "pages/joinflags.h"
 #include "tests/support/wizarddriver.h"
 
 #include <QAccessible>

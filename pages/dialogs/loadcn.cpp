@@ -1,12 +1,12 @@
 #include "pages/dialogs/loadcn.h"
 #include "ui_loadcn.h"
 
-#include "pages/dialogs/presentation.h"
+#include "widgets/presentation.h"
 
 LoadCN::LoadCN(QWidget* parent) : QDialog(parent), ui(new Ui::LoadCN)
 {
     ui->setupUi(this);
-    // What the user sees; the form keeps the join's title, which never shows.
+    // Overrides the form's title, which is the join's.
     setWindowTitle(tr("Loading"));
     raise();
 }

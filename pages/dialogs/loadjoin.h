@@ -17,8 +17,7 @@ public:
 
     void setLabel(QString text);
     void setTitle(QString title);
-    // 0 to 100; stands at 99 from the start, and nothing moves it, deliberately: no tool tells how
-    // far it is.
+    // 0 to 100; stands at 99 from the start. Nothing moves it, as no tool tells how far it is.
     void setProgressBar(int value);
 
 private:

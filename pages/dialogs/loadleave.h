@@ -6,8 +6,7 @@ namespace Ui {
 class LoadLeave;
 }
 
-// Shown while the Mac leaves its domain. Its bar stands at 99, deliberately: no tool tells how far
-// it is.
+// Shown while the Mac leaves its domain. Its bar stands at 99, as no tool tells how far it is.
 class LoadLeave : public ProgressDialog
 {
     Q_OBJECT

@@ -1,6 +1,6 @@
 #include "pages/dialogs/progressdialog.h"
 
-#include "pages/dialogs/presentation.h"
+#include "widgets/presentation.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>

@@ -1,8 +1,8 @@
 #include "pages/dialogs/warning.h"
 #include "ui_warning.h"
 
-#include "pages/dialogs/presentation.h"
-#include "pages/dialogs/queuedinput.h"
+#include "widgets/presentation.h"
+#include "widgets/queuedinput.h"
 
 #include <QPixmap>
 #include <QPushButton>

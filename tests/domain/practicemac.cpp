@@ -1,6 +1,6 @@
 #include "tests/domain/practicemac.h"
 
-#include "pages/joinprogress.h"
+#include "pages/joinflags.h"
 #include "system/lowerpriv.h"
 
 #include <QFile>

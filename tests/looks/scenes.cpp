@@ -5,10 +5,10 @@
 #include "pages/dialogs/loadcn.h"
 #include "pages/dialogs/loadjoin.h"
 #include "pages/dialogs/loadleave.h"
-#include "pages/dialogs/queuedinput.h"
 #include "pages/dialogs/warning.h"
-#include "pages/joinprogress.h"
+#include "pages/joinflags.h"
 #include "tests/support/wizarddriver.h"
+#include "widgets/queuedinput.h"
 
 #include <QRadioButton>
 #include <QTreeView>

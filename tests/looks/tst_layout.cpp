@@ -1,9 +1,8 @@
-#include "pages/scrollingarea.h"
-#include "pages/wrappingbuttons.h"
-#include "pages/wrappinglabel.h"
 #include "tests/looks/clippings.h"
 #include "tests/looks/scenes.h"
 #include "tests/support/worldtest.h"
+#include "widgets/scrollingarea.h"
+#include "widgets/wrappinglabel.h"
 
 #include <QAbstractButton>
 #include <QLabel>
@@ -34,6 +33,23 @@ void lengthenTexts(const QWidget* window)
         edit->setPlaceholderText(lengthened(edit->placeholderText()));
 }
 
+// The sizes for which the pages are made, in points: a Mac has 72 dots to the inch of text and
+// shows 13, other desktops have 96 and show 9 or 10.
+bool isLikeAMac()
+{
+    return qEnvironmentVariableIntValue("QT_FONT_DPI") == 72;
+}
+
+int smallest()
+{
+    return isLikeAMac() ? 10 : 9;
+}
+
+int largest()
+{
+    return isLikeAMac() ? 14 : 11;
+}
+
 void setFontSize(int points)
 {
     QFont font = QApplication::font();
@@ -49,7 +65,7 @@ QStringList clippingsInAllSizes(QWidget* window)
     window->setUpdatesEnabled(false); // painting takes longest, and shows nothing here
     for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
         QApplication::setLayoutDirection(direction);
-        for (int points = 9; points <= 16; ++points) {
+        for (int points = smallest(); points <= largest(); ++points) {
             setFontSize(points);
             for (const QString& finding : clippings(window))
                 found << QStringLiteral("%1 points, %2: %3")
@@ -87,7 +103,6 @@ private slots:
     void eachLineOfATextHasItsRoom();
     void aTextIsLaidOutAsFarAsItsTenThousandthCharacter();
     void aScrollingAreaIsNotSeen();
-    void narrowCaptionIsPaintedToItsLastLine();
     void choicesStandBesideTheirDescriptions();
     void chosenContainerIsMarkedFromEdgeToEdge();
     void editsAreAligned_data();
@@ -134,7 +149,7 @@ void TestLayout::nothingIsCutOff()
 
 void TestLayout::clippingIsFound()
 {
-    setFontSize(12);
+    setFontSize(10);
     const auto opened = Scenes::open(QStringLiteral("credentials"));
     QCOMPARE(clippings(opened->window()), QStringList());
     auto* introduction = child<QLabel>(opened->content(), QStringLiteral("label_4"));
@@ -192,28 +207,13 @@ void TestLayout::aScrollingAreaIsNotSeen()
     QCOMPARE(page.grab().toImage(), red);
 }
 
-void TestLayout::narrowCaptionIsPaintedToItsLastLine()
-{
-    constexpr int width = 120;
-    WrappingCheckBox box;
-    box.setText(QStringLiteral("Overwrite an existing computer of the same name"));
-    box.resize(width, box.heightForWidth(width));
-    const int line = box.fontMetrics().height();
-    QVERIFY(box.height() >= 3 * line);
-    const QRect last(width / 4, box.height() - line, width / 2, line);
-    const QImage shown = box.grab(last).toImage();
-    QImage empty(shown);
-    empty.fill(shown.pixelColor(0, 0));
-    QVERIFY(shown != empty);
-}
-
 void TestLayout::choicesStandBesideTheirDescriptions()
 {
     const auto opened = Scenes::open(QStringLiteral("join-options-advanced"));
     const auto find = [&](const char* name) {
         return child<QWidget>(opened->content(), QString::fromLatin1(name));
     };
-    for (int points = 9; points <= 16; ++points) {
+    for (int points = smallest(); points <= largest(); ++points) {
         setFontSize(points);
         QCOMPARE(topOf(find("AutoButton")), topOf(find("label_2")));
         QCOMPARE(topOf(find("ZoneButton")), topOf(find("label_4")));
@@ -261,7 +261,7 @@ void TestLayout::editsAreAligned()
     QFETCH(QString, scene);
     QFETCH(QStringList, edits);
     const auto opened = Scenes::open(scene);
-    for (int points = 9; points <= 16; ++points) {
+    for (int points = smallest(); points <= largest(); ++points) {
         setFontSize(points);
         for (const QString& edit : edits)
             QCOMPARE(leftOf(child<QWidget>(opened->content(), edit)),
@@ -282,7 +282,7 @@ void TestLayout::windowsKeepTheirSizes()
     const auto opened = Scenes::open(scene, longNames);
     const QSize size = opened->window()->size();
     lengthenTexts(opened->window());
-    setFontSize(16);
+    setFontSize(largest());
     QCOMPARE(opened->window()->size(), size);
 }
 

@@ -1,9 +1,9 @@
 #include "tests/support/worldtest.h"
 
-#include "pages/dialogs/queuedinput.h"
 #include "pages/dialogs/warning.h"
-#include "pages/joinprogress.h"
+#include "pages/joinflags.h"
 #include "system/lowerpriv.h"
+#include "widgets/queuedinput.h"
 
 #include <QDialogButtonBox>
 #include <QDir>

@@ -3,7 +3,7 @@
 #include "browser/cnbrowser.h"
 #include "pages/dialogs/loadcn.h"
 #include "pages/dialogs/warning.h"
-#include "pages/joinprogress.h"
+#include "pages/joinflags.h"
 #include "system/lowerpriv.h"
 #include "tests/support/worldtest.h"
 

@@ -3,8 +3,8 @@
 // How far the user has come with joining and enrolling; false at start. Set and read on the
 // user-interface thread only.
 
-// A join has been started, whatever became of it.
+// Set when a join starts, even if it fails.
 extern bool joining;
 
-// The join has succeeded and its user wants to enroll with the cloud service, too.
+// Set when a join with the wish to enroll with the cloud service has succeeded.
 extern bool enrolling;

@@ -3,9 +3,8 @@
 #include <QApplication>
 #include <QScrollArea>
 
-// Scrolls what has no room in it, as long texts in a large font may not have on a page of a fixed
-// size. Apart from its scroll bar it is not seen, and the keyboard passes through it: what gets the
-// focus comes into view.
+// A scroll area without a frame, for pages whose fixed size is too small for long texts in a large
+// font. It takes no focus itself, and keeps the widget that has it in view.
 class ScrollingArea : public QScrollArea
 {
 public:
@@ -13,7 +12,6 @@ public:
     {
         setFrameShape(QFrame::NoFrame);
         setFocusPolicy(Qt::NoFocus);
-        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         setWidgetResizable(true);
         viewport()->setAutoFillBackground(false);
         connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {

@@ -1,4 +1,4 @@
-#include "pages/wrappinglabel.h"
+#include "widgets/wrappinglabel.h"
 
 #include <QPaintEvent>
 #include <QPainter>

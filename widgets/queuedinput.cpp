@@ -1,4 +1,4 @@
-#include "pages/dialogs/queuedinput.h"
+#include "widgets/queuedinput.h"
 
 #include <QTimer>
 

@@ -1,4 +1,4 @@
-#include "pages/dialogs/presentation.h"
+#include "widgets/presentation.h"
 
 #include <QAccessible>
 #include <QApplication>

@@ -1,4 +1,4 @@
-#include "pages/joinprogress.h"
+#include "pages/joinflags.h"
 
 bool joining = false;
 bool enrolling = false;
