@@ -11,8 +11,8 @@ class TestPracticeMac : public DomainTest
 private slots:
     void lostPacketsAreNotRefusedAndArriveAgain();
     void scutilTellsTheNameServersAsAMacDoes();
-    void agentTakesEachFormOfAUser_data();
-    void agentTakesEachFormOfAUser();
+    void agentTakesEachFormOfUserAndDomain_data();
+    void agentTakesEachFormOfUserAndDomain();
 };
 
 namespace {
@@ -100,20 +100,27 @@ void TestPracticeMac::scutilTellsTheNameServersAsAMacDoes()
              qPrintable(said));
 }
 
-void TestPracticeMac::agentTakesEachFormOfAUser_data()
+void TestPracticeMac::agentTakesEachFormOfUserAndDomain_data()
 {
     QTest::addColumn<QString>("user");
+    QTest::addColumn<QString>("domain");
 
-    QTest::newRow("alone") << "Administrator";
-    QTest::newRow("with the domain") << "Administrator@example.test";
-    QTest::newRow("with the short name of the domain") << "EXAMPLE\\Administrator";
+    QTest::newRow("user alone") << "Administrator"
+                                << "example.test";
+    QTest::newRow("user with the domain") << "Administrator@example.test"
+                                          << "example.test";
+    QTest::newRow("user with the short name of the domain") << "EXAMPLE\\Administrator"
+                                                            << "example.test";
+    QTest::newRow("domain with DNS's full stop") << "Administrator"
+                                                 << "example.test.";
 }
 
-void TestPracticeMac::agentTakesEachFormOfAUser()
+void TestPracticeMac::agentTakesEachFormOfUserAndDomain()
 {
     QFETCH(QString, user);
+    QFETCH(QString, domain);
     PracticeMac::run("/usr/local/sbin/mvjoin", {"-u", user, "-p", PracticeMac::password, "-f",
-                                                PracticeMac::domain, "-w", "-n", "form-mac"});
+                                                domain, "-w", "-n", "form-mac"});
     QCOMPARE(PracticeMac::directoryOn("form-mac").state, QString("enabled"));
     PracticeMac::run("/usr/local/sbin/mvleave", {"-r", "-u", user, "-p", PracticeMac::password});
     QCOMPARE(PracticeMac::directoryOn("form-mac").distinguishedName, QString());
