@@ -20,7 +20,9 @@ private slots:
     void asksThePreferredOnesFirst();
     void takesTheFirstThatAnswers();
     void goesPastAControllerWithoutKerberos();
+    void goesPastAControllerThatDropsKerberos();
     void goesPastAControllerOfAnotherDomain();
+    void waitsForASlowController();
     void goesToAnotherControllerWhenOneIsLost_data();
     void goesToAnotherControllerWhenOneIsLost();
     void saysWhichControllerWasLost_data();
@@ -256,6 +258,25 @@ void TestControllers::goesPastAControllerWithoutKerberos()
     checkResult(check(),
                 "No domain controller of example.test can be reached (1 tried): check network "
                 "and firewalls.");
+}
+
+// The one that is listed as slow answers for the directory and calls itself by a dead name.
+void TestControllers::goesPastAControllerThatDropsKerberos()
+{
+    startController("dc2", "192.0.2.2", 9, 0);
+    listControllers({"dc2=198.51.100.1"});
+    listControllers({"dc1", "slow=192.0.2.2"});
+    delayFirstController();
+    const ScriptResult result = check();
+    checkResult(result);
+    QVERIFY2(result.milliseconds < 4000, qPrintable(QString::number(result.milliseconds)));
+}
+
+// One alone has all of the time.
+void TestControllers::waitsForASlowController()
+{
+    standIn("ldapsearch", "[ \"$1\" = -x ] && sleep 2\nexec /usr/bin/ldapsearch \"$@\"\n");
+    checkResult(check());
 }
 
 // As after a move: the address of old.example.test's controller is another domain's now.

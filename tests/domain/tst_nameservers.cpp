@@ -21,6 +21,7 @@ private slots:
     void readsTheMacsResolvers();
     void comparesTheClock_data();
     void comparesTheClock();
+    void readsTheClockInAnyZone();
     void allowsFiveMinutes_data();
     void allowsFiveMinutes();
 };
@@ -108,6 +109,10 @@ void TestNameServers::readsTheMacsResolvers_data()
                                               << "{@198.51.100.54 -p 5353}";
     QTest::newRow("equals by their order") << "two.example"
                                            << "{@203.0.113.2 -p 53}";
+    QTest::newRow("the longest by its number of characters") << "b.o.example"
+                                                             << "{@203.0.113.4 -p 53}";
+    QTest::newRow("a domain without a name server") << "none.example"
+                                                    << "{@192.0.2.53 -p 53} {@fe80::1%12 -p 53}";
     QTest::newRow("no name server by multicast") << "corp.local"
                                                  << "{@192.0.2.53 -p 53} {@fe80::1%12 -p 53}";
     QTest::newRow("not one for a single interface") << "scoped.example"
@@ -170,6 +175,14 @@ resolver #8
   domain   : none.example
   flags    : Request A records, Request AAAA records
 
+resolver #9
+  domain   : o.example
+  nameserver[0] : 203.0.113.9
+
+resolver #10
+  domain   : b.o.example
+  nameserver[0] : 203.0.113.4
+
 DNS configuration (for scoped queries)
 
 resolver #1
@@ -205,6 +218,16 @@ void TestNameServers::comparesTheClock()
         standIn(tool, "unset LD_PRELOAD\nexec /usr/bin/" + tool.toUtf8() + " \"$@\"\n");
     checkResult(check(), sentence);
     QCOMPARE(noted().isEmpty(), !sentence.isEmpty());
+}
+
+void TestNameServers::readsTheClockInAnyZone()
+{
+    for (const char* zone : {"America/New_York", "Asia/Tokyo"}) {
+        qputenv("TZ", zone);
+        const ScriptResult result = check();
+        qunsetenv("TZ");
+        checkResult(result);
+    }
 }
 
 void TestNameServers::allowsFiveMinutes_data()

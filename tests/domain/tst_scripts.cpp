@@ -26,7 +26,12 @@ private slots:
     void saysThatAToolIsMissing();
     void saysThatTclIsTooOld_data();
     void saysThatTclIsTooOld();
+    void asksForTheDomainsOwnNamesPlainly();
+    void leavesTheUsersTicketAlone();
+    void readsTheToolsInEnglish();
+    void saysWhenAToolWasKilled();
     void endsAToolThatIsSilent();
+    void endsAToolThatFallsSilent();
     void waitsForAToolThatIsSlow();
     void asksInOneWay();
     void listsNothingWithWrongCredentials();
@@ -445,6 +450,47 @@ void TestScripts::saysThatTclIsTooOld()
     QCOMPARE(result.status, sentence.isEmpty() ? 0 : 1);
 }
 
+void TestScripts::asksForTheDomainsOwnNamesPlainly()
+{
+    for (const char* user : {"Administrator", "Administrator@example.test",
+                             "Administrator@Example.TEST", "example.test\\Administrator"}) {
+        note({"kinit"});
+        QCOMPARE(check(PracticeMac::domain, user).status, 0);
+        QCOMPARE(noted().last(), QString("kinit -l 10m -- Administrator@EXAMPLE.TEST"));
+    }
+}
+
+void TestScripts::leavesTheUsersTicketAlone()
+{
+    QTemporaryDir folder;
+    const QString ticket = folder.filePath("ticket");
+    qputenv("KRB5CCNAME", ticket.toLocal8Bit());
+    const ScriptResult result = check();
+    qunsetenv("KRB5CCNAME");
+    checkResult(result);
+    QVERIFY(!QFile::exists(ticket));
+}
+
+void TestScripts::readsTheToolsInEnglish()
+{
+    standIn("kinit", "[ \"$LC_ALL\" = C ] && echo 'Password incorrect' || echo 'Passwort falsch'\n"
+                     "exit 1\n");
+    qputenv("LC_ALL", "de_DE.UTF-8");
+    const ScriptResult result = check();
+    qunsetenv("LC_ALL");
+    QCOMPARE(result.firstLine(), QString("The password of Administrator is not right: enter it "
+                                         "again, and mind the Caps Lock key."));
+}
+
+void TestScripts::saysWhenAToolWasKilled()
+{
+    standIn("kinit", "echo 'Nearly done.'\n[ \"$1\" = --version ] || kill -9 $$\n");
+    const ScriptResult result = check();
+    QCOMPARE(result.firstLine(), QString("The domain example.test did not accept Administrator; "
+                                         "ask its administrators: Nearly done."));
+    QCOMPARE(result.status, 1);
+}
+
 void TestScripts::endsAToolThatIsSilent()
 {
     standIn("kinit", "[ \"$1\" = --version ] || exec sleep 1000\n");
@@ -457,6 +503,18 @@ void TestScripts::endsAToolThatIsSilent()
     search.start("pgrep", {"-f", "sleep 1000"});
     QVERIFY(search.waitForFinished());
     QCOMPARE(search.readAllStandardOutput(), QByteArray());
+}
+
+void TestScripts::endsAToolThatFallsSilent()
+{
+    standIn("ldapsearch", "[ \"$1\" = -x ] && exec /usr/bin/ldapsearch \"$@\"\n"
+                          "echo 'dn: OU=first,DC=example,DC=test'\n"
+                          "exec sleep 1000\n");
+    const ScriptResult result = list();
+    QCOMPARE(result.firstLine(), QString("The controller dc1.example.test stopped answering: check "
+                                         "the network, and try again."));
+    QCOMPARE(result.output, QString());
+    QVERIFY2(result.milliseconds < 25000, qPrintable(QString::number(result.milliseconds)));
 }
 
 // As a long list over a slow line: each piece comes in time.
