@@ -113,6 +113,10 @@ void TestScripts::saysWhatToDo_data()
                                   << "Administrator" << right
                                   << "No DNS server knows Corp.Local, and a Mac looks for .local "
                                      "names nearby: have its DNS servers set.";
+    QTest::newRow("not under .local") << "corp.mylocal"
+                                      << "Administrator" << right
+                                      << "The domain corp.mylocal was not found: check its full "
+                                         "name, and that this Mac uses its DNS servers.";
     QTest::newRow("no controller listed") << "dc1.example.test"
                                           << "Administrator" << right
                                           << "DNS lists no domain controller of dc1.example.test: "
@@ -163,8 +167,8 @@ void TestScripts::saysWhatToDo_data()
                                              << "The account night is disabled, locked, expired or "
                                                 "outside its logon hours: have it checked.";
     QTest::newRow("no common encryption type")
-        << domain << "old-key" << right
-        << "The account old-key and this Mac have no encryption type in common: have AES allowed "
+        << domain << "revoked" << right
+        << "The account revoked and this Mac have no encryption type in common: have AES allowed "
            "for it.";
 }
 
@@ -236,11 +240,10 @@ void TestScripts::saysWhatBothKindsOfKinitMean_data()
     QTest::newRow("lost") << "Cannot contact any KDC for realm 'EXAMPLE.TEST'" + while_ << lost;
     QTest::newRow("lost, of the Mac")
         << "unable to reach any KDC in realm EXAMPLE.TEST, tried 1 KDC" << lost;
-    QTest::newRow("an old type is used, and the password is wrong")
+    QTest::newRow("anything else, of an encryption type")
         << "Warning: encryption type arcfour-hmac used for authentication is deprecated\n"
-           "Password incorrect" +
-               while_
-        << wrong;
+           "Clock skew too great"
+        << clock;
     QTest::newRow("anything else") << "Generic error (see e-text)" + while_
                                    << "The domain example.test did not accept anna; ask its "
                                       "administrators: kinit: Generic error (see e-text) while "
