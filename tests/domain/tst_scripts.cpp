@@ -56,7 +56,11 @@ const QStringList everyTool = {"dig", "kinit", "ldapsearch", "mktemp", "scutil"}
 void TestScripts::initTestCase()
 {
     DomainTest::initTestCase();
+    QFile added("/run/accounts_added"); // in this world, where the program may have run before
+    if (added.exists())
+        return;
     PracticeMac::run(testScript("add_accounts"), {});
+    QVERIFY(added.open(QFile::WriteOnly));
 }
 
 void TestScripts::acceptsValidCredentials_data()
