@@ -1,6 +1,6 @@
 // Measures what a real domain takes through the wizard: the check of a name and a password behind
-// dead controllers, and a tree of ten thousand containers, alternately with the same questions from a
-// shell. Prints times in nanoseconds: {name: {"ours": [...], "peer": [...]}}. Run it with
+// dead controllers, and a tree of ten thousand containers, alternately with the same questions from
+// a shell. Prints times in nanoseconds: {name: {"ours": [...], "peer": [...]}}. Run it with
 // practice/world --scenario many.
 
 #include "browser/cnbrowser.h"
