@@ -1,0 +1,174 @@
+#include "tests/support/wizarddriver.h"
+
+#include <QAccessible>
+#include <QAction>
+#include <QCheckBox>
+#include <QRadioButton>
+#include <QSignalSpy>
+
+namespace {
+
+// What is done while a tool keeps the program busy is heard of when the program next asks for
+// events.
+void typeUnheard(const Wizard& wizard, int key, const QString& text,
+                 Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    QCoreApplication::postEvent(wizard.windowHandle(),
+                                new QKeyEvent(QEvent::KeyPress, key, modifiers, text));
+}
+
+void clickUnheard(const Wizard& wizard, const QWidget* widget)
+{
+    const QPointF position = widget->mapTo(&wizard, QPoint(10, widget->height() / 2));
+    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        const bool down = type == QEvent::MouseButtonPress;
+        QCoreApplication::postEvent(
+            wizard.windowHandle(),
+            new QMouseEvent(type, position, wizard.mapToGlobal(position.toPoint()), Qt::LeftButton,
+                            down ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier));
+    }
+}
+
+void pressAssistivelyUnheard(QAbstractButton* button)
+{
+    QMetaObject::invokeMethod(
+        button,
+        [button] {
+            QAccessible::queryAccessibleInterface(button)->actionInterface()->doAction(
+                QAccessibleActionInterface::pressAction());
+        },
+        Qt::QueuedConnection);
+}
+
+void pressUnheard(const WizardDriver& driver, const QString& way)
+{
+    if (way == "Return")
+        typeUnheard(driver.wizard, Qt::Key_Return, "\r");
+    else if (way == "F1")
+        typeUnheard(driver.wizard, Qt::Key_F1, {});
+    else if (way == "click")
+        clickUnheard(driver.wizard, driver.button(QWizard::NextButton));
+    else if (way == "assistive")
+        pressAssistivelyUnheard(driver.button(QWizard::NextButton));
+    else
+        QCoreApplication::postEvent(driver.wizard.windowHandle(), new QEvent(QEvent::Close));
+}
+
+} // namespace
+
+// What a person presses and types while the wizard goes from page to page.
+class TestInput : public WorldTest
+{
+    Q_OBJECT
+
+private slots:
+    void eachPressMovesOnce();
+    void pressesDuringACheckStartNothing_data();
+    void pressesDuringACheckStartNothing();
+    void clicksDuringACheckChooseNothing();
+    void textTypedDuringAStepArrives();
+    void nothingCanBePressedDuringAJoin();
+    void heldButtonGetsTheFocusBack();
+};
+
+void TestInput::eachPressMovesOnce()
+{
+    WizardDriver driver;
+    driver.goToCredentials();
+    QSignalSpy moves(&driver.wizard, &QWizard::currentIdChanged);
+    driver.next();
+    QCOMPARE(moves, QList<QVariantList>({{4}}));
+    driver.back();
+    QCOMPARE(moves, QList<QVariantList>({{4}, {3}}));
+}
+
+void TestInput::pressesDuringACheckStartNothing_data()
+{
+    QTest::addColumn<QString>("way");
+    for (const char* way : {"Return", "F1", "click", "assistive", "closing"})
+        QTest::newRow(way) << way;
+}
+
+void TestInput::pressesDuringACheckStartNothing()
+{
+    QFETCH(QString, way);
+    WizardDriver driver;
+    driver.goToCredentials();
+    QVERIFY(QTest::qWaitForWindowActive(&driver.wizard));
+    pressUnheard(driver, way);
+    driver.next();
+    QVERIFY(!driver.button(QWizard::NextButton)->isDown());
+    QCOMPARE(driver.page(), 4);
+    QVERIFY(driver.wizard.isVisible());
+    QCOMPARE(World::callsOf("mvedit").size(), 1);
+    QCOMPARE(World::callsOf("gui_helper_tool").size(), 0);
+}
+
+void TestInput::clicksDuringACheckChooseNothing()
+{
+    WizardDriver driver;
+    driver.goToJoinOptions();
+    driver.click("AdvancedButton");
+    const auto* zone = driver.on<QRadioButton>("ZoneButton");
+    const auto* zoneEdit = driver.on<QLineEdit>("ZoneEdit");
+    const auto* overwrite = driver.on<QCheckBox>("ForceLeave");
+    driver.back();
+    clickUnheard(driver.wizard, zone);
+    clickUnheard(driver.wizard, zoneEdit);
+    typeUnheard(driver.wizard, Qt::Key_O, {}, Qt::ControlModifier | Qt::ShiftModifier);
+    driver.next();
+    QCOMPARE(driver.page(), 4);
+    QVERIFY(!zone->isChecked());
+    QVERIFY(!overwrite->isChecked());
+    QVERIFY(driver.wizard.focusWidget() != zoneEdit);
+}
+
+void TestInput::textTypedDuringAStepArrives()
+{
+    WizardDriver driver;
+    QVERIFY(QTest::qWaitForWindowActive(&driver.wizard));
+    typeUnheard(driver.wizard, Qt::Key_A, "a");
+    typeUnheard(driver.wizard, Qt::Key_Tab, "\t");
+    typeUnheard(driver.wizard, Qt::Key_B, "b");
+    driver.next();
+    QCOMPARE(driver.on<QLineEdit>("DomainEdit")->text(), QString("a"));
+    QCOMPARE(driver.on<QLineEdit>("UsernameEdit")->text(), QString("b"));
+}
+
+void TestInput::nothingCanBePressedDuringAJoin()
+{
+    WizardDriver driver;
+    driver.goToJoinOptions();
+    driver.click("AdvancedButton");
+    const QList<QAbstractButton*> buttons = {
+        driver.button(QWizard::NextButton), driver.button(QWizard::BackButton),
+        driver.button(QWizard::FinishButton), driver.on<QAbstractButton>("ContainerDNBrowse"),
+        driver.wizard.findChild<QAbstractButton*>("AboutButton")};
+    whileRunning(
+        "gui_helper_tool", [&driver] { driver.next(); },
+        [&](QWidget*) {
+            for (const QAbstractButton* button : buttons)
+                QVERIFY2(!button->isEnabled(), qPrintable(button->text()));
+            driver.wizard.close();
+            QVERIFY(driver.wizard.isVisible());
+        });
+    QCOMPARE(driver.page(), 7);
+    QVERIFY(driver.button(QWizard::FinishButton)->isEnabled());
+    QVERIFY(buttons.last()->isEnabled());
+}
+
+void TestInput::heldButtonGetsTheFocusBack()
+{
+    WizardDriver driver;
+    driver.goToCredentials();
+    driver.button(QWizard::NextButton)->setFocus();
+    Answer refused;
+    refused.exitStatus = 1;
+    World::answer("mvedit", refused);
+    driver.next();
+    QCOMPARE(driver.page(), 3);
+    QCOMPARE(driver.wizard.focusWidget(), driver.button(QWizard::NextButton));
+}
+
+WORLD_TEST_MAIN(TestInput)
+#include "tst_input.moc"
