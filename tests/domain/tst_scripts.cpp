@@ -12,6 +12,7 @@ private slots:
 
     void acceptsValidCredentials_data();
     void acceptsValidCredentials();
+    void acceptsAPasswordBeyondAscii();
     void saysWhatToDo_data();
     void saysWhatToDo();
     void saysWhatBothKindsOfKinitMean_data();
@@ -93,6 +94,11 @@ void TestScripts::acceptsValidCredentials()
     QCOMPARE(result.errors, QString());
     QCOMPARE(result.output, QString());
     QCOMPARE(result.status, 0);
+}
+
+void TestScripts::acceptsAPasswordBeyondAscii()
+{
+    checkResult(check(PracticeMac::domain, "green", QString::fromUtf8("Grün & 25 €")));
 }
 
 void TestScripts::saysWhatToDo_data()
