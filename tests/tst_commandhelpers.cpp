@@ -193,6 +193,7 @@ void TestCommandHelpers::newFilesDiffer()
 
 void TestCommandHelpers::newFilesDescriptorReachesNoTool()
 {
+    NEEDS_TOOLS();
     getReturnValue("/usr/local/bin/mvinfo -d");
     const QList<int> before = openDescriptors();
     randomizeFileName(World::file("out"));

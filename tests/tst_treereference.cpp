@@ -94,6 +94,7 @@ void TestTreeReference::anyNamesGiveTheTreeOfTheRule()
 
 void TestTreeReference::anyScriptOutputGivesTheModelOfTheRule()
 {
+    NEEDS_TOOLS();
     for (quint32 seed = 1; seed <= 60; ++seed) {
         const QString lines = randomNames(seed).join('\n') + '\n';
         World::answer("mvedit mvedit_file_arg.tcl", {lines.toUtf8(), ""});
@@ -141,6 +142,7 @@ void TestTreeReference::aVeryDeepTreeIsBuiltAndReleased()
 
 void TestTreeReference::aVeryDeepTreeIsLoadedShownAndReleased()
 {
+    NEEDS_TOOLS();
     World::answer("mvedit mvedit_file_arg.tcl", {deepName(manyComponents).toUtf8() + '\n', ""});
     cnbrowser browser(nullptr);
     qRegisterMetaType<CNBROWSER_ERROR>("CNBROWSER_ERROR");

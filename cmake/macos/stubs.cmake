@@ -14,8 +14,8 @@ endfunction()
 
 make_stub(libc++ /usr/lib/libc++.1.dylib ${libraries}/libc++.so.1 ${libraries}/libc++abi.so.1)
 
-find_package(Qt5 5.15 REQUIRED COMPONENTS Widgets Concurrent PATHS ${libraries}/cmake)
-foreach(module Core Gui Widgets Concurrent)
+find_package(Qt5 5.15 REQUIRED COMPONENTS Widgets Concurrent Test PATHS ${libraries}/cmake)
+foreach(module Core Gui Widgets Concurrent Test)
   make_stub(Qt${module} @rpath/Qt${module}.framework/Versions/5/Qt${module} ${libraries}/libQt5${module}.so.5)
   set_target_properties(
     Qt5::${module} PROPERTIES IMPORTED_CONFIGURATIONS RELEASE

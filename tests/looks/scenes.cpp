@@ -166,6 +166,7 @@ template <typename Dialog> Opened dialog()
 struct Entry {
     const char* name;
     std::function<Opened(const Setting&)> open;
+    bool needsTools = true;
 };
 
 const std::vector<Entry>& entries()
@@ -182,19 +183,21 @@ const std::vector<Entry>& entries()
         {"leave-without-contact", leaveWithoutContact},
         {"conclusion-join", joinConclusion},
         {"conclusion-leave", leaveConclusion},
-        {"progress-join", [](const Setting&) { return dialog<LoadJoin>(); }},
-        {"progress-containers", [](const Setting&) { return dialog<LoadCN>(); }},
-        {"progress-leave", [](const Setting&) { return dialog<LoadLeave>(); }},
+        {"progress-join", [](const Setting&) { return dialog<LoadJoin>(); }, false},
+        {"progress-containers", [](const Setting&) { return dialog<LoadCN>(); }, false},
+        {"progress-leave", [](const Setting&) { return dialog<LoadLeave>(); }, false},
         {"containers", containerBrowser},
         {"warning",
          [](const Setting&) {
              return warning(QStringLiteral("Validation of username, password, and domain failed "
                                            "with this error:\n") +
                             QString::fromLatin1(refusal));
-         }},
+         },
+         false},
         {"warning-long",
-         [](const Setting&) { return warning(QString::fromLatin1(refusal).repeated(40)); }},
-        {"about", [](const Setting&) { return std::make_unique<DialogScene<about>>(nullptr); }},
+         [](const Setting&) { return warning(QString::fromLatin1(refusal).repeated(40)); }, false},
+        {"about", [](const Setting&) { return std::make_unique<DialogScene<about>>(nullptr); },
+         false},
     };
     return all;
 }
@@ -204,8 +207,10 @@ const std::vector<Entry>& entries()
 QStringList names()
 {
     QStringList all;
-    for (const Entry& entry : entries())
-        all << QString::fromLatin1(entry.name);
+    for (const Entry& entry : entries()) {
+        if (World::hasTools() || !entry.needsTools)
+            all << QString::fromLatin1(entry.name);
+    }
     return all;
 }
 

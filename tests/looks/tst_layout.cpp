@@ -149,6 +149,7 @@ void TestLayout::nothingIsCutOff()
 
 void TestLayout::clippingIsFound()
 {
+    NEEDS_TOOLS();
     setFontSize(10);
     const auto opened = Scenes::open(QStringLiteral("credentials"));
     QCOMPARE(clippings(opened->window()), QStringList());
@@ -209,6 +210,7 @@ void TestLayout::aScrollingAreaIsNotSeen()
 
 void TestLayout::choicesStandBesideTheirDescriptions()
 {
+    NEEDS_TOOLS();
     const auto opened = Scenes::open(QStringLiteral("join-options-advanced"));
     const auto find = [&](const char* name) {
         return child<QWidget>(opened->content(), QString::fromLatin1(name));
@@ -225,6 +227,7 @@ void TestLayout::choicesStandBesideTheirDescriptions()
 
 void TestLayout::chosenContainerIsMarkedFromEdgeToEdge()
 {
+    NEEDS_TOOLS();
     const auto opened = Scenes::open(QStringLiteral("containers"));
     auto* tree = child<QTreeView>(opened->content(), QStringLiteral("browserTree"));
     auto* model = qobject_cast<QStandardItemModel*>(tree->model());
@@ -258,6 +261,7 @@ void TestLayout::editsAreAligned_data()
 
 void TestLayout::editsAreAligned()
 {
+    NEEDS_TOOLS();
     QFETCH(QString, scene);
     QFETCH(QStringList, edits);
     const auto opened = Scenes::open(scene);

@@ -133,6 +133,11 @@ void World::enter()
     reset();
 }
 
+bool World::hasTools()
+{
+    return true;
+}
+
 QString World::file(const QString& name)
 {
     return state + '/' + name;
@@ -251,6 +256,13 @@ void World::replaceByFolder(const QString& tool)
 {
     removeTool(tool);
     require(QDir().mkdir(path(tool)), "mkdir");
+}
+
+int World::threads()
+{
+    return QDir(QStringLiteral("/proc/self/task"))
+        .entryList(QDir::Dirs | QDir::NoDotAndDotDot)
+        .size();
 }
 
 void World::setJoined(const QByteArray& domain, const QByteArray& zone, const QByteArray& name)

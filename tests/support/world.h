@@ -35,6 +35,9 @@ namespace World {
 
 // Once, before the process has a second thread. Exits with a message where namespaces are refused.
 void enter();
+// Whether there are stand-ins at the tools' paths. A Mac has no namespaces: the world is a folder
+// there, and tests that need an answer or a call are left out.
+bool hasTools();
 
 // The path of a file in a folder of the world's own, which reset() empties; and a home, which it
 // doesn't.
@@ -64,6 +67,9 @@ QString path(const QString& tool);
 void removeTool(const QString& tool);
 void replaceByPlainFile(const QString& tool);
 void replaceByFolder(const QString& tool);
+
+// The threads of this process.
+int threads();
 
 // Frequent states.
 void setJoined(const QByteArray& domain = "example.test\n", const QByteArray& zone = "MacZone\n",

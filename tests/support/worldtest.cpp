@@ -43,11 +43,6 @@ void logMessage(QtMsgType type, const QMessageLogContext& context, const QString
     previousHandler(type, context, text);
 }
 
-int entries(const QString& folder)
-{
-    return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size();
-}
-
 bool hasChildren()
 {
     siginfo_t info = {};
@@ -88,7 +83,7 @@ void WorldTest::init()
     };
     previousHandler = qInstallMessageHandler(logMessage);
     descriptorsBefore = openDescriptors();
-    threadsBefore = entries(QStringLiteral("/proc/self/task"));
+    threadsBefore = World::threads();
 }
 
 void WorldTest::cleanup()
@@ -102,7 +97,7 @@ void WorldTest::cleanup()
     QVERIFY2(windows.isEmpty(), "a window is left");
     QVERIFY2(!hasChildren(), "a child process is left");
     QTRY_COMPARE(openDescriptors(), descriptorsBefore);
-    QTRY_COMPARE(entries(QStringLiteral("/proc/self/task")), threadsBefore);
+    QTRY_COMPARE(World::threads(), threadsBefore);
     QCOMPARE(unexpected, QStringList());
 }
 
@@ -154,7 +149,7 @@ QList<int> openDescriptors()
 {
     QList<int> found;
     const QStringList names =
-        QDir("/proc/self/fd").entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
+        QDir("/dev/fd").entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
     for (const QString& name : names) {
         // The folder's own descriptor is closed again by now.
         if (fcntl(name.toInt(), F_GETFD) >= 0)
