@@ -356,7 +356,7 @@ void TestScripts::refusesOddEntriesBeforeAnyToolRuns_data()
                    .section('\n', 0, 0);
     const QStringList users = {"",      "@corp.test", "anna@", "\\anna",    "CORP\\",
                                "a@b@c", "<x",         "2>x",   "C\\a@b.de", "C\\D\\a",
-                               "a\nb",  "anna@a>b",   "a\tb",  ">x\\anna"};
+                               "a\nb",  "anna@a>b",   "a\tb",  "a@b\tc",    ">x\\anna"};
     for (const QString& user : users)
         QTest::newRow(qPrintable("user " + user))
             << "example.test" << user << PracticeMac::password
