@@ -5,9 +5,12 @@
 
 int main(int argc, char* argv[])
 {
-    // Sharp icons on dense screens, also where Qt does the scaling.
+    // Sharp icons on dense screens, also where Qt does the scaling; from Qt 6 on nothing else is
+    // known.
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+#endif
     QApplication application(argc, argv);
     Wizard wizard;
     wizard.show();

@@ -15,6 +15,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace {
 
 constexpr QSize pictureSize(170, 600);
@@ -156,7 +158,7 @@ void Wizard::hold(bool choices)
 
 void Wizard::release()
 {
-    for (QAbstractButton* button : qAsConst(held))
+    for (QAbstractButton* button : std::as_const(held))
         button->setEnabled(true);
     held.clear();
     if (heldFocus != nullptr && focusWidget() == this)

@@ -3,6 +3,8 @@
 #include <QStandardItemModel>
 #include <QVector>
 
+#include <utility>
+
 namespace {
 
 // An item that shows a leaf's prefix and value, whose texts it shares with the tree, until it gets
@@ -52,7 +54,7 @@ void appendItems(const Level& level, QStandardItem* parent)
             top = items;
     }
     // Last and one by one, as this hands each item and all below it to the parent's model.
-    for (QStandardItem* item : qAsConst(top))
+    for (QStandardItem* item : std::as_const(top))
         parent->appendRow(item);
 }
 

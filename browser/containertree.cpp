@@ -65,9 +65,9 @@ QStringView parentOf(QStringView name)
 
 // Inserts siblings one after another, so that their parent is looked for once. False when two
 // prefixes of one value have met: then the first name in the original order has to win.
-bool insertSiblingsTogether(const QVector<QStringRef>& names, Level* top)
+bool insertSiblingsTogether(const QVector<QStringView>& names, Level* top)
 {
-    std::vector<std::pair<uint, QStringView>> byParent;
+    std::vector<std::pair<size_t, QStringView>> byParent;
     byParent.reserve(static_cast<size_t>(names.size()));
     for (const QStringView name : names)
         byParent.emplace_back(qHash(parentOf(name.trimmed())), name.trimmed());
@@ -89,7 +89,7 @@ bool insertSiblingsTogether(const QVector<QStringRef>& names, Level* top)
 
 } // namespace
 
-void insertNames(const QVector<QStringRef>& names, Level* top)
+void insertNames(const QVector<QStringView>& names, Level* top)
 {
     if (insertSiblingsTogether(names, top))
         return;
@@ -113,7 +113,7 @@ void deleteLeaves(Level* level)
 {
     QVector<Level*> levels = {level};
     while (!levels.isEmpty()) {
-        for (cnleaf* leaf : qAsConst(*levels.takeLast())) {
+        for (cnleaf* leaf : std::as_const(*levels.takeLast())) {
             if (leaf == nullptr)
                 continue;
             if (leaf->getNode() != nullptr)

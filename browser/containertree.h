@@ -17,7 +17,7 @@ Level* newLevel();
 Level* insertName(QStringView name, Level* level, bool* prefixDiffers);
 
 // Inserts names into an empty tree, with the same result as one after the other.
-void insertNames(const QVector<QStringRef>& names, Level* top);
+void insertNames(const QVector<QStringView>& names, Level* top);
 
 // Writes a level to the debug log, a line for each leaf, a tab deeper for each level.
 void dumpTree(const Level& level, const QString& indent);

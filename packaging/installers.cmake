@@ -4,8 +4,8 @@ set(ASSISTANT_SIGNING_IDENTITY - CACHE STRING
 set(ASSISTANT_INSTALLER_IDENTITY "" CACHE STRING
     "Signs the installer package: a \"Developer ID Installer\" identity, or nothing")
 
-get_target_property(moc Qt5::moc LOCATION)
-get_filename_component(qt_tools ${moc} DIRECTORY)
+get_target_property(qmake Qt::qmake LOCATION)
+get_filename_component(qt_tools ${qmake} DIRECTORY)
 find_program(MACDEPLOYQT macdeployqt HINTS ${qt_tools})
 install(DIRECTORY "${bundle}" DESTINATION . USE_SOURCE_PERMISSIONS)
 configure_file(installer/deploy.cmake.in deploy.cmake @ONLY)

@@ -71,13 +71,17 @@ class Screen:
         """Lays down what the programs of this screen read, in its sizes."""
         theme = pathlib.Path(self.path("data", "themes", "PracticeMac", "openbox-3"))
         theme.mkdir(parents=True)
-        os.mkdir(self.path("qt5ct"))
-        for name, target in {"openbox.xml": ".", "picom.conf": ".", "colours.conf": "qt5ct",
-                             "qt5ct.conf": "qt5ct", "themerc": theme}.items():
+        controls = [self.path(tool, f"{tool}.conf") for tool in ("qt5ct", "qt6ct")]
+        for file in controls:
+            os.mkdir(os.path.dirname(file))
+        for name, targets in {"openbox.xml": [self.path("openbox.xml")],
+                              "picom.conf": [self.path("picom.conf")],
+                              "colours.conf": [self.path("colours.conf")],
+                              "controls.conf": controls, "themerc": [theme / "themerc"]}.items():
             text = string.Template((LOOK / name).read_text(encoding="utf-8")).substitute(
-                folder=self.path("qt5ct"), **{name: size * self.scale
-                                               for name, size in SIZES.items()})
-            pathlib.Path(self.path(target, name)).write_text(text, encoding="utf-8")
+                folder=self.folder.name, **{name: size * self.scale for name, size in SIZES.items()})
+            for target in targets:
+                pathlib.Path(target).write_text(text, encoding="utf-8")
         for name in ("close", "iconify", "desk", "shade"):
             (theme / f"{name}.xbm").write_text(disc(12 * self.scale, name != "shade"))
         os.environ.update({
@@ -86,7 +90,7 @@ class Screen:
             "XCURSOR_THEME": "DMZ-Black",
             "XCURSOR_SIZE": str(24 * self.scale),
             "QT_QPA_PLATFORM": "xcb",
-            "QT_QPA_PLATFORMTHEME": "qt5ct",
+            "QT_QPA_PLATFORMTHEME": "qt5ct",  # to which Qt 6's listens, too
             "QT_SCALE_FACTOR": str(self.scale),
             # 72 dots to the inch; Qt itself makes at least 96 of them.
             "QT_FONT_DPI": "72",

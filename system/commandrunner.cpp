@@ -2,14 +2,13 @@
 
 #include "system/streamreader.h"
 
-#include <QRegExp>
-
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -53,7 +52,7 @@ char** convertQSLtoArray(QStringList list)
 {
     auto** array = new char*[static_cast<size_t>(list.size()) + 1];
     char** next = array;
-    for (const QString& item : qAsConst(list)) {
+    for (const QString& item : std::as_const(list)) {
         const QByteArray bytes = item.toLocal8Bit();
         const size_t size = static_cast<size_t>(bytes.size()) + 1;
         *next = new char[size];
@@ -66,9 +65,7 @@ char** convertQSLtoArray(QStringList list)
 
 QString appendDomainName(QString user, QString domain)
 {
-    QRegExp domainPart(QStringLiteral("@.*$"));
-    domainPart.setMinimal(true);
-    if (domainPart.indexIn(user) >= 0)
+    if (user.contains(QLatin1Char('@')))
         return user;
     return user + QLatin1Char('@') + domain;
 }

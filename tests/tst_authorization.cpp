@@ -250,7 +250,7 @@ void TestAuthorization::toolGetsItsPathAndTheArguments()
 {
     QFETCH(QStringList, arguments);
     QList<QByteArray> bytes;
-    for (const QString& argument : qAsConst(arguments))
+    for (const QString& argument : std::as_const(arguments))
         bytes << argument.toUtf8();
     Run(newReference(), World::path("mvjoin"), bytes);
     const Call tool = World::callsOf("mvjoin").at(0);

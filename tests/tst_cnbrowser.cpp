@@ -60,7 +60,7 @@ public:
         if (done.isEmpty())
             done.wait();
         QList<int> statuses;
-        for (const QList<QVariant>& arguments : qAsConst(done))
+        for (const QList<QVariant>& arguments : std::as_const(done))
             statuses << arguments.at(0).value<CNBROWSER_ERROR>();
         return statuses;
     }

@@ -58,6 +58,8 @@ void TestRun::refusesWhatItDoesNotKnow_data()
     QTest::newRow("scenario with an empty name") << QStringList{"--scenario", ""};
     QTest::newRow("unknown scenario") << QStringList{"--scenario", "farther"};
     QTest::newRow("scenario by its path") << QStringList{"--scenario", "../scenarios/far"};
+    QTest::newRow("option after the Qt") << QStringList{"--qt6", "--tourist"};
+    QTest::newRow("Qt after the option") << QStringList{"--joined", "--qt6"};
     QTest::newRow("two scenarios") << QStringList{"--scenario", "far", "gone"};
 }
 

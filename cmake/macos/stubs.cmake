@@ -14,12 +14,20 @@ endfunction()
 
 make_stub(libc++ /usr/lib/libc++.1.dylib ${libraries}/libc++.so.1 ${libraries}/libc++abi.so.1)
 
-find_package(Qt5 5.15 REQUIRED COMPONENTS Widgets Concurrent Test PATHS ${libraries}/cmake)
+# Of OpenGL, which Qt 6's widgets name, nothing is called and nothing linked.
+add_library(WrapOpenGL::WrapOpenGL INTERFACE IMPORTED GLOBAL)
+list(APPEND CMAKE_PREFIX_PATH ${libraries}/cmake)
+find_package(Qt${QT_MAJOR} ${QT_OLDEST} REQUIRED COMPONENTS Widgets Concurrent Test)
+# The name of a framework's version: that of Qt 6 is the first one, A.
+set(qt_version_5 5)
+set(qt_version_6 A)
+set(qt_version ${qt_version_${QT_MAJOR}})
 foreach(module Core Gui Widgets Concurrent Test)
-  make_stub(Qt${module} @rpath/Qt${module}.framework/Versions/5/Qt${module} ${libraries}/libQt5${module}.so.5)
+  make_stub(Qt${module} @rpath/Qt${module}.framework/Versions/${qt_version}/Qt${module}
+            ${libraries}/libQt${QT_MAJOR}${module}.so.${QT_MAJOR})
   set_target_properties(
-    Qt5::${module} PROPERTIES IMPORTED_CONFIGURATIONS RELEASE
-                              IMPORTED_LOCATION_RELEASE ${stubs}/Qt${module}.tbd)
+    Qt${QT_MAJOR}::${module} PROPERTIES IMPORTED_CONFIGURATIONS RELEASE
+                                        IMPORTED_LOCATION_RELEASE ${stubs}/Qt${module}.tbd)
 endforeach()
 
 add_subdirectory(${CMAKE_CURRENT_LIST_DIR}/onecall onecall)

@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QScrollArea>
 #include <QTextBrowser>
 #include <QToolTip>
@@ -55,7 +56,7 @@ QString sizes(const QString& what, int given, int needed)
 int widestWord(const QWidget* widget, const QString& text)
 {
     int widest = 0;
-    for (const QString& word : text.split(QRegExp(QStringLiteral("\\s+"))))
+    for (const QString& word : text.split(QRegularExpression(QStringLiteral("\\s+"))))
         widest = qMax(widest, widget->fontMetrics().horizontalAdvance(word));
     return widest;
 }

@@ -6,9 +6,6 @@
 #include <QRegularExpression>
 #include <QTest>
 
-#include <csignal>
-#include <sys/prctl.h>
-
 namespace {
 
 QStringList windowIds(const QByteArray& text)
@@ -29,16 +26,12 @@ void end(QProcess& process)
 
 } // namespace
 
-void Desktop::Server::setupChildProcess()
-{
-    prctl(PR_SET_PDEATHSIG, SIGTERM);
-}
-
 Desktop::Desktop()
 {
     server.setStandardErrorFile(QProcess::nullDevice());
-    server.start(QStringLiteral("Xvfb"), {"-displayfd", "1", "-screen", "0", "1280x1024x24",
-                                          "-nolisten", "tcp", "-noreset"});
+    server.start(QStringLiteral("setpriv"),
+                 {"--pdeathsig", "TERM", "Xvfb", "-displayfd", "1", "-screen", "0", "1280x1024x24",
+                  "-nolisten", "tcp", "-noreset"});
     if (!server.waitForReadyRead())
         qFatal("Xvfb did not start");
     display = QLatin1Char(':') + QString::fromLatin1(server.readLine()).trimmed();

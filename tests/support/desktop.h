@@ -9,12 +9,6 @@
 // test world; gone when the object is.
 class Desktop
 {
-    // Ends with the test program, also when that is killed; all its clients end with it.
-    class Server : public QProcess
-    {
-        void setupChildProcess() override;
-    };
-
 public:
     Desktop();
     ~Desktop();
@@ -47,7 +41,8 @@ public:
 private:
     QString ask(const QString& tool, const QStringList& arguments) const;
 
-    Server server;
+    QProcess
+        server; // ends with the test program, also when that is killed, and its clients with it
     QProcess windowManager;
     mutable QProcess watch; // prints the list of managed windows whenever it changes
     mutable QByteArray watched;

@@ -7,6 +7,7 @@
 #include <QStandardItemModel>
 
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -14,7 +15,7 @@ namespace {
 void collect(Level* level, QList<Level*>& levels)
 {
     levels << level;
-    for (cnleaf* leaf : qAsConst(*level)) {
+    for (cnleaf* leaf : std::as_const(*level)) {
         if (leaf->getNode() != nullptr)
             collect(leaf->getNode(), levels);
     }
@@ -73,7 +74,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     list(*tree.model(), {}, {}, texts, names);
     Fuzz::check(texts == Reference::tree(lines), "the tree is the reference's");
 
-    for (const QString& name : qAsConst(names)) {
+    for (const QString& name : std::as_const(names)) {
         // A component that keeps a blank before it loses it when it comes to stand first.
         if (name.trimmed() == name)
             tree.insert(name);

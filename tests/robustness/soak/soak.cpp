@@ -14,7 +14,6 @@
 #include <QFile>
 #include <QSemaphore>
 #include <QThreadPool>
-#include <QtConcurrent>
 
 #include <cstdio>
 #include <functional>
@@ -63,7 +62,7 @@ void fillPool()
     QSemaphore here;
     QSemaphore on;
     for (int i = 0; i < count; ++i) {
-        QtConcurrent::run([&here, &on] {
+        QThreadPool::globalInstance()->start([&here, &on] {
             here.release();
             on.acquire();
         });
