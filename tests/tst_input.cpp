@@ -67,6 +67,7 @@ private slots:
     void pressesDuringACheckStartNothing();
     void clicksDuringACheckChooseNothing();
     void textTypedDuringAStepArrives();
+    void textOfAnInputMethodArrives();
     void nothingCanBePressedDuringAJoin();
     void heldButtonGetsTheFocusBack();
 };
@@ -133,6 +134,22 @@ void TestInput::textTypedDuringAStepArrives()
     driver.next();
     QCOMPARE(driver.on<QLineEdit>("DomainEdit")->text(), QString("a"));
     QCOMPARE(driver.on<QLineEdit>("UsernameEdit")->text(), QString("b"));
+}
+
+void TestInput::textOfAnInputMethodArrives()
+{
+    WizardDriver driver;
+    QVERIFY(QTest::qWaitForWindowActive(&driver.wizard));
+    QMetaObject::invokeMethod(
+        &driver.wizard,
+        [] {
+            QInputMethodEvent event;
+            event.setCommitString("é");
+            QCoreApplication::sendEvent(QGuiApplication::focusObject(), &event);
+        },
+        Qt::QueuedConnection);
+    driver.next();
+    QCOMPARE(driver.on<QLineEdit>("DomainEdit")->text(), QString("é"));
 }
 
 void TestInput::nothingCanBePressedDuringAJoin()
