@@ -19,7 +19,7 @@ public:
 
     QVariant data(int role) const override
     {
-        const QVariant own = QStandardItem::data(role);
+        QVariant own = QStandardItem::data(role);
         if (own.isValid() || (role != Qt::DisplayRole && role != Qt::EditRole))
             return own;
         return QString(prefix + value);
