@@ -7,6 +7,8 @@
 #include <QString>
 #include <QtConcurrent>
 
+#include <atomic>
+
 // Runs the agent's privileged helper tool and collects what it prints in *output, which stays as it
 // was when no tool was started. `args` begins with the path of the tool that the helper is to run.
 // Returns the runner's result code. Blocks; any thread, one call at a time.
@@ -29,9 +31,12 @@ int runBehind(QDialog* progress, Page* page, int (Page::*run)(char**), void (Pag
     if (canMakeThread()) {
         QEventLoop loop;
         QObject::connect(page, finished, &loop, &QEventLoop::quit);
-        const QFuture<int> result = QtConcurrent::run([=] { return (page->*run)(args); });
+        // Handed over in an atomic, behind which all that the function wrote is in order, too.
+        std::atomic<int> returned{abnormalToolEnd};
+        QFuture<int> end = QtConcurrent::run([&] { return returned = (page->*run)(args); });
         loop.exec();
-        status = result.result();
+        end.waitForFinished();
+        status = returned;
     }
     progress->reject();
     delete progress;
