@@ -3,8 +3,10 @@
 #include <QAccessible>
 #include <QAction>
 #include <QCheckBox>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QSignalSpy>
+#include <QToolButton>
 
 namespace {
 
@@ -50,6 +52,8 @@ void pressUnheard(const WizardDriver& driver, const QString& way)
         clickUnheard(driver.wizard, driver.button(QWizard::NextButton));
     else if (way == "assistive")
         pressAssistivelyUnheard(driver.button(QWizard::NextButton));
+    else if (way == "quitting") // and the end of a session begin so
+        QMetaObject::invokeMethod(qApp, &QApplication::closeAllWindows, Qt::QueuedConnection);
     else
         QCoreApplication::postEvent(driver.wizard.windowHandle(), new QEvent(QEvent::Close));
 }
@@ -68,7 +72,8 @@ private slots:
     void clicksDuringACheckChooseNothing();
     void textTypedDuringAStepArrives();
     void textOfAnInputMethodArrives();
-    void nothingCanBePressedDuringAJoin();
+    void nothingCanBePressedDuringARun_data();
+    void nothingCanBePressedDuringARun();
     void heldButtonGetsTheFocusBack();
 };
 
@@ -86,7 +91,7 @@ void TestInput::eachPressMovesOnce()
 void TestInput::pressesDuringACheckStartNothing_data()
 {
     QTest::addColumn<QString>("way");
-    for (const char* way : {"Return", "F1", "click", "assistive", "closing"})
+    for (const char* way : {"Return", "F1", "click", "assistive", "closing", "quitting"})
         QTest::newRow(way) << way;
 }
 
@@ -152,26 +157,39 @@ void TestInput::textOfAnInputMethodArrives()
     QCOMPARE(driver.on<QLineEdit>("DomainEdit")->text(), QString("é"));
 }
 
-void TestInput::nothingCanBePressedDuringAJoin()
+void TestInput::nothingCanBePressedDuringARun_data()
 {
+    QTest::addColumn<bool>("joined");
+    QTest::newRow("join") << false;
+    QTest::newRow("leave") << true;
+}
+
+void TestInput::nothingCanBePressedDuringARun()
+{
+    QFETCH(bool, joined);
+    if (joined)
+        World::setJoined();
     WizardDriver driver;
-    driver.goToJoinOptions();
-    driver.click("AdvancedButton");
-    const QList<QAbstractButton*> buttons = {
-        driver.button(QWizard::NextButton), driver.button(QWizard::BackButton),
-        driver.button(QWizard::FinishButton), driver.on<QAbstractButton>("ContainerDNBrowse"),
-        driver.wizard.findChild<QAbstractButton*>("AboutButton")};
+    if (joined)
+        driver.next();
+    else
+        driver.goToJoinOptions();
+    QList<QAbstractButton*> buttons = {driver.wizard.findChild<QToolButton*>("AboutButton")};
+    for (QAbstractButton* button : driver.wizard.findChildren<QPushButton*>())
+        buttons.append(button);
     whileRunning(
         "gui_helper_tool", [&driver] { driver.next(); },
-        [&](QWidget*) {
+        [&](QWidget* progress) {
             for (const QAbstractButton* button : buttons)
                 QVERIFY2(!button->isEnabled(), qPrintable(button->text()));
             driver.wizard.close();
+            QApplication::closeAllWindows();
             QVERIFY(driver.wizard.isVisible());
+            QVERIFY(progress->isVisible());
         });
     QCOMPARE(driver.page(), 7);
     QVERIFY(driver.button(QWizard::FinishButton)->isEnabled());
-    QVERIFY(buttons.last()->isEnabled());
+    QVERIFY(buttons.first()->isEnabled());
 }
 
 void TestInput::heldButtonGetsTheFocusBack()
