@@ -19,6 +19,9 @@ private slots:
     void asksSixteenAtOnce();
     void asksThePreferredOnesFirst();
     void asksNoFurtherBatchOnceOneAnswered();
+    void givesTheLastBatchAllOfTheTime();
+    void waitsForNobodyWhenAllHaveFailed();
+    void stopsAskingTheOthers();
     void takesTheFirstThatAnswers();
     void goesPastAControllerWithoutKerberos();
     void goesPastAControllerThatDropsKerberos();
@@ -37,6 +40,7 @@ private:
     // A controller beside dc1; see the script second_controller.
     void startController(const QString& name, const QString& address, int directory, int kerberos);
     void stopControllers();
+    static QString batches(int answering);
     // Has dc1's directory answer after the others'.
     void delayFirstController();
 
@@ -51,28 +55,18 @@ namespace {
 QStringList deadControllers(int count)
 {
     QStringList controllers;
-    for (int number = 1; number <= count; ++number) {
-        const QString address = QString("198.51.100.%1").arg(number);
-        controllers << QString("dead%1=%2").arg(number).arg(address);
-    }
+    for (int number = 1; number <= count; ++number)
+        controllers << QString("dead%1=198.51.100.%1").arg(number);
     return controllers;
 }
 
-// How many processes of this name a process has started that still run.
-int childrenOf(qint64 parent, const QByteArray& name)
+// How many processes of this name a process has started that have not ended.
+int childrenOf(qint64 parent, const QString& name)
 {
-    int count = 0;
-    QFile list(QString("/proc/%1/task/%1/children").arg(parent));
-    if (!list.open(QFile::ReadOnly))
-        return 0;
-    for (const QByteArray& child : list.readAll().trimmed().split(' ')) {
-        QFile stat("/proc/" + child + "/stat");
-        if (stat.open(QFile::ReadOnly)) {
-            const QByteArray text = stat.readAll();
-            count += text.contains("(" + name + ")") && !text.contains(") Z ");
-        }
-    }
-    return count;
+    QProcess search;
+    search.start("pgrep", {"-c", "-r", "RSD", "-P", QString::number(parent), name});
+    search.waitForFinished();
+    return search.readAllStandardOutput().toInt();
 }
 
 } // namespace
@@ -240,17 +234,48 @@ END
                      "f.example.test"));
 }
 
+// How many are asked in each batch, and whether for at most a second, when one answers in the batch
+// of this number. Asking takes no time here.
+QString TestControllers::batches(int answering)
+{
+    return runTcl(
+        QString("set session::domain example.test\n"
+                "set session::controllers [lrepeat 40 a]\n"
+                "proc session::check_clock {time} {}\n"
+                "proc session::first_answer {hosts until} {\n"
+                "    puts \"[llength $hosts] [expr {$until-[clock milliseconds]<=1000}]\"\n"
+                "    return [expr {[incr ::batch] == %1 ? {a a 0} : {}}]\n"
+                "}\n"
+                "catch {session::choose_controller}")
+            .arg(answering));
+}
+
 void TestControllers::asksNoFurtherBatchOnceOneAnswered()
 {
-    QCOMPARE(runTcl("set session::controllers [lrepeat 40 a]\n"
-                    "proc session::check_clock {time} {}\n"
-                    "proc session::first_answer {hosts until} {\n"
-                    "    lappend ::asked [llength $hosts]\n"
-                    "    return [expr {[llength $::asked] == 2 ? {a a 0} : {}}]\n"
-                    "}\n"
-                    "session::choose_controller\n"
-                    "puts $asked"),
-             QString("16 16"));
+    QCOMPARE(batches(2), QString("16 1\n16 1"));
+}
+
+void TestControllers::givesTheLastBatchAllOfTheTime()
+{
+    QCOMPARE(batches(0), QString("16 1\n16 1\n8 0"));
+}
+
+void TestControllers::waitsForNobodyWhenAllHaveFailed()
+{
+    QCOMPARE(runTcl("set session::base DC=example,DC=test\n"
+                    "set began [clock seconds]\n"
+                    "session::first_answer nowhere.invalid [expr {[clock milliseconds] + 30000}]\n"
+                    "puts [expr {[clock seconds] - $began < 15}]"),
+             QString("1"));
+}
+
+void TestControllers::stopsAskingTheOthers()
+{
+    QCOMPARE(runTcl("set session::base DC=example,DC=test\n"
+                    "set until [expr {[clock milliseconds] + 5000}]\n"
+                    "lassign [session::first_answer {198.51.100.1 dc1.example.test} $until] host\n"
+                    "puts \"$host [array size session::output]\""),
+             QString("dc1.example.test 0"));
 }
 
 void TestControllers::takesTheFirstThatAnswers()
