@@ -72,8 +72,14 @@ ScriptResult ScriptTest::list(const QString& password)
 
 void ScriptTest::checkResult(const ScriptResult& result, const QString& errors)
 {
-    QCOMPARE(result.errors.trimmed(), errors);
+    QCOMPARE(result.errors, errors.isEmpty() ? errors : errors + QLatin1Char('\n'));
     QCOMPARE(result.status, errors.isEmpty() ? 0 : 1);
+}
+
+void ScriptTest::checkRefusal(const ScriptResult& result, const QString& sentence)
+{
+    QCOMPARE(result.firstLine(), sentence);
+    QCOMPARE(result.status, 1);
 }
 
 QString ScriptTest::runTcl(const QString& program)

@@ -26,6 +26,15 @@ private slots:
     void allowsFiveMinutes();
 };
 
+namespace {
+
+const QString noServer = "No DNS server could look up example.test (%1): check the network and "
+                         "this Mac's DNS settings.";
+const QString clockIs =
+    "This Mac's clock is %1 the domain's: set its date and time, and try again.";
+
+} // namespace
+
 void TestNameServers::initTestCase()
 {
     DomainTest::initTestCase();
@@ -62,9 +71,7 @@ void TestNameServers::asksTheNameServerOfTheDomain()
     const ScriptResult other = check("other.test");
     PracticeMac::run("/usr/bin/pkill", {"-f", "unknowing_name_server"});
     checkResult(result);
-    checkResult(other,
-                "The domain other.test was not found: check its full name, and that this Mac "
-                "uses its DNS servers.");
+    checkResult(other, Sentence::domainNotFound.arg("other.test"));
 }
 
 void TestNameServers::asksTheSecondNameServer()
@@ -78,19 +85,14 @@ void TestNameServers::saysThatNoDnsServerAnswers()
 {
     rewrite("/etc/resolv.conf", "nameserver 198.51.100.1\n");
     const ScriptResult result = check();
-    QCOMPARE(result.firstLine(), QString("No DNS server could look up example.test (no answer): "
-                                         "check the network and this Mac's DNS settings."));
-    QCOMPARE(result.status, 1);
+    checkRefusal(result, noServer.arg("no answer"));
     QVERIFY(result.milliseconds < 6000);
 }
 
 void TestNameServers::saysWhatTheDnsServerAnswers()
 {
     standIn("dig", "echo ';; ->>HEADER<<- opcode: QUERY, status: SERVFAIL, id: 1'\n");
-    const ScriptResult result = check();
-    QCOMPARE(result.firstLine(), QString("No DNS server could look up example.test (SERVFAIL): "
-                                         "check the network and this Mac's DNS settings."));
-    QCOMPARE(result.status, 1);
+    checkRefusal(check(), noServer.arg("SERVFAIL"));
 }
 
 void TestNameServers::readsTheMacsResolvers_data()
@@ -199,10 +201,8 @@ void TestNameServers::comparesTheClock_data()
 {
     QTest::addColumn<QByteArray>("shift");
     QTest::addColumn<QString>("sentence");
-    const QString sentence =
-        "This Mac's clock is %1 the domain's: set its date and time, and try again.";
-    QTest::newRow("an hour ahead") << QByteArray("+1h") << sentence.arg("60 minutes ahead of");
-    QTest::newRow("a day behind") << QByteArray("-1d") << sentence.arg("1440 minutes behind");
+    QTest::newRow("an hour ahead") << QByteArray("+1h") << clockIs.arg("60 minutes ahead of");
+    QTest::newRow("a day behind") << QByteArray("-1d") << clockIs.arg("1440 minutes behind");
     QTest::newRow("four minutes ahead") << QByteArray("+4m") << QString();
     QTest::newRow("four minutes behind") << QByteArray("-4m") << QString();
 }
@@ -256,10 +256,7 @@ void TestNameServers::allowsFiveMinutes()
                                             "puts $sentence")
                                         .arg(2000000000 + ahead)
                                         .arg(time));
-    QCOMPARE(sentence, said.isEmpty() ? QString()
-                                      : QString("This Mac's clock is %1 the domain's: set its date "
-                                                "and time, and try again.")
-                                            .arg(said));
+    QCOMPARE(sentence, said.isEmpty() ? QString() : clockIs.arg(said));
 }
 
 DOMAIN_TEST_MAIN(TestNameServers)
