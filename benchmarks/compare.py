@@ -124,7 +124,7 @@ def measure(program, folder, all_rows):
 
 def run_on_practice_mac(build, program, *options):
     """What a program prints on the practice Mac; None where there is none."""
-    answer = subprocess.run(["practice/world", *options, build, f"{build}/benchmarks/{program}"],
+    answer = subprocess.run(["practice/mac", *options, build, f"{build}/benchmarks/{program}"],
                             stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                             stderr=subprocess.PIPE, text=True)
     if answer.returncode != 0:

@@ -1,7 +1,7 @@
 // Measures what a real domain takes through the wizard: the check of a name and a password behind
 // dead controllers, and a tree of ten thousand containers, alternately with the same questions from
 // a shell. Prints times in nanoseconds: {name: {"ours": [...], "peer": [...]}}. Run it with
-// practice/world --scenario many.
+// practice/mac --scenario many.
 
 #include "browser/cnbrowser.h"
 #include "system/lowerpriv.h"

@@ -1,5 +1,5 @@
 // Joins the practice Mac alternately through the wizard and by the same command in a shell, and
-// prints the real times in nanoseconds: {"ours": [...], "peer": [...]}. Run it with practice/world.
+// prints the real times in nanoseconds: {"ours": [...], "peer": [...]}. Run it with practice/mac.
 
 #include "pages/joinflags.h"
 #include "system/lowerpriv.h"

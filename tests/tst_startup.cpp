@@ -59,7 +59,7 @@ void TestStartup::showsTheWizardOnlyAfterTheProbes()
     World::answer("profiles", held);
     Program program;
     QTRY_COMPARE(World::callsOf("profiles").size(), 1);
-    QCOMPARE(program.desktop.windows(), QStringList());
+    QCOMPARE(program.session.windows(), QStringList());
     World::release("profiles");
     QVERIFY(program.showsTheWizard());
     QCOMPARE(World::callsOf("mvinfo").size(), 2);
@@ -71,8 +71,8 @@ void TestStartup::showsOneWindowOfFixedSize()
 {
     Program program;
     QVERIFY(program.showsTheWizard());
-    QCOMPARE(program.desktop.windows(), QStringList{program.wizard});
-    QCOMPARE(program.desktop.place(program.wizard).size(), QSize(800, 600));
+    QCOMPARE(program.session.windows(), QStringList{program.wizard});
+    QCOMPARE(program.session.place(program.wizard).size(), QSize(800, 600));
     QVERIFY(program.close());
     QVERIFY(program.endsWith0());
 }
@@ -104,7 +104,7 @@ void TestStartup::closingAtAnyPageEndsIt()
         QVERIFY(program.nextRuns(tool));
     QVERIFY(program.close());
     QVERIFY(program.endsWith0());
-    QCOMPARE(program.desktop.allWindowsEver(), QStringList{program.wizard});
+    QCOMPARE(program.session.allWindowsEver(), QStringList{program.wizard});
 }
 
 void TestStartup::closingOrFinishingTheLastPageEndsIt_data()
@@ -124,7 +124,7 @@ void TestStartup::closingOrFinishingTheLastPageEndsIt()
     QVERIFY(program.join());
     QVERIFY(program.close(key));
     QVERIFY(program.endsWith0());
-    QCOMPARE(program.desktop.allWindowsEver(), QStringList({program.wizard, program.progress}));
+    QCOMPARE(program.session.allWindowsEver(), QStringList({program.wizard, program.progress}));
 }
 
 void TestStartup::progressOfAJoinCannotBeClosed()
@@ -137,14 +137,14 @@ void TestStartup::progressOfAJoinCannotBeClosed()
     QVERIFY(program.showsTheWizard());
     for (const char* tool : {"mvinfo", "mvedit", "gui_helper_tool"})
         QVERIFY(program.nextRuns(tool));
-    const QString progress = program.desktop.waitForWindow("Joining");
-    QVERIFY(program.desktop.pressIn(progress, "alt+F4"));
-    QVERIFY(program.desktop.pressIn(progress, "Escape"));
-    QVERIFY(program.desktop.pressIn(progress, "Return"));
+    const QString progress = program.session.waitForWindow("Joining");
+    QVERIFY(program.session.pressIn(progress, "alt+F4"));
+    QVERIFY(program.session.pressIn(progress, "Escape"));
+    QVERIFY(program.session.pressIn(progress, "Return"));
     World::release("gui_helper_tool");
     QVERIFY(program.close());
     QVERIFY(program.endsWith0());
-    QCOMPARE(program.desktop.allWindowsEver(), QStringList({program.wizard, progress}));
+    QCOMPARE(program.session.allWindowsEver(), QStringList({program.wizard, progress}));
 }
 
 // The address sanitizer sees whether they leave anything behind.

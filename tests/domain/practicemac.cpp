@@ -86,7 +86,7 @@ void DomainTest::joinMac(const QString& computerName)
 void DomainTest::initTestCase()
 {
     QVERIFY2(QFile::exists(QStringLiteral("/var/lib/practice-domain")),
-             "This test runs on the practice Mac: use practice/world");
+             "This test runs on the practice Mac: use practice/mac");
 }
 
 void DomainTest::init()

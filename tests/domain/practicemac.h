@@ -12,7 +12,7 @@ struct Computer {
     QString description;
 };
 
-// The machine that practice/world makes, on which a domain test runs: a real domain, and the
+// The machine that practice/mac makes, on which a domain test runs: a real domain, and the
 // agent's and the system's tools, which work on it.
 namespace PracticeMac {
 

@@ -7,7 +7,7 @@
 using PracticeMac::base;
 using PracticeMac::directoryOn;
 
-// Worlds with one trouble each: every function runs in that of the scenario that it stands for.
+// Macs with one trouble each: every function runs on that of the scenario that it stands for.
 class TestScenarios : public DomainTest
 {
     Q_OBJECT

@@ -23,7 +23,7 @@ private slots:
 void TestSignIn::initTestCase()
 {
     DomainTest::initTestCase();
-    QFile added("/run/accounts_added"); // in this world, where the program may have run before
+    QFile added("/run/accounts_added"); // on this Mac, where the program may have run before
     if (added.exists())
         return;
     PracticeMac::run(testScript("add_accounts"), {});

@@ -43,20 +43,20 @@ void TestDesktop::dialogsOpenOverTheWizardAndStayInFront()
     QVERIFY(program.showsTheWizard());
     for (const QString& tool : tools)
         QVERIFY(program.nextRuns(tool));
-    const QString dialog = program.desktop.waitForWindow(title);
+    const QString dialog = program.session.waitForWindow(title);
     QVERIFY(!dialog.isEmpty());
 
-    QTEST(program.desktop.place(dialog).size(), "size");
+    QTEST(program.session.place(dialog).size(), "size");
     // But for the title bar, which the window manager adds.
     const auto isCentred = [&] {
         const QPoint distance =
-            program.desktop.place(dialog).center() - program.desktop.place(program.wizard).center();
+            program.session.place(dialog).center() - program.session.place(program.wizard).center();
         return qAbs(distance.x()) <= 2 && qAbs(distance.y()) <= 30;
     };
     QTRY_VERIFY(isCentred());
-    QVERIFY(program.desktop.isInFront(dialog, program.wizard));
-    program.desktop.clickInto(program.wizard);
-    QVERIFY(program.desktop.isInFront(dialog, program.wizard));
+    QVERIFY(program.session.isInFront(dialog, program.wizard));
+    program.session.clickInto(program.wizard);
+    QVERIFY(program.session.isInFront(dialog, program.wizard));
     World::release("gui_helper_tool");
 }
 

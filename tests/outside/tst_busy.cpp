@@ -15,7 +15,7 @@ constexpr int watchedAfter = 300; // ms
 
 const QPoint nextButton(740, 575); // in the wizard's window
 
-std::unique_ptr<Desktop> desktop;
+std::unique_ptr<XSession> desktop;
 std::unique_ptr<ScreenReader> reader;
 
 // The program on the desktop, from its start to its end.
@@ -156,7 +156,7 @@ private slots:
 void TestBusy::init()
 {
     WorldTest::init();
-    desktop = std::make_unique<Desktop>();
+    desktop = std::make_unique<XSession>();
     reader = std::make_unique<ScreenReader>(*desktop);
 }
 

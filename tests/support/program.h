@@ -1,17 +1,17 @@
 #pragma once
 
-#include "tests/support/desktop.h"
 #include "tests/support/world.h"
+#include "tests/support/xsession.h"
 
 #include <QTest>
 
-// The program as a process on a desktop of its own.
+// The program as a process in an X session of its own.
 class Program
 {
 public:
     explicit Program(const QStringList& arguments = {})
     {
-        process.setProcessEnvironment(desktop.environment());
+        process.setProcessEnvironment(session.environment());
         process.start(ASSISTANT_PROGRAM, arguments);
         if (!process.waitForStarted())
             qFatal("The program can't be started");
@@ -24,13 +24,13 @@ public:
 
     bool showsTheWizard()
     {
-        wizard = desktop.waitForWindow("Morvanta Join Assistant");
+        wizard = session.waitForWindow("Morvanta Join Assistant");
         return !wizard.isEmpty();
     }
     // Presses Return, which is Next or, at the end, Finish.
     bool next() const
     {
-        return desktop.pressIn(wizard, "Return");
+        return session.pressIn(wizard, "Return");
     }
     // Presses Next and waits for the run of a tool that follows; again, since what is pressed while
     // the step before is still under way is forgotten.
@@ -52,18 +52,18 @@ public:
         World::answer("gui_helper_tool", held);
         if (!nextRuns("gui_helper_tool"))
             return false;
-        progress = desktop.waitForWindow("Joining");
+        progress = session.waitForWindow("Joining");
         World::release("gui_helper_tool");
-        return QTest::qWaitFor([this] { return desktop.windows() == QStringList{wizard}; }, 20000);
+        return QTest::qWaitFor([this] { return session.windows() == QStringList{wizard}; }, 20000);
     }
     // Presses again as a person would: the window manager misses keys while it takes the keyboard
     // over from the server's first use of it, and the wizard forgets those that come during a step.
     bool close(const QString& key = "alt+F4") const
     {
         for (int press = 0; press < 5; ++press) {
-            if (!desktop.pressIn(wizard, key))
+            if (!session.pressIn(wizard, key))
                 return false;
-            if (QTest::qWaitFor([this] { return desktop.windows().isEmpty(); }, 2000))
+            if (QTest::qWaitFor([this] { return session.windows().isEmpty(); }, 2000))
                 return true;
         }
         return false;
@@ -74,7 +74,7 @@ public:
                process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
     }
 
-    Desktop desktop;
+    XSession session;
     QProcess process;
     QString wizard;
     QString progress;

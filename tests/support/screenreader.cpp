@@ -2,7 +2,7 @@
 
 #include <QTest>
 
-ScreenReader::ScreenReader(const Desktop& desktop) : variables(desktop.environment())
+ScreenReader::ScreenReader(const XSession& desktop) : variables(desktop.environment())
 {
     bus.start(QStringLiteral("dbus-daemon"), {"--session", "--nofork", "--print-address"});
     if (!bus.waitForReadyRead())

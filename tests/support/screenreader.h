@@ -1,13 +1,13 @@
 #pragma once
 
-#include "tests/support/desktop.h"
+#include "tests/support/xsession.h"
 
 // A screen reader on a desktop: another process that presses buttons over the accessibility bus,
 // also those that no mouse can reach. Made before the programs that it is to work with.
 class ScreenReader
 {
 public:
-    explicit ScreenReader(const Desktop& desktop);
+    explicit ScreenReader(const XSession& desktop);
     ~ScreenReader();
 
     // For programs that are to be read.

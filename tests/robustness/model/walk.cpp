@@ -2,7 +2,7 @@
 // depth, then random ones. Each branch is a fork of the process, so that a path is not walked again
 // for each of its ends, and so that a crash or a hang ends one branch and not the walk.
 
-#include "tests/robustness/model/program.h"
+#include "tests/robustness/model/testedwizard.h"
 #include "tests/support/worldtest.h"
 
 #include <QCommandLineParser>
@@ -87,7 +87,7 @@ struct Walk {
     }
 
     Rules model;
-    Program program;
+    TestedWizard program;
     QStringList path;
 };
 
@@ -279,7 +279,7 @@ void startWorker(int argc, char** argv, const Extent& extent)
     QApplication::setQuitOnLastWindowClosed(false);
     QThreadPool::globalInstance()->setExpiryTimeout(0);
     // Fonts and images are loaded once, and not in each fork.
-    Program(Machine()).take(Step(), Machine());
+    TestedWizard(Machine()).take(Step(), Machine());
     work(extent);
     _exit(0);
 }

@@ -7,11 +7,11 @@
 
 // An X display of its own with a window manager, for tests of the program as a process. Inside the
 // test world; gone when the object is.
-class Desktop
+class XSession
 {
 public:
-    Desktop();
-    ~Desktop();
+    XSession();
+    ~XSession();
 
     // For programs that are to show themselves here.
     QProcessEnvironment environment() const;

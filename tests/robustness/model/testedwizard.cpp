@@ -1,4 +1,4 @@
-#include "tests/robustness/model/program.h"
+#include "tests/robustness/model/testedwizard.h"
 
 #include "browser/cnbrowser.h"
 #include "pages/dialogs/loadcn.h"
@@ -114,7 +114,7 @@ QString described(const QWidget* widget)
 
 } // namespace
 
-Program::Program(const Machine& machine) : detour(machine.detour)
+TestedWizard::TestedWizard(const Machine& machine) : detour(machine.detour)
 {
     World::reset();
     if (!machine.agent) {
@@ -124,13 +124,13 @@ Program::Program(const Machine& machine) : detour(machine.detour)
     qApp->installEventFilter(this);
 }
 
-Program::~Program()
+TestedWizard::~TestedWizard()
 {
     qApp->removeEventFilter(this);
 }
 
 // Each dialog that blocks the program is noted and sent away as a person would do it.
-bool Program::eventFilter(QObject* object, QEvent* event)
+bool TestedWizard::eventFilter(QObject* object, QEvent* event)
 {
     auto* dialog = qobject_cast<QDialog*>(object);
     if (event->type() != QEvent::Show || dialog == nullptr)
@@ -149,7 +149,7 @@ bool Program::eventFilter(QObject* object, QEvent* event)
     return false;
 }
 
-void Program::start()
+void TestedWizard::start()
 {
     wizard.reset();
     joining = enrolling = false;
@@ -166,7 +166,7 @@ void Program::start()
     wizard->show();
 }
 
-View Program::take(const Step& step, const Machine& machine)
+View TestedWizard::take(const Step& step, const Machine& machine)
 {
     World::forgetCalls();
     dialogs.clear();
@@ -242,7 +242,7 @@ View Program::take(const Step& step, const Machine& machine)
 }
 
 // What is done while a tool keeps the program busy is heard of after the tool's end.
-void Program::queue(Meanwhile meanwhile) const
+void TestedWizard::queue(Meanwhile meanwhile) const
 {
     QWindow* window = wizard->windowHandle();
     const bool all = meanwhile == Meanwhile::All;
@@ -275,7 +275,7 @@ void Program::queue(Meanwhile meanwhile) const
         QCoreApplication::postEvent(window, new QEvent(QEvent::Close));
 }
 
-void Program::press(const QString& widget)
+void TestedWizard::press(const QString& widget)
 {
     auto* button = child<QAbstractButton>(wizard->currentPage(), widget);
     // Always hidden; the flag that it sets is the program's all the same.
@@ -285,7 +285,7 @@ void Program::press(const QString& widget)
         button->click();
 }
 
-void Program::browse()
+void TestedWizard::browse()
 {
     press("ContainerDNBrowse");
     const auto isLoading = [] {
@@ -298,7 +298,7 @@ void Program::browse()
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
-void Program::choose(const QString& item)
+void TestedWizard::choose(const QString& item)
 {
     auto* tree = child<QTreeView>(openBrowser(), "browserTree");
     // After a failed load there is nothing to select.
@@ -311,13 +311,13 @@ void Program::choose(const QString& item)
     child<QPushButton>(openBrowser(), "chooseButton")->click();
 }
 
-QDialog* Program::openBrowser() const
+QDialog* TestedWizard::openBrowser() const
 {
     auto* browser = wizard->findChild<cnbrowser*>();
     return browser != nullptr && browser->isVisible() ? browser : nullptr;
 }
 
-QMap<QString, QString> Program::widgets() const
+QMap<QString, QString> TestedWizard::widgets() const
 {
     QMap<QString, QString> seen;
     const QList<QWidget*> all = wizard->currentPage()->findChildren<QWidget*>();
@@ -331,7 +331,7 @@ QMap<QString, QString> Program::widgets() const
     return seen;
 }
 
-QStringList Program::buttons() const
+QStringList TestedWizard::buttons() const
 {
     QStringList seen;
     for (const auto which : {QWizard::BackButton, QWizard::NextButton, QWizard::FinishButton,

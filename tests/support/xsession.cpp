@@ -1,4 +1,4 @@
-#include "tests/support/desktop.h"
+#include "tests/support/xsession.h"
 
 #include "tests/support/world.h"
 
@@ -26,7 +26,7 @@ void end(QProcess& process)
 
 } // namespace
 
-Desktop::Desktop()
+XSession::XSession()
 {
     server.setStandardErrorFile(QProcess::nullDevice());
     server.start(QStringLiteral("setpriv"),
@@ -49,14 +49,14 @@ Desktop::Desktop()
     watch.waitForReadyRead();
 }
 
-Desktop::~Desktop()
+XSession::~XSession()
 {
     end(watch);
     end(windowManager);
     end(server);
 }
 
-QProcessEnvironment Desktop::environment() const
+QProcessEnvironment XSession::environment() const
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("DISPLAY"), display);
@@ -69,14 +69,14 @@ QProcessEnvironment Desktop::environment() const
     return environment;
 }
 
-QStringList Desktop::windows() const
+QStringList XSession::windows() const
 {
     watched += watch.readAllStandardOutput();
     const QList<QByteArray> lists = watched.split('\n');
     return windowIds(lists.value(lists.size() - 2));
 }
 
-QStringList Desktop::allWindowsEver() const
+QStringList XSession::allWindowsEver() const
 {
     watched += watch.readAllStandardOutput();
     QStringList ids = windowIds(watched);
@@ -84,7 +84,7 @@ QStringList Desktop::allWindowsEver() const
     return ids;
 }
 
-QString Desktop::ask(const QString& tool, const QStringList& arguments) const
+QString XSession::ask(const QString& tool, const QStringList& arguments) const
 {
     QProcess process;
     process.setProcessEnvironment(environment());
@@ -93,12 +93,12 @@ QString Desktop::ask(const QString& tool, const QStringList& arguments) const
     return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
 }
 
-QString Desktop::title(const QString& window) const
+QString XSession::title(const QString& window) const
 {
     return ask(QStringLiteral("xdotool"), {"getwindowname", window});
 }
 
-QRect Desktop::place(const QString& window) const
+QRect XSession::place(const QString& window) const
 {
     const QStringList lines =
         ask(QStringLiteral("xdotool"), {"getwindowgeometry", "--shell", window}).split('\n');
@@ -109,14 +109,14 @@ QRect Desktop::place(const QString& window) const
             value(QStringLiteral("HEIGHT"))};
 }
 
-bool Desktop::isInFront(const QString& window, const QString& other) const
+bool XSession::isInFront(const QString& window, const QString& other) const
 {
     const QStringList stack =
         windowIds(ask(QStringLiteral("xprop"), {"-root", "_NET_CLIENT_LIST_STACKING"}).toLatin1());
     return stack.contains(other) && stack.indexOf(window) > stack.indexOf(other);
 }
 
-QString Desktop::waitForWindow(const QString& title) const
+QString XSession::waitForWindow(const QString& title) const
 {
     QString found;
     const bool came = QTest::qWaitFor(
@@ -132,7 +132,7 @@ QString Desktop::waitForWindow(const QString& title) const
     return came ? found : QString();
 }
 
-bool Desktop::pressIn(const QString& window, const QString& key) const
+bool XSession::pressIn(const QString& window, const QString& key) const
 {
     if (!QTest::qWaitFor(
             [&] { return ask(QStringLiteral("xdotool"), {"getwindowfocus"}) == window; }, 20000))
@@ -141,23 +141,23 @@ bool Desktop::pressIn(const QString& window, const QString& key) const
     return true;
 }
 
-void Desktop::key(const QStringList& keys) const
+void XSession::key(const QStringList& keys) const
 {
     ask(QStringLiteral("xdotool"), QStringList{"key", "--delay", "1"} + keys);
 }
 
-void Desktop::pointAt(const QString& window, const QPoint& place) const
+void XSession::pointAt(const QString& window, const QPoint& place) const
 {
     ask(QStringLiteral("xdotool"),
         {"mousemove", "--window", window, QString::number(place.x()), QString::number(place.y())});
 }
 
-void Desktop::click() const
+void XSession::click() const
 {
     ask(QStringLiteral("xdotool"), {"click", "1"});
 }
 
-void Desktop::clickInto(const QString& window) const
+void XSession::clickInto(const QString& window) const
 {
     ask(QStringLiteral("xdotool"), {"mousemove", "--window", window, "20", "20", "click", "1"});
 }

@@ -7,15 +7,15 @@
 
 #include <memory>
 
-// The real program in the test world: takes the model's steps with clicks and tells what is to be
+// The real wizard in the test world: takes the model's steps with clicks and tells what is to be
 // seen, in the model's terms.
-class Program : public QObject
+class TestedWizard : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit Program(const Model::Machine& machine);
-    ~Program() override;
+    explicit TestedWizard(const Model::Machine& machine);
+    ~TestedWizard() override;
 
     // The machine is as the model has it before the step.
     Model::View take(const Model::Step& step, const Model::Machine& machine);
