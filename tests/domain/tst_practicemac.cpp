@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QProcess>
+#include <QTemporaryDir>
 
 // What the practice Mac itself promises to the tests and the scenarios.
 class TestPracticeMac : public DomainTest
@@ -13,6 +14,7 @@ private slots:
     void scutilTellsTheNameServersAsAMacDoes();
     void agentTakesEachFormOfUserAndDomain_data();
     void agentTakesEachFormOfUserAndDomain();
+    void agentTellsWhyTheDirectoryDidNotAnswer();
 };
 
 namespace {
@@ -124,6 +126,29 @@ void TestPracticeMac::agentTakesEachFormOfUserAndDomain()
     QCOMPARE(PracticeMac::directoryOn("form-mac").state, QString("enabled"));
     PracticeMac::run("/usr/local/sbin/mvleave", {"-r", "-u", user, "-p", PracticeMac::password});
     QCOMPARE(PracticeMac::directoryOn("form-mac").distinguishedName, QString());
+}
+
+void TestPracticeMac::agentTellsWhyTheDirectoryDidNotAnswer()
+{
+    QTemporaryDir tools;
+    const QString search = tools.filePath("ldapsearch");
+    write(search, "#!/bin/sh\n"
+                  "[ \"$1\" = -Q ] || exec /usr/bin/ldapsearch \"$@\"\n"
+                  "echo SASL/GSSAPI >&2\n"
+                  "echo 'Server is busy (51)' >&2\n"
+                  "exit 51\n");
+    QVERIFY(QFile::setPermissions(search, QFile::ReadOwner | QFile::ExeOwner));
+    QProcess join;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("PATH", tools.path() + ':' + environment.value("PATH"));
+    join.setProcessEnvironment(environment);
+    join.start("/usr/local/sbin/mvjoin", {"-u", PracticeMac::administrator, "-p",
+                                          PracticeMac::password, PracticeMac::domain, "-w"});
+    QVERIFY(join.waitForFinished(60000));
+    QCOMPARE(join.exitCode(), 1);
+    QCOMPARE(join.readAllStandardOutput(),
+             QByteArray("The domain controller dc1.example.test did not answer. Server is busy "
+                        "(51)\n"));
 }
 
 DOMAIN_TEST_MAIN(TestPracticeMac)
