@@ -49,7 +49,6 @@ about::about(QWidget* parent) : QDialog(parent), ui(new Ui::about)
         else if (line.contains(QLatin1String("NSHumanReadableCopyright")))
             copyright = parse(nextLine(file));
     }
-    file.close();
 
     QString version;
     if (!bundleVersion.isEmpty() && !shortVersion.isEmpty())

@@ -2,12 +2,14 @@
 #include "ui_wizard.h"
 
 #include "app/about.h"
+#include "pages/dialogs/warning.h"
 #include "pages/joinflags.h"
 #include "pages/pageids.h"
 #include "widgets/queuedinput.h"
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QApplication>
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QPainter>
@@ -35,6 +37,7 @@ Wizard::Wizard(QWidget* parent) : QWizard(parent), ui(new Ui::Wizard)
     setOption(QWizard::NoBackButtonOnLastPage);
     takeOverButton(QWizard::NextButton, &Wizard::checkNext);
     takeOverButton(QWizard::BackButton, &Wizard::checkBack);
+    connect(this, &QWizard::currentIdChanged, this, [this] { messageWasLast = false; });
 
     addAboutMenu();
 }
@@ -78,6 +81,13 @@ void Wizard::offerAboutBesidePages()
     layout->addWidget(aboutButton, 0, Qt::AlignHCenter);
     setSideWidget(side);
     setTabOrder(button(QWizard::FinishButton), aboutButton);
+}
+
+bool Wizard::event(QEvent* event)
+{
+    if (event->type() == QEvent::WindowBlocked)
+        messageWasLast = qobject_cast<Warning*>(QApplication::activeModalWidget()) != nullptr;
+    return QWizard::event(event);
 }
 
 // Paints the picture with twice the pixels where the screen shows them.
@@ -129,6 +139,9 @@ void Wizard::checkBack()
 void Wizard::endStep(bool forward)
 {
     pageAdjustment(forward);
+    // A message's own event loop has handled what queued up; what comes now is for the page below.
+    if (messageWasLast)
+        return;
     hold(true);
     afterQueuedInput(this, [this] { release(); });
 }

@@ -30,6 +30,7 @@ public:
     void done(int result) override;
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool focusNextPrevChild(bool next) override;
@@ -53,4 +54,5 @@ private:
     QMenu* aboutMenu;
     QList<QAbstractButton*> held;         // disabled until release()
     QAbstractButton* heldFocus = nullptr; // the one of them that had the keyboard focus
+    bool messageWasLast = false;          // of the dialogs over the current page
 };

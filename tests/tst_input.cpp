@@ -75,6 +75,7 @@ private slots:
     void nothingCanBePressedDuringARun_data();
     void nothingCanBePressedDuringARun();
     void heldButtonGetsTheFocusBack();
+    void thePageCountsAsSoonAsItsMessageIsClosed();
 };
 
 void TestInput::eachPressMovesOnce()
@@ -203,6 +204,19 @@ void TestInput::heldButtonGetsTheFocusBack()
     driver.next();
     QCOMPARE(driver.page(), 3);
     QCOMPARE(driver.wizard.focusWidget(), driver.button(QWizard::NextButton));
+}
+
+void TestInput::thePageCountsAsSoonAsItsMessageIsClosed()
+{
+    WizardDriver driver;
+    driver.goToCredentials();
+    Answer refused;
+    refused.exitStatus = 1;
+    World::answer("mvedit", refused);
+    auto* next = driver.button(QWizard::NextButton);
+    const QStringList messages = warningsDuring([next] { next->click(); });
+    QVERIFY(next->isEnabled());
+    QCOMPARE(messages.size(), 1);
 }
 
 WORLD_TEST_MAIN(TestInput)
