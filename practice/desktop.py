@@ -38,10 +38,7 @@ class Desktop(Screen):
         super().__enter__()
         os.environ["DBUS_SESSION_BUS_ADDRESS"] = self.start_server(
             "dbus-daemon", "--session", "--nofork", f"--print-address={DESCRIPTOR}")
-        # Qt looks for the address here first; over the session bus it misses one that is there
-        # before the program.
-        subprocess.run(["xprop", "-root", "-format", "AT_SPI_BUS", "8s", "-set", "AT_SPI_BUS",
-                        screen_reader_bus()], check=True)
+        offer_to_read()
         Atspi.set_timeout(500, 5000)
         return self
 
@@ -200,11 +197,20 @@ class Desktop(Screen):
                         str(20 * self.scale), "-strip", path], check=True)
 
 
-def screen_reader_bus():
-    """The address at which programs offer their widgets to be read."""
+def offer_to_read():
+    """Programs that start after it offer their widgets to be read."""
     session = Gio.bus_get_sync(Gio.BusType.SESSION)
-    return session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None,
-                             None, Gio.DBusCallFlags.NONE, SECONDS * 1000).unpack()[0]
+    bus = ("org.a11y.Bus", "/org/a11y/bus")
+    # Qt 5 misses over the session bus what is there before the program; it looks for the address
+    # of the readers' bus here first.
+    address = session.call_sync(*bus, "org.a11y.Bus", "GetAddress", None, None,
+                                Gio.DBusCallFlags.NONE, SECONDS * 1000).unpack()[0]
+    subprocess.run(["xprop", "-root", "-format", "AT_SPI_BUS", "8s", "-set", "AT_SPI_BUS", address],
+                   check=True)
+    # Qt 6 offers nothing before somebody who reads has said so on the session bus.
+    session.call_sync(*bus, "org.freedesktop.DBus.Properties", "Set",
+                      GLib.Variant("(ssv)", ("org.a11y.Status", "IsEnabled", GLib.Variant("b", True))),
+                      None, Gio.DBusCallFlags.NONE, SECONDS * 1000)
 
 
 def xdotool(*arguments):

@@ -186,10 +186,11 @@ void TestLayout::eachLineOfATextHasItsRoom()
 void TestLayout::aTextIsLaidOutAsFarAsItsTenThousandthCharacter()
 {
     constexpr int width = 300;
+    const int line = WrappingLabel(QStringLiteral("yy")).heightForWidth(width);
     const QString lines = QStringLiteral("\nx").repeated(4999);
     WrappingLabel label("yy" + lines);
     const int height = label.heightForWidth(width);
-    QCOMPARE(height, 5000 * label.fontMetrics().height());
+    QCOMPARE(height, 5000 * line);
     label.setText("y" + lines + "\nx");
     QCOMPARE(label.heightForWidth(width), height);
 }

@@ -60,16 +60,22 @@ def press(caption):
     return "pressed"
 
 
-def offer_bus():
-    """Where the framework looks for the accessibility bus first."""
-    address = Gio.bus_get_sync(Gio.BusType.SESSION).call_sync(
-        "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None,
-        Gio.DBusCallFlags.NONE, 20000).unpack()[0]
-    subprocess.run(["xprop", "-root", "-format", "AT_SPI_BUS", "8s", "-set", "AT_SPI_BUS",
-                    address], check=True)
+def offer_to_read():
+    """Programs that start after it offer their widgets to be read."""
+    session = Gio.bus_get_sync(Gio.BusType.SESSION)
+    bus = ("org.a11y.Bus", "/org/a11y/bus")
+    # Where Qt 5 looks for the address of the readers' bus first.
+    address = session.call_sync(*bus, "org.a11y.Bus", "GetAddress", None, None,
+                                Gio.DBusCallFlags.NONE, 20000).unpack()[0]
+    subprocess.run(["xprop", "-root", "-format", "AT_SPI_BUS", "8s", "-set", "AT_SPI_BUS", address],
+                   check=True)
+    # Qt 6 offers nothing before somebody who reads has said so on the session bus.
+    session.call_sync(*bus, "org.freedesktop.DBus.Properties", "Set",
+                      GLib.Variant("(ssv)", ("org.a11y.Status", "IsEnabled", GLib.Variant("b", True))),
+                      None, Gio.DBusCallFlags.NONE, 20000)
 
 
-offer_bus()
+offer_to_read()
 Atspi.set_timeout(500, 5000)
 print("ready", flush=True)
 for line in sys.stdin:

@@ -1,6 +1,7 @@
 #include "tests/robustness/model/model.h"
 
 #include <QDataStream>
+#include <QIODevice>
 
 namespace Model {
 

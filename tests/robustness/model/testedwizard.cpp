@@ -256,10 +256,11 @@ void TestedWizard::queue(Meanwhile meanwhile) const
         type(Qt::Key_Return, "\r");
         type(Qt::Key_Escape, {});
         const auto* button = wizard->button(QWizard::NextButton);
-        const QPointF place = button->mapTo(wizard.get(), button->rect().center());
+        const QPoint place = button->mapTo(wizard.get(), button->rect().center());
         for (const auto event : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
-            QCoreApplication::postEvent(window, new QMouseEvent(event, place, Qt::LeftButton,
-                                                                Qt::LeftButton, Qt::NoModifier));
+            QCoreApplication::postEvent(
+                window, new QMouseEvent(event, place, wizard->mapToGlobal(place), Qt::LeftButton,
+                                        Qt::LeftButton, Qt::NoModifier));
     }
     if (all || meanwhile == Meanwhile::Assist) {
         for (const auto which : {QWizard::NextButton, QWizard::BackButton, QWizard::FinishButton})
