@@ -8,8 +8,8 @@
 #include <benchmark/benchmark.h>
 #include <functional>
 
-// What the benchmarks share. Each runs once in a process of its own, which ./bench starts, since
-// the wizard, too, loads a tree into fresh memory; nothing that it builds is released.
+// What the benchmarks share. ./bench runs each once in a process of its own, because the wizard,
+// too, loads a tree into fresh memory. Nothing that a benchmark builds is released.
 
 // The folder with the inputs, from the command line.
 extern QString inputFolder;

@@ -61,7 +61,7 @@ QString question(const QString& scopeAndFilter)
         .arg(PracticeMac::base, scopeAndFilter);
 }
 
-// So many controllers that drop every packet stand in DNS before the one that answers.
+// Has DNS list this many controllers that drop every packet before the one that answers.
 void listDeadControllers(int count)
 {
     QStringList controllers;
@@ -105,13 +105,8 @@ qint64 browseAll(QJsonArray* ownTimes)
     return taken;
 }
 
-} // namespace
-
-int main(int argc, char** argv)
+int measureAll()
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
     PracticeMac::consent();
     g_pProcess->setupauth();
     const QTemporaryDir folder;
@@ -141,4 +136,12 @@ int main(int argc, char** argv)
     all.insert(QStringLiteral("containers"), shown(listing));
     all.insert(QStringLiteral("own time"), shown(own));
     puts(QJsonDocument(all).toJson().constData());
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    return runOnPracticeMac(argc, argv, measureAll);
 }

@@ -53,13 +53,8 @@ qint64 joinFromAShell(const QString& computerName)
     return timer.nsecsElapsed();
 }
 
-} // namespace
-
-int main(int argc, char** argv)
+int measureAll()
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
     PracticeMac::consent();
     g_pProcess->setupauth();
     // The first of each warms the domain controller up and does not count.
@@ -72,4 +67,12 @@ int main(int argc, char** argv)
         peer.append(joinFromAShell(QStringLiteral("shell-%1").arg(round)));
     }
     puts(QJsonDocument(QJsonObject{{"ours", ours}, {"peer", peer}}).toJson().constData());
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    return runOnPracticeMac(argc, argv, measureAll);
 }

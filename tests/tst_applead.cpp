@@ -33,267 +33,244 @@ class TestAppleAD : public WorldTest
     Q_OBJECT
 
 private slots:
-    void aCancelledPromptOnEntryLeavesTheDomainEmpty();
-    void withoutADomainTheCheckRunsWithAnEmptyOne_data();
-    void withoutADomainTheCheckRunsWithAnEmptyOne();
-    void wrongCredentialsShowTheFirstLineAndStay();
-    void withoutTheInterpreterNothingIsUnbound();
-    void aFailingUnbindIsNotNoticed_data();
-    void aFailingUnbindIsNotNoticed();
-    void anUnbindThatCantRunIsNotNoticed();
-    void domainIsWhatFollowsTheLastEqualsSign_data();
-    void domainIsWhatFollowsTheLastEqualsSign();
-    void domainIsReadAgainAtEachEntry();
-    void okChecksThenUnbinds();
-    void afterOkTheCredentialsPageOffersTheSame();
-    void nextReadsOkOnThisPageOnly();
-    void carriersAreNeverShown();
-    void formHasItsName();
-    void formHasItsWidgets_data();
-    void formHasItsWidgets();
-    void textsWrap_data();
-    void textsWrap();
-    void passwordIsHidden();
-};
-
-void TestAppleAD::aCancelledPromptOnEntryLeavesTheDomainEmpty()
-{
-    WizardDriver driver;
-    World::answer("authorization_prompt", {"", "", 1});
-    driver.startAt(2);
-    QCOMPARE(driver.page(), 2);
-    QCOMPARE(World::callsOf("authorization_prompt").size(), 1);
-    QCOMPARE(World::callsOf("dsconfigad").size(), 0);
-    QCOMPARE(shownDomain(driver), QString());
-    QCOMPARE(driver.wizard.field("appleADDomain").toString(), QString());
-    QVERIFY(driver.wizard.isVisible());
-}
-
-void TestAppleAD::withoutADomainTheCheckRunsWithAnEmptyOne_data()
-{
-    QTest::addColumn<int>("promptsAnswer");
-    QTest::newRow("a report without a domain") << 0;
-    QTest::newRow("a cancelled prompt") << 1;
-}
-
-void TestAppleAD::withoutADomainTheCheckRunsWithAnEmptyOne()
-{
-    QFETCH(int, promptsAnswer);
-    World::answer("authorization_prompt", {"", "", promptsAnswer});
-    WizardDriver driver;
-    driver.startAt(2);
-    QCOMPARE(shownDomain(driver), QString());
-    driver.type("ADUser", "admin");
-    driver.type("ADPass", "secret");
-    driver.next();
-    QCOMPARE(World::callsOf("mvedit").at(0).words(), credentialCheck("", "admin", "secret"));
-}
-
-void TestAppleAD::wrongCredentialsShowTheFirstLineAndStay()
-{
-    World::answer("mvedit", {"Wrong password\nTry again\n", "", 1});
-    UnbindDriver driver;
-    World::forgetCalls();
-    QCOMPARE(driver.next(), QStringList{refusedCheck("Wrong password")});
-    QCOMPARE(driver.page(), 2);
-    QCOMPARE(World::callsOf("dsconfigad").size(), 0);
-    QCOMPARE(driver.on<QLineEdit>("ADPass")->text(), QString("secret"));
-}
-
-void TestAppleAD::withoutTheInterpreterNothingIsUnbound()
-{
-    World::removeTool("mvedit");
-    UnbindDriver driver;
-    World::forgetCalls();
-    const QStringList warnings = driver.next();
-    QCOMPARE(warnings.size(), 1);
-    QVERIFY(warnings.at(0).contains("/usr/local/bin/mvedit: not found"));
-    QCOMPARE(World::calls().size(), 0);
-    QCOMPARE(driver.page(), 2);
-}
-
-void TestAppleAD::aFailingUnbindIsNotNoticed_data()
-{
-    QTest::addColumn<QByteArray>("output");
-    QTest::addColumn<int>("exitStatus");
-    QTest::newRow("silent") << QByteArray() << 77;
-    QTest::newRow("with a complaint") << QByteArray("Invalid credentials supplied\n") << 1;
-}
-
-void TestAppleAD::aFailingUnbindIsNotNoticed()
-{
-    QFETCH(QByteArray, output);
-    QFETCH(int, exitStatus);
-    World::answer("dsconfigad -r", {output, "", exitStatus});
-    UnbindDriver driver;
-    QCOMPARE(driver.next(), QStringList{unbound});
-    QCOMPARE(driver.page(), 3);
-}
-
-void TestAppleAD::anUnbindThatCantRunIsNotNoticed()
-{
-    UnbindDriver driver;
-    World::removeTool("dsconfigad");
-    QCOMPARE(driver.next(), QStringList{unbound});
-    QCOMPARE(driver.page(), 3);
-}
-
-void TestAppleAD::domainIsWhatFollowsTheLastEqualsSign_data()
-{
-    QTest::addColumn<QByteArray>("report");
-    QTest::addColumn<QString>("domain");
-    QTest::newRow("padded") << QByteArray("head\nActive Directory Domain          = example.test\n")
-                            << "example.test";
-    QTest::newRow("blanks around")
-        << QByteArray("head\nActive Directory Domain =  \t example.test \r\n") << "example.test";
-    QTest::newRow("equals sign in the value")
-        << QByteArray("head\nActive Directory Domain = a= b= example.test\n") << "example.test";
-    QTest::newRow("equals sign without a blank")
-        << QByteArray("head\nActive Directory Domain = a=b\n") << "a=b";
-    QTest::newRow("not ended") << QByteArray("head\nActive Directory Domain = example.test")
-                               << "example.test";
-    QTest::newRow("a further line without an equals sign")
-        << QByteArray("head\nActive Directory Domain = example.test\nActive Directory Domain\n")
-        << "example.test";
-    QTest::newRow("within a line")
-        << QByteArray("head\n  My Active Directory Domains = example.test\n") << "example.test";
-    QTest::newRow("the last of several")
-        << QByteArray(
-               "head\nActive Directory Domain = one.test\nActive Directory Domain = two.test\n")
-        << "two.test";
-    QTest::newRow("non-ASCII") << QByteArray("head\nActive Directory Domain = exämple.test\n")
-                               << QString::fromUtf8("exämple.test");
-    QTest::newRow("first line loses its first four characters")
-        << QByteArray("Active Directory Domain = example.test\n") << "";
-    QTest::newRow("other case") << QByteArray("head\nactive directory domain = example.test\n")
-                                << "";
-    QTest::newRow("no domain line") << QByteArray("head\nComputer Account = my-mac$\n") << "";
-    QTest::newRow("no report") << QByteArray() << "";
-}
-
-void TestAppleAD::domainIsWhatFollowsTheLastEqualsSign()
-{
-    QFETCH(QByteArray, report);
-    QFETCH(QString, domain);
-    WizardDriver driver;
-    World::answer("dsconfigad -show", {report, ""});
-    driver.startAt(2);
-    QCOMPARE(shownDomain(driver), domain);
-    QCOMPARE(driver.wizard.field("appleADDomain").toString(), domain);
-}
-
-void TestAppleAD::domainIsReadAgainAtEachEntry()
-{
-    UnbindDriver driver;
-    QCOMPARE(shownDomain(driver), QString("example.test"));
-    driver.back();
-    World::setBound("other.test");
-    World::forgetCalls();
-    driver.next();
-    QCOMPARE(driver.page(), 2);
-    QCOMPARE(shownDomain(driver), QString("other.test"));
-    // The interim page's query, then this page's own; the administrator was asked before.
-    QCOMPARE(World::callsOf("dsconfigad").size(), 2);
-    QCOMPARE(World::callsOf("dsconfigad").at(1).words(), QStringList({"dsconfigad", "-show"}));
-    QCOMPARE(World::callsOf("authorization_prompt").size(), 0);
-}
-
-void TestAppleAD::okChecksThenUnbinds()
-{
-    UnbindDriver driver;
-    World::forgetCalls();
-    QCOMPARE(driver.next(), QStringList{unbound});
-    const QList<Call> calls = World::calls();
-    QCOMPARE(calls.size(), 2);
-    QCOMPARE(calls.at(0).words(), credentialCheck("example.test", "admin", "secret"));
-    QCOMPARE(calls.at(1).path, QString("/usr/sbin/dsconfigad"));
-    QCOMPARE(calls.at(1).words(),
-             QStringList({"dsconfigad", "-r", "-f", "-u", "admin", "-p", "secret"}));
-}
-
-void TestAppleAD::afterOkTheCredentialsPageOffersTheSame()
-{
-    UnbindDriver driver;
-    driver.next();
-    QCOMPARE(driver.page(), 3);
-    QCOMPARE(driver.on<QLineEdit>("DomainEdit")->text(), QString("example.test"));
-    QCOMPARE(driver.on<QLineEdit>("UsernameEdit")->text(), QString("admin"));
-    QCOMPARE(driver.on<QLineEdit>("PasswordEdit")->text(), QString("secret"));
-}
-
-void TestAppleAD::nextReadsOkOnThisPageOnly()
-{
-    UnbindDriver driver;
-    QCOMPARE(driver.button(QWizard::NextButton)->text(), QString("OK"));
-    driver.next();
-    QVERIFY(driver.button(QWizard::NextButton)->text() != QString("OK"));
-}
-
-void TestAppleAD::carriersAreNeverShown()
-{
-    UnbindDriver driver;
-    driver.next();
-    int hidden = 0;
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    for (const QWidget* window : windows) {
-        if (qobject_cast<const QLineEdit*>(window) == nullptr)
-            continue;
-        ++hidden;
-        QVERIFY(!window->isVisible());
+    void aCancelledPromptOnEntryLeavesTheDomainEmpty()
+    {
+        WizardDriver driver;
+        World::answer("authorization_prompt", {"", "", 1});
+        driver.startAt(2);
+        QCOMPARE(driver.page(), 2);
+        QCOMPARE(World::callsOf("authorization_prompt").size(), 1);
+        QCOMPARE(World::callsOf("dsconfigad").size(), 0);
+        QCOMPARE(shownDomain(driver), QString());
+        QCOMPARE(driver.wizard.field("appleADDomain").toString(), QString());
+        QVERIFY(driver.wizard.isVisible());
     }
-    QCOMPARE(hidden, 3);
-}
 
-// In the wizard the page has the wizard's name for it.
-void TestAppleAD::formHasItsName()
-{
-    const AppleAD page;
-    QCOMPARE(page.objectName(), QString("AppleAD"));
-}
+    void withoutADomainTheCheckRunsWithAnEmptyOne_data()
+    {
+        addColumns<int>("promptsAnswer");
+        addRow("a report without a domain", 0);
+        addRow("a cancelled prompt", 1);
+    }
 
-void TestAppleAD::formHasItsWidgets_data()
-{
-    addFormRows(
-        {{"label", "QLabel",
-          "This machine is currently joined using Apple's Directory Utility to the domain:"},
-         {"ADName", "QLabel", "example.test"},
-         {"label_3", "QLabel",
-          "To unbind from Apple's Directory Utility and use Morvanta Join Assistant to join your "
-          "domain, enter an Active Directory administrator username and password and press OK."},
-         {"label_2", "QLabel", "Active Directory Username:"},
-         {"ADUser", "QLineEdit", ""},
-         {"label_4", "QLabel", "Active Directory Password:"},
-         {"ADPass", "QLineEdit", ""}});
-}
+    void withoutADomainTheCheckRunsWithAnEmptyOne()
+    {
+        QFETCH(int, promptsAnswer);
+        World::answer("authorization_prompt", {"", "", promptsAnswer});
+        WizardDriver driver;
+        driver.startAt(2);
+        QCOMPARE(shownDomain(driver), QString());
+        driver.type("ADUser", "admin");
+        driver.type("ADPass", "secret");
+        driver.next();
+        QCOMPARE(World::callsOf("mvedit").at(0).words(), credentialCheck("", "admin", "secret"));
+    }
 
-void TestAppleAD::formHasItsWidgets()
-{
-    World::setBound();
-    WizardDriver driver;
-    driver.next();
-    QCOMPARE(driver.currentPage()->windowTitle(), QString("WizardPage"));
-    compareWithFormRow(driver.currentPage());
-}
+    void wrongCredentialsShowTheFirstLineAndStay()
+    {
+        World::answer("mvedit", {"Wrong password\nTry again\n", "", 1});
+        UnbindDriver driver;
+        World::forgetCalls();
+        QCOMPARE(driver.next(), QStringList{refusedCheck("Wrong password")});
+        QCOMPARE(driver.page(), 2);
+        QCOMPARE(World::callsOf("dsconfigad").size(), 0);
+        QCOMPARE(driver.text("ADPass"), QString("secret"));
+    }
 
-void TestAppleAD::textsWrap_data()
-{
-    QTest::addColumn<QString>("name");
-    for (const char* name : {"label", "ADName", "label_3"})
-        QTest::newRow(name) << name;
-}
+    void withoutTheInterpreterNothingIsUnbound()
+    {
+        World::removeTool("mvedit");
+        UnbindDriver driver;
+        World::forgetCalls();
+        const QStringList warnings = driver.next();
+        QCOMPARE(warnings.size(), 1);
+        QVERIFY(warnings.at(0).contains("/usr/local/bin/mvedit: not found"));
+        QCOMPARE(World::calls().size(), 0);
+        QCOMPARE(driver.page(), 2);
+    }
 
-void TestAppleAD::textsWrap()
-{
-    QFETCH(QString, name);
-    UnbindDriver driver;
-    QVERIFY(driver.on<QLabel>(name)->wordWrap());
-}
+    void aFailingUnbindIsNotNoticed_data()
+    {
+        addColumns<QByteArray, int>("output", "exitStatus");
+        addRow("silent", QByteArray(), 77);
+        addRow("with a complaint", QByteArray("Invalid credentials supplied\n"), 1);
+    }
 
-void TestAppleAD::passwordIsHidden()
-{
-    UnbindDriver driver;
-    QCOMPARE(driver.on<QLineEdit>("ADPass")->echoMode(), QLineEdit::Password);
-}
+    void aFailingUnbindIsNotNoticed()
+    {
+        QFETCH(QByteArray, output);
+        QFETCH(int, exitStatus);
+        World::answer("dsconfigad -r", {output, "", exitStatus});
+        UnbindDriver driver;
+        QCOMPARE(driver.next(), QStringList{unbound});
+        QCOMPARE(driver.page(), 3);
+    }
+
+    void anUnbindThatCantRunIsNotNoticed()
+    {
+        UnbindDriver driver;
+        World::removeTool("dsconfigad");
+        QCOMPARE(driver.next(), QStringList{unbound});
+        QCOMPARE(driver.page(), 3);
+    }
+
+    void domainIsWhatFollowsTheLastEqualsSign_data()
+    {
+        addColumns<QByteArray, QString>("report", "domain");
+        addRow("padded", QByteArray("head\nActive Directory Domain          = example.test\n"),
+               "example.test");
+        addRow("blanks around", QByteArray("head\nActive Directory Domain =  \t example.test \r\n"),
+               "example.test");
+        addRow("equals sign in the value",
+               QByteArray("head\nActive Directory Domain = a= b= example.test\n"), "example.test");
+        addRow("equals sign without a blank", QByteArray("head\nActive Directory Domain = a=b\n"),
+               "a=b");
+        addRow("not ended", QByteArray("head\nActive Directory Domain = example.test"),
+               "example.test");
+        addRow(
+            "a further line without an equals sign",
+            QByteArray("head\nActive Directory Domain = example.test\nActive Directory Domain\n"),
+            "example.test");
+        addRow("within a line", QByteArray("head\n  My Active Directory Domains = example.test\n"),
+               "example.test");
+        addRow(
+            "the last of several",
+            QByteArray(
+                "head\nActive Directory Domain = one.test\nActive Directory Domain = two.test\n"),
+            "two.test");
+        addRow("non-ASCII", QByteArray("head\nActive Directory Domain = exämple.test\n"),
+               QString::fromUtf8("exämple.test"));
+        addRow("first line loses its first four characters",
+               QByteArray("Active Directory Domain = example.test\n"), "");
+        addRow("other case", QByteArray("head\nactive directory domain = example.test\n"), "");
+        addRow("no domain line", QByteArray("head\nComputer Account = my-mac$\n"), "");
+        addRow("no report", QByteArray(), "");
+    }
+
+    void domainIsWhatFollowsTheLastEqualsSign()
+    {
+        QFETCH(QByteArray, report);
+        QFETCH(QString, domain);
+        WizardDriver driver;
+        World::answer("dsconfigad -show", {report, ""});
+        driver.startAt(2);
+        QCOMPARE(shownDomain(driver), domain);
+        QCOMPARE(driver.wizard.field("appleADDomain").toString(), domain);
+    }
+
+    void domainIsReadAgainAtEachEntry()
+    {
+        UnbindDriver driver;
+        QCOMPARE(shownDomain(driver), QString("example.test"));
+        driver.back();
+        World::setBound("other.test");
+        World::forgetCalls();
+        driver.next();
+        QCOMPARE(driver.page(), 2);
+        QCOMPARE(shownDomain(driver), QString("other.test"));
+        // The interim page's query, then this page's own; the administrator was asked before.
+        QCOMPARE(World::callsOf("dsconfigad").size(), 2);
+        QCOMPARE(World::callsOf("dsconfigad").at(1).words(), QStringList({"dsconfigad", "-show"}));
+        QCOMPARE(World::callsOf("authorization_prompt").size(), 0);
+    }
+
+    void okChecksThenUnbinds()
+    {
+        UnbindDriver driver;
+        World::forgetCalls();
+        QCOMPARE(driver.next(), QStringList{unbound});
+        const QList<Call> calls = World::calls();
+        QCOMPARE(calls.size(), 2);
+        QCOMPARE(calls.at(0).words(), credentialCheck("example.test", "admin", "secret"));
+        QCOMPARE(calls.at(1).path, QString("/usr/sbin/dsconfigad"));
+        QCOMPARE(calls.at(1).words(),
+                 QStringList({"dsconfigad", "-r", "-f", "-u", "admin", "-p", "secret"}));
+    }
+
+    void afterOkTheCredentialsPageOffersTheSame()
+    {
+        UnbindDriver driver;
+        driver.next();
+        QCOMPARE(driver.page(), 3);
+        QCOMPARE(driver.texts({"DomainEdit", "UsernameEdit", "PasswordEdit"}),
+                 QStringList({"example.test", "admin", "secret"}));
+    }
+
+    void nextReadsOkOnThisPageOnly()
+    {
+        UnbindDriver driver;
+        QCOMPARE(driver.button(QWizard::NextButton)->text(), QString("OK"));
+        driver.next();
+        QVERIFY(driver.button(QWizard::NextButton)->text() != QString("OK"));
+    }
+
+    void carriersAreNeverShown()
+    {
+        UnbindDriver driver;
+        driver.next();
+        int hidden = 0;
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        for (const QWidget* window : windows) {
+            if (qobject_cast<const QLineEdit*>(window) == nullptr)
+                continue;
+            ++hidden;
+            QVERIFY(!window->isVisible());
+        }
+        QCOMPARE(hidden, 3);
+    }
+
+    // In the wizard the page has the wizard's name for it.
+    void formHasItsName()
+    {
+        const AppleAD page;
+        QCOMPARE(page.objectName(), QString("AppleAD"));
+    }
+
+    void formHasItsWidgets_data()
+    {
+        addFormRows(
+            {{"label", "QLabel",
+              "This machine is currently joined using Apple's Directory Utility to the domain:"},
+             {"ADName", "QLabel", "example.test"},
+             {"label_3", "QLabel",
+              "To unbind from Apple's Directory Utility and use Morvanta Join Assistant to join "
+              "your domain, enter an Active Directory administrator username and password and "
+              "press OK."},
+             {"label_2", "QLabel", "Active Directory Username:"},
+             {"ADUser", "QLineEdit", ""},
+             {"label_4", "QLabel", "Active Directory Password:"},
+             {"ADPass", "QLineEdit", ""}});
+    }
+
+    void formHasItsWidgets()
+    {
+        World::setBound();
+        WizardDriver driver;
+        driver.next();
+        QCOMPARE(driver.currentPage()->windowTitle(), QString("WizardPage"));
+        compareWithFormRow(driver.currentPage());
+    }
+
+    void textsWrap_data()
+    {
+        addColumns<QString>("name");
+        for (const char* name : {"label", "ADName", "label_3"})
+            addRow(name, name);
+    }
+
+    void textsWrap()
+    {
+        QFETCH(QString, name);
+        UnbindDriver driver;
+        QVERIFY(driver.on<QLabel>(name)->wordWrap());
+    }
+
+    void passwordIsHidden()
+    {
+        UnbindDriver driver;
+        QCOMPARE(driver.on<QLineEdit>("ADPass")->echoMode(), QLineEdit::Password);
+    }
+};
 
 WORLD_TEST_MAIN(TestAppleAD)
 #include "tst_applead.moc"

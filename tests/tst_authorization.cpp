@@ -9,38 +9,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-class TestAuthorization : public WorldTest
-{
-    Q_OBJECT
-
-private slots:
-    void toolThatCannotBeExecutedIs60031_data();
-    void toolThatCannotBeExecutedIs60031();
-    void toolWithoutDescriptorsIs60031();
-    void promptThatCannotBeExecutedIs60008_data();
-    void promptThatCannotBeExecutedIs60008();
-    void nullReferenceIs60002();
-    void promptsAnswerDecides_data();
-    void promptsAnswerDecides();
-    void promptThatIsKilledIs60008();
-    void promptGetsTheToolsPathAlone();
-    void promptComesOncePerReference();
-    void promptComesAgainAfterARefusal();
-    void creatingAReferenceAsksNothing();
-    void toolGetsItsPathAndTheArguments_data();
-    void toolGetsItsPathAndTheArguments();
-    void toolIsADirectChild();
-    void standardInputAndOutputAreOneSocket();
-    void streamGoesBothWays();
-    void standardErrorIsLeftAlone();
-    void noDescriptorReachesPromptOrTool();
-    void toolThatNobodyWaitsForIsReapedByClosing();
-    void toolThatWasWaitedForIsNotWaitedForAgain();
-    void closingTellsTheToolItsInputHasEnded();
-    void writingToAnEndedToolFails();
-    void outputOfAnEndedToolIsWhole();
-};
-
 namespace {
 
 // Makes a program unusable.
@@ -98,259 +66,263 @@ void answerPrompt(int exitStatus)
 // The ways in which a program can be missing.
 void addUnusablePrograms()
 {
-    QTest::addColumn<Spoil>("spoil");
-    QTest::newRow("missing") << Spoil(World::removeTool);
-    QTest::newRow("not executable") << Spoil(World::replaceByPlainFile);
-    QTest::newRow("a folder") << Spoil(World::replaceByFolder);
-    QTest::newRow("executable, and not a program") << Spoil([](const QString& tool) {
-        World::replaceByPlainFile(tool);
-        chmod(World::path(tool).toUtf8(), 0755);
-    });
+    addColumns<Spoil>("spoil");
+    addRow("missing", Spoil(World::removeTool));
+    addRow("not executable", Spoil(World::replaceByPlainFile));
+    addRow("a folder", Spoil(World::replaceByFolder));
+    addRow("executable, and not a program", Spoil([](const QString& tool) {
+               World::replaceByPlainFile(tool);
+               chmod(World::path(tool).toUtf8(), 0755);
+           }));
 }
 
 } // namespace
 
 Q_DECLARE_METATYPE(Spoil)
 
-void TestAuthorization::toolThatCannotBeExecutedIs60031_data()
+class TestAuthorization : public WorldTest
 {
-    addUnusablePrograms();
-}
+    Q_OBJECT
 
-void TestAuthorization::toolThatCannotBeExecutedIs60031()
-{
-    QFETCH(Spoil, spoil);
-    spoil("mvjoin");
-    const QList<int> before = openDescriptors();
-    const Run run(newReference(), World::path("mvjoin"));
-    QCOMPARE(run.status, -60031);
-    QCOMPARE(run.stream, nullptr);
-    QCOMPARE(openDescriptors(), before);
-}
+private slots:
+    void toolThatCannotBeExecutedIs60031_data()
+    {
+        addUnusablePrograms();
+    }
 
-void TestAuthorization::toolWithoutDescriptorsIs60031()
-{
-    const AuthorizationRef reference = newReference();
-    const Run granted(reference, World::path("mvjoin"));
-    const NoDescriptors none;
-    const Run run(reference, World::path("mvjoin"));
-    QCOMPARE(run.status, -60031);
-    QCOMPARE(run.stream, nullptr);
-}
+    void toolThatCannotBeExecutedIs60031()
+    {
+        QFETCH(Spoil, spoil);
+        spoil("mvjoin");
+        const QList<int> before = openDescriptors();
+        const Run run(newReference(), World::path("mvjoin"));
+        QCOMPARE(run.status, -60031);
+        QCOMPARE(run.stream, nullptr);
+        QCOMPARE(openDescriptors(), before);
+    }
 
-void TestAuthorization::promptThatCannotBeExecutedIs60008_data()
-{
-    addUnusablePrograms();
-}
+    void toolWithoutDescriptorsIs60031()
+    {
+        const AuthorizationRef reference = newReference();
+        const Run granted(reference, World::path("mvjoin"));
+        const NoDescriptors none;
+        const Run run(reference, World::path("mvjoin"));
+        QCOMPARE(run.status, -60031);
+        QCOMPARE(run.stream, nullptr);
+    }
 
-void TestAuthorization::promptThatCannotBeExecutedIs60008()
-{
-    QFETCH(Spoil, spoil);
-    spoil("authorization_prompt");
-    const QList<int> before = openDescriptors();
-    const Run run(newReference(), World::path("mvjoin"));
-    QCOMPARE(run.status, -60008);
-    QCOMPARE(run.stream, nullptr);
-    QCOMPARE(World::calls().size(), 0);
-    QCOMPARE(openDescriptors(), before);
-}
+    void promptThatCannotBeExecutedIs60008_data()
+    {
+        addUnusablePrograms();
+    }
 
-void TestAuthorization::nullReferenceIs60002()
-{
-    const Run run(nullptr, World::path("mvjoin"));
-    QCOMPARE(run.status, -60002);
-    QCOMPARE(run.stream, nullptr);
-    QCOMPARE(World::calls().size(), 0);
-}
+    void promptThatCannotBeExecutedIs60008()
+    {
+        QFETCH(Spoil, spoil);
+        spoil("authorization_prompt");
+        const QList<int> before = openDescriptors();
+        const Run run(newReference(), World::path("mvjoin"));
+        QCOMPARE(run.status, -60008);
+        QCOMPARE(run.stream, nullptr);
+        QCOMPARE(World::calls().size(), 0);
+        QCOMPARE(openDescriptors(), before);
+    }
 
-void TestAuthorization::promptsAnswerDecides_data()
-{
-    QTest::addColumn<int>("answer");
-    QTest::addColumn<int>("status");
-    QTest::newRow("0 grants") << 0 << 0;
-    QTest::newRow("1 is cancelled") << 1 << -60006;
-    QTest::newRow("2 is denied") << 2 << -60005;
-    QTest::newRow("3 is an internal error") << 3 << -60008;
-    QTest::newRow("255 is an internal error") << 255 << -60008;
-}
+    void nullReferenceIs60002()
+    {
+        const Run run(nullptr, World::path("mvjoin"));
+        QCOMPARE(run.status, -60002);
+        QCOMPARE(run.stream, nullptr);
+        QCOMPARE(World::calls().size(), 0);
+    }
 
-void TestAuthorization::promptsAnswerDecides()
-{
-    QFETCH(int, answer);
-    QFETCH(int, status);
-    answerPrompt(answer);
-    const Run run(newReference(), World::path("mvjoin"));
-    QCOMPARE(run.status, status);
-    QCOMPARE(run.stream != nullptr, status == 0);
-    if (run.stream != nullptr)
-        rest(run.stream); // to the tool's end
-    QCOMPARE(World::callsOf("mvjoin").size(), status == 0 ? 1 : 0);
-}
+    void promptsAnswerDecides_data()
+    {
+        addColumns<int, int>("answer", "status");
+        addRow("0 grants", 0, 0);
+        addRow("1 is cancelled", 1, -60006);
+        addRow("2 is denied", 2, -60005);
+        addRow("3 is an internal error", 3, -60008);
+        addRow("255 is an internal error", 255, -60008);
+    }
 
-void TestAuthorization::promptThatIsKilledIs60008()
-{
-    World::answer("authorization_prompt", {"", "", 0, SIGKILL});
-    const Run run(newReference(), World::path("mvjoin"));
-    QCOMPARE(run.status, -60008);
-    QCOMPARE(World::callsOf("mvjoin").size(), 0);
-}
+    void promptsAnswerDecides()
+    {
+        QFETCH(int, answer);
+        QFETCH(int, status);
+        answerPrompt(answer);
+        const Run run(newReference(), World::path("mvjoin"));
+        QCOMPARE(run.status, status);
+        QCOMPARE(run.stream != nullptr, status == 0);
+        if (run.stream != nullptr)
+            rest(run.stream); // to the tool's end
+        QCOMPARE(World::callsOf("mvjoin").size(), status == 0 ? 1 : 0);
+    }
 
-void TestAuthorization::promptGetsTheToolsPathAlone()
-{
-    Run(newReference(), World::path("mvjoin"), {"-u", "admin"});
-    const Call prompt = World::calls().at(0);
-    QCOMPARE(prompt.path, QString("/usr/libexec/authorization_prompt"));
-    QCOMPARE(prompt.arguments, QStringList{"/usr/local/sbin/mvjoin"});
-}
+    void promptThatIsKilledIs60008()
+    {
+        World::answer("authorization_prompt", {"", "", 0, SIGKILL});
+        const Run run(newReference(), World::path("mvjoin"));
+        QCOMPARE(run.status, -60008);
+        QCOMPARE(World::callsOf("mvjoin").size(), 0);
+    }
 
-void TestAuthorization::promptComesOncePerReference()
-{
-    const AuthorizationRef first = newReference();
-    Run(first, World::path("mvjoin"));
-    Run(first, World::path("mvleave"));
-    QCOMPARE(World::callsOf("authorization_prompt").size(), 1);
-    Run(newReference(), World::path("mvleave"));
-    QCOMPARE(World::callsOf("authorization_prompt").size(), 2);
-    Run(first, World::path("mvleave"));
-    QCOMPARE(World::callsOf("authorization_prompt").size(), 2);
-    QCOMPARE(World::callsOf("mvleave").size(), 3);
-}
+    void promptGetsTheToolsPathAlone()
+    {
+        Run(newReference(), World::path("mvjoin"), {"-u", "admin"});
+        const Call prompt = World::calls().at(0);
+        QCOMPARE(prompt.path, QString("/usr/libexec/authorization_prompt"));
+        QCOMPARE(prompt.arguments, QStringList{"/usr/local/sbin/mvjoin"});
+    }
 
-void TestAuthorization::promptComesAgainAfterARefusal()
-{
-    const AuthorizationRef reference = newReference();
-    answerPrompt(1);
-    QCOMPARE(Run(reference, World::path("mvjoin")).status, -60006);
-    answerPrompt(0);
-    QCOMPARE(Run(reference, World::path("mvjoin")).status, 0);
-    QCOMPARE(World::callsOf("authorization_prompt").size(), 2);
-    QCOMPARE(World::callsOf("mvjoin").size(), 1);
-}
+    void promptComesOncePerReference()
+    {
+        const AuthorizationRef first = newReference();
+        Run(first, World::path("mvjoin"));
+        Run(first, World::path("mvleave"));
+        QCOMPARE(World::callsOf("authorization_prompt").size(), 1);
+        Run(newReference(), World::path("mvleave"));
+        QCOMPARE(World::callsOf("authorization_prompt").size(), 2);
+        Run(first, World::path("mvleave"));
+        QCOMPARE(World::callsOf("authorization_prompt").size(), 2);
+        QCOMPARE(World::callsOf("mvleave").size(), 3);
+    }
 
-void TestAuthorization::creatingAReferenceAsksNothing()
-{
-    AuthorizationRef reference = nullptr;
-    QCOMPARE(AuthorizationCreate(nullptr, nullptr, kAuthorizationFlagDefaults, &reference), 0);
-    QVERIFY(reference != nullptr);
-    QCOMPARE(World::calls().size(), 0);
-}
+    void promptComesAgainAfterARefusal()
+    {
+        const AuthorizationRef reference = newReference();
+        answerPrompt(1);
+        QCOMPARE(Run(reference, World::path("mvjoin")).status, -60006);
+        answerPrompt(0);
+        QCOMPARE(Run(reference, World::path("mvjoin")).status, 0);
+        QCOMPARE(World::callsOf("authorization_prompt").size(), 2);
+        QCOMPARE(World::callsOf("mvjoin").size(), 1);
+    }
 
-void TestAuthorization::toolGetsItsPathAndTheArguments_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("none") << QStringList();
-    QTest::newRow("several") << QStringList{"-u", "admin", "-p", "secret"};
-    QTest::newRow("empty") << QStringList{"", "a", ""};
-    QTest::newRow("shell characters") << QStringList{"a  b", "'", "\"", "$HOME", "`id`", "%1", "*"};
-    QTest::newRow("not ASCII") << QStringList{QString::fromUtf8("Zoë 東京 🙂")};
-    QTest::newRow("32,767 characters") << QStringList{QString(32767, QChar(0x6771))};
-}
+    void creatingAReferenceAsksNothing()
+    {
+        AuthorizationRef reference = nullptr;
+        QCOMPARE(AuthorizationCreate(nullptr, nullptr, kAuthorizationFlagDefaults, &reference), 0);
+        QVERIFY(reference != nullptr);
+        QCOMPARE(World::calls().size(), 0);
+    }
 
-void TestAuthorization::toolGetsItsPathAndTheArguments()
-{
-    QFETCH(QStringList, arguments);
-    QList<QByteArray> bytes;
-    for (const QString& argument : std::as_const(arguments))
-        bytes << argument.toUtf8();
-    Run(newReference(), World::path("mvjoin"), bytes);
-    const Call tool = World::callsOf("mvjoin").at(0);
-    QCOMPARE(tool.path, QString("/usr/local/sbin/mvjoin")); // its argv[0]
-    QCOMPARE(tool.arguments, arguments);
-}
+    void toolGetsItsPathAndTheArguments_data()
+    {
+        addColumns<QStringList>("arguments");
+        addRow("none", QStringList());
+        addRow("several", QStringList{"-u", "admin", "-p", "secret"});
+        addRow("empty", QStringList{"", "a", ""});
+        addRow("shell characters", QStringList{"a  b", "'", "\"", "$HOME", "`id`", "%1", "*"});
+        addRow("not ASCII", QStringList{QString::fromUtf8("Zoë 東京 🙂")});
+        addRow("32,767 characters", QStringList{QString(32767, QChar(0x6771))});
+    }
 
-void TestAuthorization::toolIsADirectChild()
-{
-    QCOMPARE(printedByShell("echo $PPID"), QByteArray::number(getpid()) + '\n');
-}
+    void toolGetsItsPathAndTheArguments()
+    {
+        QFETCH(QStringList, arguments);
+        QList<QByteArray> bytes;
+        for (const QString& argument : std::as_const(arguments))
+            bytes << argument.toUtf8();
+        Run(newReference(), World::path("mvjoin"), bytes);
+        const Call tool = World::callsOf("mvjoin").at(0);
+        QCOMPARE(tool.path, QString("/usr/local/sbin/mvjoin")); // its argv[0]
+        QCOMPARE(tool.arguments, arguments);
+    }
 
-void TestAuthorization::standardInputAndOutputAreOneSocket()
-{
-    const QList<QByteArray> ends =
-        printedByShell("readlink /proc/$$/fd/0 /proc/$$/fd/1").split('\n');
-    QVERIFY2(ends.at(0).startsWith("socket:"), ends.at(0));
-    QCOMPARE(ends.at(1), ends.at(0));
-}
+    void toolIsADirectChild()
+    {
+        QCOMPARE(printedByShell("echo $PPID"), QByteArray::number(getpid()) + '\n');
+    }
 
-void TestAuthorization::streamGoesBothWays()
-{
-    const Run run(newReference(), "/bin/sh", {"-c", "read line; echo \"got $line\""});
-    fputs("a word\n", run.stream);
-    fflush(run.stream);
-    QCOMPARE(rest(run.stream), QByteArray("got a word\n"));
-}
+    void standardInputAndOutputAreOneSocket()
+    {
+        const QList<QByteArray> ends =
+            printedByShell("readlink /proc/$$/fd/0 /proc/$$/fd/1").split('\n');
+        QVERIFY2(ends.at(0).startsWith("socket:"), ends.at(0));
+        QCOMPARE(ends.at(1), ends.at(0));
+    }
 
-void TestAuthorization::standardErrorIsLeftAlone()
-{
-    struct stat own = {};
-    fstat(STDERR_FILENO, &own);
-    QCOMPARE(printedByShell("stat -Lc %d:%i /proc/$$/fd/2"),
-             QByteArray::number(qulonglong(own.st_dev)) + ':' +
-                 QByteArray::number(qulonglong(own.st_ino)) + '\n');
-}
+    void streamGoesBothWays()
+    {
+        const Run run(newReference(), "/bin/sh", {"-c", "read line; echo \"got $line\""});
+        fputs("a word\n", run.stream);
+        fflush(run.stream);
+        QCOMPARE(rest(run.stream), QByteArray("got a word\n"));
+    }
 
-void TestAuthorization::noDescriptorReachesPromptOrTool()
-{
-    QFile file(World::file("inheritable"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    const int inheritable = dup(file.handle());
-    Run(newReference(), World::path("mvjoin"));
-    close(inheritable);
-    QCOMPARE(World::calls().size(), 2);
-    QCOMPARE(World::calls().at(0).descriptors, QList<int>({0, 1, 2}));
-    QCOMPARE(World::calls().at(1).descriptors, QList<int>({0, 1, 2}));
-}
+    void standardErrorIsLeftAlone()
+    {
+        struct stat own = {};
+        fstat(STDERR_FILENO, &own);
+        QCOMPARE(printedByShell("stat -Lc %d:%i /proc/$$/fd/2"),
+                 QByteArray::number(qulonglong(own.st_dev)) + ':' +
+                     QByteArray::number(qulonglong(own.st_ino)) + '\n');
+    }
 
-void TestAuthorization::toolThatNobodyWaitsForIsReapedByClosing()
-{
-    Run run(newReference(), World::path("mvjoin"));
-    siginfo_t info = {};
-    QCOMPARE(waitid(P_ALL, 0, &info, WEXITED | WNOWAIT), 0);
-    run.finish();
-    QCOMPARE(waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT), -1);
-    QCOMPARE(errno, ECHILD);
-}
+    void noDescriptorReachesPromptOrTool()
+    {
+        QFile file(World::file("inheritable"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        const int inheritable = dup(file.handle());
+        Run(newReference(), World::path("mvjoin"));
+        close(inheritable);
+        QCOMPARE(World::calls().size(), 2);
+        QCOMPARE(World::calls().at(0).descriptors, QList<int>({0, 1, 2}));
+        QCOMPARE(World::calls().at(1).descriptors, QList<int>({0, 1, 2}));
+    }
 
-void TestAuthorization::toolThatWasWaitedForIsNotWaitedForAgain()
-{
-    Run run(newReference(), World::path("mvjoin"));
-    int status = -1;
-    QVERIFY(waitpid(-1, &status, 0) > 0);
-    QCOMPARE(status, 0);
-    // Another child, which closing the stream must neither wait for nor reap.
-    const Run other(newReference(), "/bin/cat");
-    run.finish();
-    siginfo_t info = {};
-    QCOMPARE(waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT), 0);
-    QCOMPARE(info.si_pid, 0);
-}
+    void toolThatNobodyWaitsForIsReapedByClosing()
+    {
+        Run run(newReference(), World::path("mvjoin"));
+        siginfo_t info = {};
+        QCOMPARE(waitid(P_ALL, 0, &info, WEXITED | WNOWAIT), 0);
+        run.finish();
+        QCOMPARE(waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT), -1);
+        QCOMPARE(errno, ECHILD);
+    }
 
-void TestAuthorization::closingTellsTheToolItsInputHasEnded()
-{
-    Run run(newReference(), "/bin/cat");
-    QCOMPARE(run.status, 0);
-    run.finish(); // returns only because cat sees the end of its input
-}
+    void toolThatWasWaitedForIsNotWaitedForAgain()
+    {
+        Run run(newReference(), World::path("mvjoin"));
+        int status = -1;
+        QVERIFY(waitpid(-1, &status, 0) > 0);
+        QCOMPARE(status, 0);
+        // Another child, which closing the stream must neither wait for nor reap.
+        const Run other(newReference(), "/bin/cat");
+        run.finish();
+        siginfo_t info = {};
+        QCOMPARE(waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT), 0);
+        QCOMPARE(info.si_pid, 0);
+    }
 
-void TestAuthorization::writingToAnEndedToolFails()
-{
-    const Run run(newReference(), "/bin/true");
-    QCOMPARE(rest(run.stream), QByteArray());
-    const QByteArray much(10 * BUFSIZ, 'x'); // goes past the stream's own buffer
-    const auto size = static_cast<size_t>(much.size());
-    QCOMPARE(fwrite(much.constData(), 1, size, run.stream), size_t(0));
-    QVERIFY(ferror(run.stream) != 0);
-}
+    void closingTellsTheToolItsInputHasEnded()
+    {
+        Run run(newReference(), "/bin/cat");
+        QCOMPARE(run.status, 0);
+        run.finish(); // returns only because cat sees the end of its input
+    }
 
-void TestAuthorization::outputOfAnEndedToolIsWhole()
-{
-    Answer answer;
-    answer.output = QByteArray("0123456789abcde\n").repeated(4000);
-    World::answer("mvjoin", answer);
-    const Run run(newReference(), World::path("mvjoin"));
-    siginfo_t info = {};
-    QCOMPARE(waitid(P_ALL, 0, &info, WEXITED | WNOWAIT), 0);
-    QVERIFY(rest(run.stream) == answer.output);
-}
+    void writingToAnEndedToolFails()
+    {
+        const Run run(newReference(), "/bin/true");
+        QCOMPARE(rest(run.stream), QByteArray());
+        const QByteArray much(10 * BUFSIZ, 'x'); // goes past the stream's own buffer
+        const auto size = static_cast<size_t>(much.size());
+        QCOMPARE(fwrite(much.constData(), 1, size, run.stream), size_t(0));
+        QVERIFY(ferror(run.stream) != 0);
+    }
+
+    void outputOfAnEndedToolIsWhole()
+    {
+        const QByteArray output = QByteArray("0123456789abcde\n").repeated(4000);
+        World::answer("mvjoin", {output, ""});
+        const Run run(newReference(), World::path("mvjoin"));
+        siginfo_t info = {};
+        QCOMPARE(waitid(P_ALL, 0, &info, WEXITED | WNOWAIT), 0);
+        QVERIFY(rest(run.stream) == output);
+    }
+};
 
 WORLD_TEST_MAIN(TestAuthorization)
 #include "tst_authorization.moc"

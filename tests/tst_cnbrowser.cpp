@@ -6,36 +6,6 @@
 #include <QStandardItemModel>
 #include <QTreeView>
 
-class TestContainerBrowser : public WorldTest
-{
-    Q_OBJECT
-
-private slots:
-    void initTestCase();
-    void missingDomainInfoLoadsNothing_data();
-    void missingDomainInfoLoadsNothing();
-    void unusableDataIsReported_data();
-    void unusableDataIsReported();
-    void failedLoadIsLoadedAnew();
-    void formIsAsItShouldBe();
-    void loadDrawsTheTree();
-    void sameDomainIsNotLoadedAgain();
-    void otherDomainIsLoaded();
-    void duringALoadNothingCountsAsDrawn();
-    void loadIsDrawnForTheDomainThatItWasStartedFor();
-    void drawingWithoutALoaderReportsNothing();
-    void clearedDataIsLoadedAgain();
-    void chosenContainerIsReportedAsItsName_data();
-    void chosenContainerIsReportedAsItsName();
-    void chosenDomainIsRefused_data();
-    void chosenDomainIsRefused();
-    void choosingNothingIsRefused();
-    void onlyTheCurrentRowCounts();
-    void afterTwoLoadsOneClickChoosesTwice();
-    void cancelReportsNothing();
-    void destructionIsLogged();
-};
-
 Q_DECLARE_METATYPE(CNBROWSER_ERROR)
 
 namespace {
@@ -96,293 +66,288 @@ public:
 
 } // namespace
 
-void TestContainerBrowser::initTestCase()
+class TestContainerBrowser : public WorldTest
 {
-    qRegisterMetaType<CNBROWSER_ERROR>("CNBROWSER_ERROR");
-}
+    Q_OBJECT
 
-void TestContainerBrowser::missingDomainInfoLoadsNothing_data()
-{
-    QTest::addColumn<QStringList>("info");
-    QTest::newRow("no domain") << QStringList{"", "admin", "secret"};
-    QTest::newRow("no user") << QStringList{"example.test", "", "secret"};
-    QTest::newRow("no password") << QStringList{"example.test", "admin", ""};
-}
+private slots:
+    void initTestCase()
+    {
+        qRegisterMetaType<CNBROWSER_ERROR>("CNBROWSER_ERROR");
+    }
 
-void TestContainerBrowser::missingDomainInfoLoadsNothing()
-{
-    QFETCH(QStringList, info);
-    Browser browser;
-    browser.dialog.setDomainInfo(info.at(0), info.at(1), info.at(2));
-    QCOMPARE(browser.load(), QList<int>{CNBROWSER_MISSING_DOMAIN_INFO});
-    QCOMPARE(World::calls().size(), 0);
-}
+    void missingDomainInfoLoadsNothing_data()
+    {
+        addColumns<QStringList>("info");
+        addRow("no domain", QStringList{"", "admin", "secret"});
+        addRow("no user", QStringList{"example.test", "", "secret"});
+        addRow("no password", QStringList{"example.test", "admin", ""});
+    }
 
-void TestContainerBrowser::unusableDataIsReported_data()
-{
-    QTest::addColumn<QByteArray>("output");
-    QTest::addColumn<int>("exitStatus");
-    QTest::newRow("the script failed") << QByteArray("OU=a,DC=x\n") << 1;
-    QTest::newRow("no component of a domain") << QByteArray("OU=a\n") << 0;
-    QTest::newRow("no output") << QByteArray() << 0;
-}
+    void missingDomainInfoLoadsNothing()
+    {
+        QFETCH(QStringList, info);
+        Browser browser;
+        browser.dialog.setDomainInfo(info.at(0), info.at(1), info.at(2));
+        QCOMPARE(browser.load(), QList<int>{CNBROWSER_MISSING_DOMAIN_INFO});
+        QCOMPARE(World::calls().size(), 0);
+    }
 
-void TestContainerBrowser::unusableDataIsReported()
-{
-    QFETCH(QByteArray, output);
-    QFETCH(int, exitStatus);
-    World::answer("mvedit", {output, "", exitStatus});
-    Browser browser;
-    QCOMPARE(browser.load(), QList<int>{CNBROWSER_NO_DATA});
-}
+    void unusableDataIsReported_data()
+    {
+        addColumns<QByteArray, int>("output", "exitStatus");
+        addRow("the script failed", QByteArray("OU=a,DC=x\n"), 1);
+        addRow("no component of a domain", QByteArray("OU=a\n"), 0);
+        addRow("no output", QByteArray(), 0);
+    }
 
-void TestContainerBrowser::failedLoadIsLoadedAnew()
-{
-    World::answer("mvedit", {"", "", 1});
-    Browser browser;
-    QCOMPARE(browser.load(), QList<int>{CNBROWSER_NO_DATA});
-    QCOMPARE(browser.load(), QList<int>{CNBROWSER_NO_DATA});
-    World::answer("mvedit", {"OU=a,DC=x\n", ""});
-    QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
-    QCOMPARE(World::calls().size(), 3);
-}
+    void unusableDataIsReported()
+    {
+        QFETCH(QByteArray, output);
+        QFETCH(int, exitStatus);
+        World::answer("mvedit", {output, "", exitStatus});
+        Browser browser;
+        QCOMPARE(browser.load(), QList<int>{CNBROWSER_NO_DATA});
+    }
 
-void TestContainerBrowser::formIsAsItShouldBe()
-{
-    Browser browser;
-    QCOMPARE(browser.dialog.objectName(), QString("cnbrowser"));
-    QCOMPARE(browser.dialog.windowTitle(), QString("CN Browser"));
-    QCOMPARE(browser.dialog.minimumSize(), QSize(528, 640));
-    QCOMPARE(browser.dialog.maximumSize(), QSize(528, 640));
-    QVERIFY(browser.tree()->isHeaderHidden());
-    QCOMPARE(child<QPushButton>(&browser.dialog, "cancelButton")->text(), QString("Cancel"));
-    QCOMPARE(child<QPushButton>(&browser.dialog, "chooseButton")->text(), QString("Choose"));
-    QVERIFY(
-        child<QWidget>(&browser.dialog, "layoutWidget")->findChild<QObject*>("horizontalLayout"));
-}
+    void failedLoadIsLoadedAnew()
+    {
+        World::answer("mvedit", {"", "", 1});
+        Browser browser;
+        QCOMPARE(browser.load(), QList<int>{CNBROWSER_NO_DATA});
+        QCOMPARE(browser.load(), QList<int>{CNBROWSER_NO_DATA});
+        World::answer("mvedit", {"OU=a,DC=x\n", ""});
+        QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
+        QCOMPARE(World::calls().size(), 3);
+    }
 
-void TestContainerBrowser::loadDrawsTheTree()
-{
-    World::answer("mvedit", {"OU=Sales,DC=example,DC=test\n", ""});
-    Browser browser;
-    QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
-    QCOMPARE(World::calls().size(), 1);
-    QCOMPARE(World::calls().at(0).arguments.mid(1),
-             QStringList({"example.test", "admin", "secret"}));
-    QCOMPARE(browser.tree()->model()->index(0, 0).data().toString(), QString("DC=test"));
-    QCOMPARE(browser.tree()->selectionMode(), QAbstractItemView::ExtendedSelection);
-    QCOMPARE(browser.tree()->selectionBehavior(), QAbstractItemView::SelectRows);
-}
+    void formIsAsItShouldBe()
+    {
+        Browser browser;
+        QCOMPARE(browser.dialog.objectName(), QString("cnbrowser"));
+        QCOMPARE(browser.dialog.windowTitle(), QString("CN Browser"));
+        QCOMPARE(browser.dialog.minimumSize(), QSize(528, 640));
+        QCOMPARE(browser.dialog.maximumSize(), QSize(528, 640));
+        QVERIFY(browser.tree()->isHeaderHidden());
+        QCOMPARE(child<QPushButton>(&browser.dialog, "cancelButton")->text(), QString("Cancel"));
+        QCOMPARE(child<QPushButton>(&browser.dialog, "chooseButton")->text(), QString("Choose"));
+        QVERIFY(child<QWidget>(&browser.dialog, "layoutWidget")
+                    ->findChild<QObject*>("horizontalLayout"));
+    }
 
-void TestContainerBrowser::sameDomainIsNotLoadedAgain()
-{
-    World::answer("mvedit", {"OU=a,DC=x\n", ""});
-    Browser browser;
-    QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
-    const QAbstractItemModel* model = browser.tree()->model();
-    QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
-    browser.dialog.setDomainInfo("example.test", "other", "password");
-    QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
-    QCOMPARE(World::calls().size(), 1);
-    QCOMPARE(browser.tree()->model(), model);
-}
+    void loadDrawsTheTree()
+    {
+        World::answer("mvedit", {"OU=Sales,DC=example,DC=test\n", ""});
+        Browser browser;
+        QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
+        QCOMPARE(World::calls().size(), 1);
+        QCOMPARE(World::calls().at(0).arguments.mid(1),
+                 QStringList({"example.test", "admin", "secret"}));
+        QCOMPARE(browser.tree()->model()->index(0, 0).data().toString(), QString("DC=test"));
+        QCOMPARE(browser.tree()->selectionMode(), QAbstractItemView::ExtendedSelection);
+        QCOMPARE(browser.tree()->selectionBehavior(), QAbstractItemView::SelectRows);
+    }
 
-void TestContainerBrowser::otherDomainIsLoaded()
-{
-    World::answer("mvedit", {"OU=a,DC=x\n", ""});
-    Browser browser;
-    QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
-    World::answer("mvedit", {"OU=b,DC=y\n", ""});
-    browser.dialog.setDomainInfo("Example.test", "admin", "secret");
-    QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
-    QCOMPARE(World::calls().size(), 2);
-    QCOMPARE(browser.tree()->model()->index(0, 0).data().toString(), QString("DC=y"));
-    QCOMPARE(browser.tree()->model()->rowCount(), 1);
-}
+    void sameDomainIsNotLoadedAgain()
+    {
+        World::answer("mvedit", {"OU=a,DC=x\n", ""});
+        Browser browser;
+        QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
+        const QAbstractItemModel* model = browser.tree()->model();
+        QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
+        browser.dialog.setDomainInfo("example.test", "other", "password");
+        QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
+        QCOMPARE(World::calls().size(), 1);
+        QCOMPARE(browser.tree()->model(), model);
+    }
 
-// Back to the first domain while the second is still being asked: no tree is at hand, and none of
-// the second's may come up under the first's name.
-void TestContainerBrowser::duringALoadNothingCountsAsDrawn()
-{
-    World::answer("mvedit", {"OU=a,DC=x\n", ""});
-    Browser browser;
-    QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
-    allowWarning("Destroyed while process"); // the second load's, which the third ends
-    Answer held;
-    held.output = "OU=Other,DC=other,DC=test\n";
-    held.held = true;
-    World::answer("mvedit", held);
-    QSignalSpy done(&browser.dialog, &cnbrowser::treeDrawingDone);
-    browser.dialog.setDomainInfo("other.test", "admin", "secret");
-    browser.dialog.createTree();
-    Answer own;
-    own.output = "OU=Own,DC=example,DC=test\n";
-    World::answer("mvedit", own);
-    browser.dialog.setDomainInfo("example.test", "admin", "secret");
-    browser.dialog.createTree();
-    QCOMPARE(done.size(), 0);
-    QVERIFY(done.wait());
-    browser.select("OU=Own");
-    QVERIFY(!done.wait(100));
-}
+    void otherDomainIsLoaded()
+    {
+        World::answer("mvedit", {"OU=a,DC=x\n", ""});
+        Browser browser;
+        QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
+        World::answer("mvedit", {"OU=b,DC=y\n", ""});
+        browser.dialog.setDomainInfo("Example.test", "admin", "secret");
+        QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
+        QCOMPARE(World::calls().size(), 2);
+        QCOMPARE(browser.tree()->model()->index(0, 0).data().toString(), QString("DC=y"));
+        QCOMPARE(browser.tree()->model()->rowCount(), 1);
+    }
 
-void TestContainerBrowser::loadIsDrawnForTheDomainThatItWasStartedFor()
-{
-    World::answer("mvedit", {"OU=a,DC=x\n", ""});
-    Browser browser;
-    QSignalSpy done(&browser.dialog, &cnbrowser::treeDrawingDone);
-    browser.dialog.createTree();
-    browser.dialog.setDomainInfo("other.test", "admin", "secret");
-    QVERIFY(done.wait());
-    World::forgetCalls();
-    QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
-    QCOMPARE(World::callsOf("mvedit").first().arguments.at(1), QString("other.test"));
-}
+    // Back to the first domain while the second is still being asked: no tree is at hand, and none
+    // of the second's may come up under the first's name.
+    void duringALoadNothingCountsAsDrawn()
+    {
+        World::answer("mvedit", {"OU=a,DC=x\n", ""});
+        Browser browser;
+        QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
+        allowWarning("Destroyed while process"); // the second load's, which the third ends
+        World::hold("mvedit", "OU=Other,DC=other,DC=test\n");
+        QSignalSpy done(&browser.dialog, &cnbrowser::treeDrawingDone);
+        browser.dialog.setDomainInfo("other.test", "admin", "secret");
+        browser.dialog.createTree();
+        World::answer("mvedit", {"OU=Own,DC=example,DC=test\n", ""});
+        browser.dialog.setDomainInfo("example.test", "admin", "secret");
+        browser.dialog.createTree();
+        QCOMPARE(done.size(), 0);
+        QVERIFY(done.wait());
+        browser.select("OU=Own");
+        QVERIFY(!done.wait(100));
+    }
 
-void TestContainerBrowser::drawingWithoutALoaderReportsNothing()
-{
-    Browser browser;
-    QSignalSpy done(&browser.dialog, &cnbrowser::treeDrawingDone);
-    browser.dialog.drawCNTreeModel();
-    QCOMPARE(done.count(), 0);
-}
+    void loadIsDrawnForTheDomainThatItWasStartedFor()
+    {
+        World::answer("mvedit", {"OU=a,DC=x\n", ""});
+        Browser browser;
+        QSignalSpy done(&browser.dialog, &cnbrowser::treeDrawingDone);
+        browser.dialog.createTree();
+        browser.dialog.setDomainInfo("other.test", "admin", "secret");
+        QVERIFY(done.wait());
+        World::forgetCalls();
+        QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
+        QCOMPARE(World::callsOf("mvedit").first().arguments.at(1), QString("other.test"));
+    }
 
-void TestContainerBrowser::clearedDataIsLoadedAgain()
-{
-    World::answer("mvedit", {"OU=a,DC=x\n", ""});
-    Browser browser;
-    browser.load();
-    browser.dialog.clearData();
-    QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
-    QCOMPARE(World::calls().size(), 2);
-}
+    void drawingWithoutALoaderReportsNothing()
+    {
+        Browser browser;
+        QSignalSpy done(&browser.dialog, &cnbrowser::treeDrawingDone);
+        browser.dialog.drawCNTreeModel();
+        QCOMPARE(done.count(), 0);
+    }
 
-void TestContainerBrowser::chosenContainerIsReportedAsItsName_data()
-{
-    QTest::addColumn<QByteArray>("output");
-    QTest::addColumn<QString>("item");
-    QTest::addColumn<QString>("name");
-    QTest::newRow("unit") << QByteArray("OU=Sales,OU=Europe,DC=example,DC=com\n") << "OU=Sales"
-                          << "OU=Sales,OU=Europe,DC=example,DC=com";
-    QTest::newRow("container") << QByteArray("CN=Computers,DC=example,DC=com\n") << "CN=Computers"
-                               << "CN=Computers,DC=example,DC=com";
-    QTest::newRow("between") << QByteArray("OU=Sales,OU=Europe,DC=com\n") << "OU=Europe"
-                             << "OU=Europe,DC=com";
-    QTest::newRow("any prefix") << QByteArray("L=Paris,DC=com\n") << "L=Paris"
-                                << "L=Paris,DC=com";
-    QTest::newRow("lower-case dc") << QByteArray("dc=a,DC=com\n") << "dc=a"
-                                   << "dc=a,DC=com";
-    QTest::newRow("a root that is no domain") << QByteArray("O=Example\nDC=com\n") << "O=Example"
-                                              << "O=Example";
-    QTest::newRow("a blank before DC") << QByteArray("OU=a, DC=com\n") << " DC=com"
-                                       << " DC=com";
-    QTest::newRow("quotes and more") << QByteArray("OU=it's \"%1\" $x \u6771,DC=com\n")
-                                     << QString::fromUtf8("OU=it's \"%1\" $x 東")
-                                     << QString::fromUtf8("OU=it's \"%1\" $x 東,DC=com");
-}
+    void clearedDataIsLoadedAgain()
+    {
+        World::answer("mvedit", {"OU=a,DC=x\n", ""});
+        Browser browser;
+        browser.load();
+        browser.dialog.clearData();
+        QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
+        QCOMPARE(World::calls().size(), 2);
+    }
 
-void TestContainerBrowser::chosenContainerIsReportedAsItsName()
-{
-    QFETCH(QByteArray, output);
-    QFETCH(QString, item);
-    QFETCH(QString, name);
-    World::answer("mvedit", {output, ""});
-    Browser browser;
-    browser.load();
-    browser.dialog.show();
-    browser.select(item);
-    QCOMPARE(browser.click("chooseButton"), QStringList());
-    QCOMPARE(browser.names(), QStringList{name});
-    QVERIFY(!browser.dialog.isVisible());
-}
+    void chosenContainerIsReportedAsItsName_data()
+    {
+        addColumns<QByteArray, QString, QString>("output", "item", "name");
+        addRow("unit", QByteArray("OU=Sales,OU=Europe,DC=example,DC=com\n"), "OU=Sales",
+               "OU=Sales,OU=Europe,DC=example,DC=com");
+        addRow("container", QByteArray("CN=Computers,DC=example,DC=com\n"), "CN=Computers",
+               "CN=Computers,DC=example,DC=com");
+        addRow("between", QByteArray("OU=Sales,OU=Europe,DC=com\n"), "OU=Europe",
+               "OU=Europe,DC=com");
+        addRow("any prefix", QByteArray("L=Paris,DC=com\n"), "L=Paris", "L=Paris,DC=com");
+        addRow("lower-case dc", QByteArray("dc=a,DC=com\n"), "dc=a", "dc=a,DC=com");
+        addRow("a root that is no domain", QByteArray("O=Example\nDC=com\n"), "O=Example",
+               "O=Example");
+        addRow("a blank before DC", QByteArray("OU=a, DC=com\n"), " DC=com", " DC=com");
+        addRow("quotes and more", QByteArray("OU=it's \"%1\" $x \u6771,DC=com\n"),
+               QString::fromUtf8("OU=it's \"%1\" $x 東"),
+               QString::fromUtf8("OU=it's \"%1\" $x 東,DC=com"));
+    }
 
-void TestContainerBrowser::chosenDomainIsRefused_data()
-{
-    QTest::addColumn<QString>("item");
-    QTest::newRow("root") << "DC=com";
-    QTest::newRow("below the root") << "DC=example";
-    QTest::newRow("only begins with DC") << "DCx=a";
-}
+    void chosenContainerIsReportedAsItsName()
+    {
+        QFETCH(QByteArray, output);
+        QFETCH(QString, item);
+        QFETCH(QString, name);
+        World::answer("mvedit", {output, ""});
+        Browser browser;
+        browser.load();
+        browser.dialog.show();
+        browser.select(item);
+        QCOMPARE(browser.click("chooseButton"), QStringList());
+        QCOMPARE(browser.names(), QStringList{name});
+        QVERIFY(!browser.dialog.isVisible());
+    }
 
-void TestContainerBrowser::chosenDomainIsRefused()
-{
-    QFETCH(QString, item);
-    World::answer("mvedit", {"DCx=a,DC=example,DC=com\n", ""});
-    Browser browser;
-    browser.load();
-    browser.dialog.show();
-    browser.select(item);
-    QCOMPARE(browser.click("chooseButton"), QStringList{refusal});
-    QVERIFY(messages().contains("display error msg!"));
-    QCOMPARE(browser.names(), QStringList());
-    QVERIFY(browser.dialog.isVisible());
-}
+    void chosenDomainIsRefused_data()
+    {
+        addColumns<QString>("item");
+        addRow("root", "DC=com");
+        addRow("below the root", "DC=example");
+        addRow("only begins with DC", "DCx=a");
+    }
 
-void TestContainerBrowser::choosingNothingIsRefused()
-{
-    World::answer("mvedit", {"OU=a,DC=x\n", ""});
-    Browser browser;
-    browser.load();
-    browser.dialog.show();
-    browser.tree()->setCurrentIndex({});
-    QCOMPARE(browser.click("chooseButton"), QStringList{refusal});
-    QVERIFY(messages().contains("display error msg!"));
-    QCOMPARE(browser.names(), QStringList());
-    QVERIFY(browser.dialog.isVisible());
-}
+    void chosenDomainIsRefused()
+    {
+        QFETCH(QString, item);
+        World::answer("mvedit", {"DCx=a,DC=example,DC=com\n", ""});
+        Browser browser;
+        browser.load();
+        browser.dialog.show();
+        browser.select(item);
+        QCOMPARE(browser.click("chooseButton"), QStringList{refusal});
+        QVERIFY(messages().contains("display error msg!"));
+        QCOMPARE(browser.names(), QStringList());
+        QVERIFY(browser.dialog.isVisible());
+    }
 
-void TestContainerBrowser::onlyTheCurrentRowCounts()
-{
-    World::answer("mvedit", {"OU=a,DC=x\nOU=b,DC=x\n", ""});
-    Browser browser;
-    browser.load();
-    browser.dialog.show();
-    browser.tree()->expandAll();
-    browser.tree()->selectAll();
-    QCOMPARE(browser.tree()->selectionModel()->selectedRows().size(), 3);
-    const QModelIndex root = browser.tree()->model()->index(0, 0);
-    browser.tree()->selectionModel()->setCurrentIndex(root.model()->index(1, 0, root),
-                                                      QItemSelectionModel::NoUpdate);
-    QCOMPARE(browser.click("chooseButton"), QStringList());
-    QCOMPARE(browser.names(), QStringList{"OU=b,DC=x"});
-}
+    void choosingNothingIsRefused()
+    {
+        World::answer("mvedit", {"OU=a,DC=x\n", ""});
+        Browser browser;
+        browser.load();
+        browser.dialog.show();
+        browser.tree()->setCurrentIndex({});
+        QCOMPARE(browser.click("chooseButton"), QStringList{refusal});
+        QVERIFY(messages().contains("display error msg!"));
+        QCOMPARE(browser.names(), QStringList());
+        QVERIFY(browser.dialog.isVisible());
+    }
 
-void TestContainerBrowser::afterTwoLoadsOneClickChoosesTwice()
-{
-    World::answer("mvedit", {"OU=a,DC=x\n", ""});
-    Browser browser;
-    browser.load();
-    browser.load(); // which is none, for the same domain
-    browser.dialog.setDomainInfo("other.test", "admin", "secret");
-    browser.load();
-    browser.dialog.show();
-    browser.select("DC=x");
-    QCOMPARE(browser.click("chooseButton"), QStringList({refusal, refusal}));
-    browser.select("OU=a");
-    browser.click("chooseButton");
-    QCOMPARE(browser.names(), QStringList({"OU=a,DC=x", "OU=a,DC=x"}));
-    QVERIFY(!browser.dialog.isVisible());
-}
+    void onlyTheCurrentRowCounts()
+    {
+        World::answer("mvedit", {"OU=a,DC=x\nOU=b,DC=x\n", ""});
+        Browser browser;
+        browser.load();
+        browser.dialog.show();
+        browser.tree()->expandAll();
+        browser.tree()->selectAll();
+        QCOMPARE(browser.tree()->selectionModel()->selectedRows().size(), 3);
+        const QModelIndex root = browser.tree()->model()->index(0, 0);
+        browser.tree()->selectionModel()->setCurrentIndex(root.model()->index(1, 0, root),
+                                                          QItemSelectionModel::NoUpdate);
+        QCOMPARE(browser.click("chooseButton"), QStringList());
+        QCOMPARE(browser.names(), QStringList{"OU=b,DC=x"});
+    }
 
-void TestContainerBrowser::cancelReportsNothing()
-{
-    World::answer("mvedit", {"OU=a,DC=x\n", ""});
-    Browser browser;
-    browser.load();
-    browser.dialog.show();
-    browser.select("OU=a");
-    QSignalSpy done(&browser.dialog, &cnbrowser::treeDrawingDone);
-    QCOMPARE(browser.click("cancelButton"), QStringList());
-    QVERIFY(!browser.dialog.isVisible());
-    QCOMPARE(browser.names(), QStringList());
-    QCOMPARE(done.count(), 0);
-}
+    void afterTwoLoadsOneClickChoosesTwice()
+    {
+        World::answer("mvedit", {"OU=a,DC=x\n", ""});
+        Browser browser;
+        browser.load();
+        browser.load(); // which is none, for the same domain
+        browser.dialog.setDomainInfo("other.test", "admin", "secret");
+        browser.load();
+        browser.dialog.show();
+        browser.select("DC=x");
+        QCOMPARE(browser.click("chooseButton"), QStringList({refusal, refusal}));
+        browser.select("OU=a");
+        browser.click("chooseButton");
+        QCOMPARE(browser.names(), QStringList({"OU=a,DC=x", "OU=a,DC=x"}));
+        QVERIFY(!browser.dialog.isVisible());
+    }
 
-void TestContainerBrowser::destructionIsLogged()
-{
-    delete new cnbrowser(nullptr);
-    QCOMPARE(messages(), QStringList{"cnbrowser destructor called"});
-}
+    void cancelReportsNothing()
+    {
+        World::answer("mvedit", {"OU=a,DC=x\n", ""});
+        Browser browser;
+        browser.load();
+        browser.dialog.show();
+        browser.select("OU=a");
+        QSignalSpy done(&browser.dialog, &cnbrowser::treeDrawingDone);
+        QCOMPARE(browser.click("cancelButton"), QStringList());
+        QVERIFY(!browser.dialog.isVisible());
+        QCOMPARE(browser.names(), QStringList());
+        QCOMPARE(done.count(), 0);
+    }
+
+    void destructionIsLogged()
+    {
+        delete new cnbrowser(nullptr);
+        QCOMPARE(messages(), QStringList{"cnbrowser destructor called"});
+    }
+};
 
 WORLD_TEST_MAIN(TestContainerBrowser)
 #include "tst_cnbrowser.moc"

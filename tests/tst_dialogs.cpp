@@ -39,9 +39,9 @@ template <typename Form> QString formTitle()
 
 void addProgressDialogs()
 {
-    QTest::addColumn<QString>("name");
+    addColumns<QString>("name");
     for (const char* name : {"LoadJoin", "LoadCN", "LoadLeave"})
-        QTest::newRow(name) << name;
+        addRow(name, name);
 }
 
 template <typename Dialog> void verifySetters()
@@ -62,272 +62,243 @@ class TestDialogs : public WorldTest
     Q_OBJECT
 
 private slots:
-    void progressDialogsHaveTheirTexts_data();
-    void progressDialogsHaveTheirTexts();
-    void progressDialogsAreFixedAt440By220_data();
-    void progressDialogsAreFixedAt440By220();
-    void progressDialogsBlockAllOtherInput_data();
-    void progressDialogsBlockAllOtherInput();
-    void progressBarsStandAt99Of100_data();
-    void progressBarsStandAt99Of100();
-    void progressWidgetsStandInTheirOrder_data();
-    void progressWidgetsStandInTheirOrder();
-    void formsHaveTitlesOfTheirOwn();
-    void joinProgressSettersActAtOnce();
-    void loadingProgressSettersActAtOnce();
-    void leaveProgressSettersActAtOnce();
-    void joinAndLeaveProgressCannotBeClosed_data();
-    void joinAndLeaveProgressCannotBeClosed();
-    void loadingProgressCanBeClosed();
-    void warningIsFixedAt500By300();
-    void warningHasItsTitleAndNoModalityOfItsOwn();
-    void warningHasAReadOnlyTextAndOneButton();
-    void warningSettersActAtOnce();
-    void warningTakesRichText();
-    void longWarningScrolls();
-    void okClosesAWarning();
-    void escapeRejectsAWarning();
-    void showWarningReturnsOnceClosed();
-    void warningIsNotClosedBeforeItIsUp();
+    void progressDialogsHaveTheirTexts_data()
+    {
+        addColumns<QString, QString>("title", "text");
+        addRow("LoadJoin", "Joining",
+               "Joining your Mac to your domain, this may take some time...");
+        addRow("LoadCN", "Loading", "Loading CN from your domain, this may take some time...");
+        addRow("LoadLeave", "Leaving",
+               "Leaving your Mac from your domain, this may take some time...");
+    }
+
+    void progressDialogsHaveTheirTexts()
+    {
+        const std::unique_ptr<QDialog> dialog = makeDialog(QTest::currentDataTag());
+        QCOMPARE(dialog->objectName(), QString(QTest::currentDataTag()));
+        QTEST(dialog->windowTitle(), "title");
+        QTEST(child<QLabel>(dialog.get(), "label")->text(), "text");
+        QVERIFY(child<QLabel>(dialog.get(), "label")->wordWrap());
+    }
+
+    void progressDialogsAreFixedAt440By220_data()
+    {
+        addProgressDialogs();
+    }
+
+    void progressDialogsAreFixedAt440By220()
+    {
+        QFETCH(QString, name);
+        const std::unique_ptr<QDialog> dialog = makeDialog(name);
+        dialog->show();
+        QCOMPARE(dialog->size(), QSize(440, 220));
+        QCOMPARE(dialog->minimumSize(), QSize(440, 220));
+        QCOMPARE(dialog->maximumSize(), QSize(440, 220));
+    }
+
+    void progressDialogsBlockAllOtherInput_data()
+    {
+        addProgressDialogs();
+    }
+
+    void progressDialogsBlockAllOtherInput()
+    {
+        QFETCH(QString, name);
+        QPushButton other;
+        other.show();
+        bool clicked = false;
+        connect(&other, &QPushButton::clicked, [&clicked] { clicked = true; });
+        const std::unique_ptr<QDialog> dialog = makeDialog(name);
+        dialog->show();
+        QCOMPARE(dialog->windowModality(), Qt::ApplicationModal);
+        QVERIFY(QTest::qWaitForWindowExposed(dialog.get()));
+        QTest::mouseClick(other.windowHandle(), Qt::LeftButton);
+        QVERIFY(!clicked);
+        dialog->hide();
+        QTest::mouseClick(other.windowHandle(), Qt::LeftButton);
+        QVERIFY(clicked);
+    }
+
+    void progressBarsStandAt99Of100_data()
+    {
+        addProgressDialogs();
+    }
+
+    void progressBarsStandAt99Of100()
+    {
+        QFETCH(QString, name);
+        const std::unique_ptr<QDialog> dialog = makeDialog(name);
+        const auto* bar = child<QProgressBar>(dialog.get(), "progressBar");
+        QCOMPARE(bar->minimum(), 0);
+        QCOMPARE(bar->maximum(), 100);
+        QCOMPARE(bar->value(), 99);
+    }
+
+    void progressWidgetsStandInTheirOrder_data()
+    {
+        addColumns<QStringList>("order");
+        addRow("LoadJoin", QStringList{"label", "progressBar"});
+        addRow("LoadCN", QStringList{"label", "progressBar"});
+        addRow("LoadLeave", QStringList{"progressBar", "label"});
+    }
+
+    void progressWidgetsStandInTheirOrder()
+    {
+        const std::unique_ptr<QDialog> dialog = makeDialog(QTest::currentDataTag());
+        QStringList names;
+        const auto widgets = dialog->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+        for (const QWidget* widget : widgets)
+            names << widget->objectName();
+        QTEST(names, "order");
+    }
+
+    void formsHaveTitlesOfTheirOwn()
+    {
+        QCOMPARE(formTitle<Ui::LoadJoin>(), QString("Joining"));
+        QCOMPARE(formTitle<Ui::LoadCN>(), QString("Joining"));
+        QCOMPARE(formTitle<Ui::LoadLeave>(), QString("Dialog"));
+        QCOMPARE(formTitle<Ui::Warning>(), QString("Dialog"));
+    }
+
+    void joinProgressSettersActAtOnce()
+    {
+        verifySetters<LoadJoin>();
+    }
+
+    void loadingProgressSettersActAtOnce()
+    {
+        verifySetters<LoadCN>();
+    }
+
+    void leaveProgressSettersActAtOnce()
+    {
+        LoadLeave dialog;
+        dialog.setCurrText("a text");
+        dialog.setCurrTitle("a title");
+        QCOMPARE(child<QLabel>(&dialog, "label")->text(), QString("a text"));
+        QCOMPARE(dialog.windowTitle(), QString("a title"));
+    }
+
+    void joinAndLeaveProgressCannotBeClosed_data()
+    {
+        addColumns<QString>("name");
+        addRow("LoadJoin", "LoadJoin");
+        addRow("LoadLeave", "LoadLeave");
+    }
+
+    void joinAndLeaveProgressCannotBeClosed()
+    {
+        QFETCH(QString, name);
+        const std::unique_ptr<QDialog> dialog = makeDialog(name);
+        dialog->show();
+        QTest::keyClick(dialog.get(), Qt::Key_Escape);
+        QVERIFY(dialog->isVisible());
+        dialog->close();
+        QVERIFY(dialog->isVisible());
+        dialog->reject();
+        QVERIFY(!dialog->isVisible());
+    }
+
+    void loadingProgressCanBeClosed()
+    {
+        LoadCN dialog;
+        dialog.show();
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        QVERIFY(!dialog.isVisible());
+    }
+
+    void warningIsFixedAt500By300()
+    {
+        Warning dialog;
+        dialog.show();
+        QCOMPARE(dialog.size(), QSize(500, 300));
+        QCOMPARE(dialog.minimumSize(), QSize(500, 300));
+        QCOMPARE(dialog.maximumSize(), QSize(500, 300));
+    }
+
+    void warningHasItsTitleAndNoModalityOfItsOwn()
+    {
+        const Warning dialog;
+        QCOMPARE(dialog.objectName(), QString("Warning"));
+        QCOMPARE(dialog.windowTitle(), QString("WARNING"));
+        QCOMPARE(dialog.windowModality(), Qt::NonModal);
+    }
+
+    void warningHasAReadOnlyTextAndOneButton()
+    {
+        const Warning dialog;
+        QVERIFY(child<QTextBrowser>(&dialog, "WarningLabel")->isReadOnly());
+        const auto* box = child<QDialogButtonBox>(&dialog, "buttonBox");
+        QCOMPARE(box->orientation(), Qt::Horizontal);
+        QCOMPARE(box->standardButtons(), QDialogButtonBox::StandardButtons(QDialogButtonBox::Ok));
+    }
+
+    void warningSettersActAtOnce()
+    {
+        Warning dialog;
+        dialog.setWarning("first\nsecond");
+        dialog.setTitle("a title");
+        QCOMPARE(child<QTextBrowser>(&dialog, "WarningLabel")->toPlainText(),
+                 QString("first\nsecond"));
+        QCOMPARE(dialog.windowTitle(), QString("a title"));
+    }
+
+    void warningTakesRichText()
+    {
+        Warning dialog;
+        dialog.setWarning("<b>bold</b>");
+        QCOMPARE(child<QTextBrowser>(&dialog, "WarningLabel")->toPlainText(), QString("bold"));
+    }
+
+    void longWarningScrolls()
+    {
+        Warning dialog;
+        dialog.setWarning(QString("a line of the message\n").repeated(500));
+        dialog.show();
+        const auto* text = child<QTextBrowser>(&dialog, "WarningLabel");
+        QTRY_VERIFY(text->verticalScrollBar()->isVisible());
+        QVERIFY(text->verticalScrollBar()->maximum() > 0);
+        QCOMPARE(dialog.size(), QSize(500, 300));
+    }
+
+    void okClosesAWarning()
+    {
+        Warning dialog;
+        withModalDialogs([&dialog] { dialog.exec(); },
+                         [](QWidget* shown) {
+                             auto* box = child<QDialogButtonBox>(shown, "buttonBox");
+                             box->button(QDialogButtonBox::Ok)->click();
+                         });
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    }
+
+    void escapeRejectsAWarning()
+    {
+        Warning dialog;
+        withModalDialogs([&dialog] { dialog.exec(); },
+                         [](QWidget* shown) { QTest::keyClick(shown, Qt::Key_Escape); });
+        QCOMPARE(dialog.result(), int(QDialog::Rejected));
+    }
+
+    // That the dialog is deleted is seen after each test function.
+    void showWarningReturnsOnceClosed()
+    {
+        QCOMPARE(warningsDuring([] { showWarning("a message"); }), QStringList{"a message"});
+    }
+
+    // What had been pressed before the message came up must not close it unread; from its event
+    // loop's first turn on a press counts.
+    void warningIsNotClosedBeforeItIsUp()
+    {
+        Warning dialog;
+        dialog.show();
+        dialog.accept();
+        dialog.reject();
+        dialog.close();
+        QVERIFY(dialog.isVisible());
+        QTRY_VERIFY((dialog.accept(), !dialog.isVisible()));
+    }
 };
-
-void TestDialogs::progressDialogsHaveTheirTexts_data()
-{
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("LoadJoin") << "Joining"
-                              << "Joining your Mac to your domain, this may take some time...";
-    QTest::newRow("LoadCN") << "Loading"
-                            << "Loading CN from your domain, this may take some time...";
-    QTest::newRow("LoadLeave") << "Leaving"
-                               << "Leaving your Mac from your domain, this may take some time...";
-}
-
-void TestDialogs::progressDialogsHaveTheirTexts()
-{
-    const std::unique_ptr<QDialog> dialog = makeDialog(QTest::currentDataTag());
-    QCOMPARE(dialog->objectName(), QString(QTest::currentDataTag()));
-    QTEST(dialog->windowTitle(), "title");
-    QTEST(child<QLabel>(dialog.get(), "label")->text(), "text");
-    QVERIFY(child<QLabel>(dialog.get(), "label")->wordWrap());
-}
-
-void TestDialogs::progressDialogsAreFixedAt440By220_data()
-{
-    addProgressDialogs();
-}
-
-void TestDialogs::progressDialogsAreFixedAt440By220()
-{
-    QFETCH(QString, name);
-    const std::unique_ptr<QDialog> dialog = makeDialog(name);
-    dialog->show();
-    QCOMPARE(dialog->size(), QSize(440, 220));
-    QCOMPARE(dialog->minimumSize(), QSize(440, 220));
-    QCOMPARE(dialog->maximumSize(), QSize(440, 220));
-}
-
-void TestDialogs::progressDialogsBlockAllOtherInput_data()
-{
-    addProgressDialogs();
-}
-
-void TestDialogs::progressDialogsBlockAllOtherInput()
-{
-    QFETCH(QString, name);
-    QPushButton other;
-    other.show();
-    bool clicked = false;
-    connect(&other, &QPushButton::clicked, [&clicked] { clicked = true; });
-    const std::unique_ptr<QDialog> dialog = makeDialog(name);
-    dialog->show();
-    QCOMPARE(dialog->windowModality(), Qt::ApplicationModal);
-    QVERIFY(QTest::qWaitForWindowExposed(dialog.get()));
-    QTest::mouseClick(other.windowHandle(), Qt::LeftButton);
-    QVERIFY(!clicked);
-    dialog->hide();
-    QTest::mouseClick(other.windowHandle(), Qt::LeftButton);
-    QVERIFY(clicked);
-}
-
-void TestDialogs::progressBarsStandAt99Of100_data()
-{
-    addProgressDialogs();
-}
-
-void TestDialogs::progressBarsStandAt99Of100()
-{
-    QFETCH(QString, name);
-    const std::unique_ptr<QDialog> dialog = makeDialog(name);
-    const auto* bar = child<QProgressBar>(dialog.get(), "progressBar");
-    QCOMPARE(bar->minimum(), 0);
-    QCOMPARE(bar->maximum(), 100);
-    QCOMPARE(bar->value(), 99);
-}
-
-void TestDialogs::progressWidgetsStandInTheirOrder_data()
-{
-    QTest::addColumn<QStringList>("order");
-    QTest::newRow("LoadJoin") << QStringList{"label", "progressBar"};
-    QTest::newRow("LoadCN") << QStringList{"label", "progressBar"};
-    QTest::newRow("LoadLeave") << QStringList{"progressBar", "label"};
-}
-
-void TestDialogs::progressWidgetsStandInTheirOrder()
-{
-    const std::unique_ptr<QDialog> dialog = makeDialog(QTest::currentDataTag());
-    QStringList names;
-    const auto widgets = dialog->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
-    for (const QWidget* widget : widgets)
-        names << widget->objectName();
-    QTEST(names, "order");
-}
-
-void TestDialogs::formsHaveTitlesOfTheirOwn()
-{
-    QCOMPARE(formTitle<Ui::LoadJoin>(), QString("Joining"));
-    QCOMPARE(formTitle<Ui::LoadCN>(), QString("Joining"));
-    QCOMPARE(formTitle<Ui::LoadLeave>(), QString("Dialog"));
-    QCOMPARE(formTitle<Ui::Warning>(), QString("Dialog"));
-}
-
-void TestDialogs::joinProgressSettersActAtOnce()
-{
-    verifySetters<LoadJoin>();
-}
-
-void TestDialogs::loadingProgressSettersActAtOnce()
-{
-    verifySetters<LoadCN>();
-}
-
-void TestDialogs::leaveProgressSettersActAtOnce()
-{
-    LoadLeave dialog;
-    dialog.setCurrText("a text");
-    dialog.setCurrTitle("a title");
-    QCOMPARE(child<QLabel>(&dialog, "label")->text(), QString("a text"));
-    QCOMPARE(dialog.windowTitle(), QString("a title"));
-}
-
-void TestDialogs::joinAndLeaveProgressCannotBeClosed_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::newRow("LoadJoin") << "LoadJoin";
-    QTest::newRow("LoadLeave") << "LoadLeave";
-}
-
-void TestDialogs::joinAndLeaveProgressCannotBeClosed()
-{
-    QFETCH(QString, name);
-    const std::unique_ptr<QDialog> dialog = makeDialog(name);
-    dialog->show();
-    QTest::keyClick(dialog.get(), Qt::Key_Escape);
-    QVERIFY(dialog->isVisible());
-    dialog->close();
-    QVERIFY(dialog->isVisible());
-    dialog->reject();
-    QVERIFY(!dialog->isVisible());
-}
-
-void TestDialogs::loadingProgressCanBeClosed()
-{
-    LoadCN dialog;
-    dialog.show();
-    QTest::keyClick(&dialog, Qt::Key_Escape);
-    QVERIFY(!dialog.isVisible());
-}
-
-void TestDialogs::warningIsFixedAt500By300()
-{
-    Warning dialog;
-    dialog.show();
-    QCOMPARE(dialog.size(), QSize(500, 300));
-    QCOMPARE(dialog.minimumSize(), QSize(500, 300));
-    QCOMPARE(dialog.maximumSize(), QSize(500, 300));
-}
-
-void TestDialogs::warningHasItsTitleAndNoModalityOfItsOwn()
-{
-    const Warning dialog;
-    QCOMPARE(dialog.objectName(), QString("Warning"));
-    QCOMPARE(dialog.windowTitle(), QString("WARNING"));
-    QCOMPARE(dialog.windowModality(), Qt::NonModal);
-}
-
-void TestDialogs::warningHasAReadOnlyTextAndOneButton()
-{
-    const Warning dialog;
-    QVERIFY(child<QTextBrowser>(&dialog, "WarningLabel")->isReadOnly());
-    const auto* box = child<QDialogButtonBox>(&dialog, "buttonBox");
-    QCOMPARE(box->orientation(), Qt::Horizontal);
-    QCOMPARE(box->standardButtons(), QDialogButtonBox::StandardButtons(QDialogButtonBox::Ok));
-}
-
-void TestDialogs::warningSettersActAtOnce()
-{
-    Warning dialog;
-    dialog.setWarning("first\nsecond");
-    dialog.setTitle("a title");
-    QCOMPARE(child<QTextBrowser>(&dialog, "WarningLabel")->toPlainText(), QString("first\nsecond"));
-    QCOMPARE(dialog.windowTitle(), QString("a title"));
-}
-
-void TestDialogs::warningTakesRichText()
-{
-    Warning dialog;
-    dialog.setWarning("<b>bold</b>");
-    QCOMPARE(child<QTextBrowser>(&dialog, "WarningLabel")->toPlainText(), QString("bold"));
-}
-
-void TestDialogs::longWarningScrolls()
-{
-    Warning dialog;
-    dialog.setWarning(QString("a line of the message\n").repeated(500));
-    dialog.show();
-    const auto* text = child<QTextBrowser>(&dialog, "WarningLabel");
-    QTRY_VERIFY(text->verticalScrollBar()->isVisible());
-    QVERIFY(text->verticalScrollBar()->maximum() > 0);
-    QCOMPARE(dialog.size(), QSize(500, 300));
-}
-
-void TestDialogs::okClosesAWarning()
-{
-    Warning dialog;
-    withModalDialogs([&dialog] { dialog.exec(); },
-                     [](QWidget* shown) {
-                         auto* box = child<QDialogButtonBox>(shown, "buttonBox");
-                         box->button(QDialogButtonBox::Ok)->click();
-                     });
-    QCOMPARE(dialog.result(), int(QDialog::Accepted));
-}
-
-void TestDialogs::escapeRejectsAWarning()
-{
-    Warning dialog;
-    withModalDialogs([&dialog] { dialog.exec(); },
-                     [](QWidget* shown) { QTest::keyClick(shown, Qt::Key_Escape); });
-    QCOMPARE(dialog.result(), int(QDialog::Rejected));
-}
-
-// That the dialog is deleted is seen after each test function.
-void TestDialogs::showWarningReturnsOnceClosed()
-{
-    QCOMPARE(warningsDuring([] { showWarning("a message"); }), QStringList{"a message"});
-}
-
-// What had been pressed before the message came up must not close it unread; from its event loop's
-// first turn on a press counts.
-void TestDialogs::warningIsNotClosedBeforeItIsUp()
-{
-    Warning dialog;
-    dialog.show();
-    dialog.accept();
-    dialog.reject();
-    dialog.close();
-    QVERIFY(dialog.isVisible());
-    QTRY_VERIFY((dialog.accept(), !dialog.isVisible()));
-}
 
 WORLD_TEST_MAIN(TestDialogs)
 #include "tst_dialogs.moc"

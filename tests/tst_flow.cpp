@@ -22,13 +22,11 @@ QList<QStringList> wordsOfAllCalls()
 // The states of the Mac that decide where Next on the introduction leads.
 void addStates()
 {
-    QTest::addColumn<bool>("bound");
-    QTest::addColumn<bool>("joined");
-    QTest::addColumn<int>("page");
-    QTest::newRow("bound by the system: unbind") << true << false << 2;
-    QTest::newRow("bound and joined: unbind first") << true << true << 2;
-    QTest::newRow("joined: leave") << false << true << 6;
-    QTest::newRow("neither: credentials") << false << false << 3;
+    addColumns<bool, bool, int>("bound", "joined", "page");
+    addRow("bound by the system: unbind", true, false, 2);
+    addRow("bound and joined: unbind first", true, true, 2);
+    addRow("joined: leave", false, true, 6);
+    addRow("neither: credentials", false, false, 3);
 }
 
 void setState(bool bound, bool joined)
@@ -52,334 +50,308 @@ class TestFlow : public WorldTest
     Q_OBJECT
 
 private slots:
-    void refusedInterimCheckRestarts_data();
-    void refusedInterimCheckRestarts();
-    void afterARefusedCheckNextAsksAgain();
-    void startUpProbesInOrder_data();
-    void startUpProbesInOrder();
-    void nextNeverStopsOnTheInterimPage_data();
-    void nextNeverStopsOnTheInterimPage();
-    void backNeverLandsOnTheInterimPage_data();
-    void backNeverLandsOnTheInterimPage();
-    void interimCheckIsRepeatedOnEachWay();
-    void wholeJoin();
-    void unbindThenJoin();
-    void wholeLeave();
-    void noCancelAnywhereAndNoBackAtTheEnd_data();
-    void noCancelAnywhereAndNoBackAtTheEnd();
-    void backIsDisabledAfterTheUnbind();
-    void refusedCredentialsKeepBackDisabledAfterTheUnbind();
-    void backIsEnabledWithoutAnUnbind();
-    void backAndNextInEveryOrder_data();
-    void backAndNextInEveryOrder();
-    void restartKeepsWhatThePagesHold();
-    void joinOptionsSurviveBackAndNext();
-    void joinFlowNeverReachesTheCloudPage();
-};
+    void refusedInterimCheckRestarts_data()
+    {
+        addRefusedRuns();
+    }
 
-void TestFlow::refusedInterimCheckRestarts_data()
-{
-    addRefusedRuns();
-}
+    void refusedInterimCheckRestarts()
+    {
+        refuseRuns();
+        WizardDriver driver;
+        QCOMPARE(driver.next(), QStringList());
+        QCOMPARE(driver.page(), 0);
+        QCOMPARE(driver.wizard.visitedIds(), QList<int>{0});
+        QVERIFY(!driver.button(QWizard::BackButton)->isEnabled());
+    }
 
-void TestFlow::refusedInterimCheckRestarts()
-{
-    refuseRuns();
-    WizardDriver driver;
-    QCOMPARE(driver.next(), QStringList());
-    QCOMPARE(driver.page(), 0);
-    QCOMPARE(driver.wizard.visitedIds(), QList<int>{0});
-    QVERIFY(!driver.button(QWizard::BackButton)->isEnabled());
-}
+    void afterARefusedCheckNextAsksAgain()
+    {
+        World::answer("authorization_prompt", {"", "", 1});
+        WizardDriver driver;
+        driver.next();
+        QCOMPARE(driver.page(), 0);
+        World::answer("authorization_prompt", {});
+        driver.next();
+        QCOMPARE(driver.page(), 3);
+        QCOMPARE(World::callsOf("authorization_prompt").size(), 2);
+        QCOMPARE(driver.wizard.visitedIds(), QList<int>({0, 1, 3}));
+    }
 
-void TestFlow::afterARefusedCheckNextAsksAgain()
-{
-    World::answer("authorization_prompt", {"", "", 1});
-    WizardDriver driver;
-    driver.next();
-    QCOMPARE(driver.page(), 0);
-    World::answer("authorization_prompt", {});
-    driver.next();
-    QCOMPARE(driver.page(), 3);
-    QCOMPARE(World::callsOf("authorization_prompt").size(), 2);
-    QCOMPARE(driver.wizard.visitedIds(), QList<int>({0, 1, 3}));
-}
+    void startUpProbesInOrder_data()
+    {
+        const QStringList hostName{"scutil", "--get", "LocalHostName"};
+        const QStringList profiles{"profiles", "-C"};
+        addColumns<bool, QList<QStringList>>("joined", "probes");
+        addRow("not joined: introduction, join options, conclusion", false,
+               QList<QStringList>{askJoined, hostName, profiles, askJoined});
+        addRow("joined: the introduction asks for the domain, too", true,
+               QList<QStringList>{askJoined, askJoined, hostName, profiles, askJoined});
+    }
 
-void TestFlow::startUpProbesInOrder_data()
-{
-    const QStringList hostName{"scutil", "--get", "LocalHostName"};
-    const QStringList profiles{"profiles", "-C"};
-    QTest::addColumn<bool>("joined");
-    QTest::addColumn<QList<QStringList>>("probes");
-    QTest::newRow("not joined: introduction, join options, conclusion")
-        << false << QList<QStringList>{askJoined, hostName, profiles, askJoined};
-    QTest::newRow("joined: the introduction asks for the domain, too")
-        << true << QList<QStringList>{askJoined, askJoined, hostName, profiles, askJoined};
-}
+    void startUpProbesInOrder()
+    {
+        QFETCH(bool, joined);
+        setState(true, joined);
+        WizardDriver driver;
+        QTEST(wordsOfAllCalls(), "probes");
+    }
 
-void TestFlow::startUpProbesInOrder()
-{
-    QFETCH(bool, joined);
-    setState(true, joined);
-    WizardDriver driver;
-    QTEST(wordsOfAllCalls(), "probes");
-}
+    void nextNeverStopsOnTheInterimPage_data()
+    {
+        addStates();
+    }
 
-void TestFlow::nextNeverStopsOnTheInterimPage_data()
-{
-    addStates();
-}
+    void nextNeverStopsOnTheInterimPage()
+    {
+        QFETCH(bool, bound);
+        QFETCH(bool, joined);
+        setState(bound, joined);
+        WizardDriver driver;
+        World::forgetCalls();
+        driver.next();
+        QTEST(driver.page(), "page");
+        QVERIFY(!driver.wizard.page(1)->isVisible());
+        QCOMPARE(World::callsOf("dsconfigad").at(0).words(), showBinding);
+    }
 
-void TestFlow::nextNeverStopsOnTheInterimPage()
-{
-    QFETCH(bool, bound);
-    QFETCH(bool, joined);
-    setState(bound, joined);
-    WizardDriver driver;
-    World::forgetCalls();
-    driver.next();
-    QTEST(driver.page(), "page");
-    QVERIFY(!driver.wizard.page(1)->isVisible());
-    QCOMPARE(World::callsOf("dsconfigad").at(0).words(), showBinding);
-}
+    void backNeverLandsOnTheInterimPage_data()
+    {
+        addStates();
+    }
 
-void TestFlow::backNeverLandsOnTheInterimPage_data()
-{
-    addStates();
-}
+    void backNeverLandsOnTheInterimPage()
+    {
+        QFETCH(bool, bound);
+        QFETCH(bool, joined);
+        setState(bound, joined);
+        WizardDriver driver;
+        driver.next();
+        driver.back();
+        QCOMPARE(driver.page(), 0);
+        QCOMPARE(driver.wizard.visitedIds(), QList<int>{0});
+    }
 
-void TestFlow::backNeverLandsOnTheInterimPage()
-{
-    QFETCH(bool, bound);
-    QFETCH(bool, joined);
-    setState(bound, joined);
-    WizardDriver driver;
-    driver.next();
-    driver.back();
-    QCOMPARE(driver.page(), 0);
-    QCOMPARE(driver.wizard.visitedIds(), QList<int>{0});
-}
-
-void TestFlow::interimCheckIsRepeatedOnEachWay()
-{
-    WizardDriver driver;
-    driver.next();
-    QCOMPARE(driver.page(), 3);
-    driver.back();
-    World::setBound();
-    driver.next();
-    QCOMPARE(driver.page(), 2);
-    driver.back();
-    World::setJoined();
-    World::answer("dsconfigad", {});
-    World::answer("dsconfigad -show", {});
-    driver.next();
-    QCOMPARE(driver.page(), 6);
-}
-
-void TestFlow::wholeJoin()
-{
-    WizardDriver driver;
-    driver.goToJoinOptions();
-    QCOMPARE(driver.page(), 4);
-    World::forgetCalls();
-    QCOMPARE(driver.next(), QStringList());
-    QCOMPARE(driver.page(), 7);
-    QCOMPARE(driver.wizard.visitedIds(), QList<int>({0, 1, 3, 4, 7}));
-    QCOMPARE(wordsOfAllCalls(),
-             QList<QStringList>({{"gui_helper_tool", "/usr/local/sbin/mvjoin", "-u", "admin", "-p",
-                                  "secret", "example.test", "-w", "-n", "my-mac"}}));
-    QCOMPARE(visibleTexts(driver.currentPage()),
-             QStringList{"You have successfully joined your Mac to your Active Directory domain "
-                         "at example.test."});
-}
-
-void TestFlow::unbindThenJoin()
-{
-    World::setBound("old.test");
-    WizardDriver driver;
-    driver.next();
-    QCOMPARE(driver.on<QLabel>("ADName")->text(), QString("old.test"));
-    driver.type("ADUser", "admin");
-    driver.type("ADPass", "a secret");
-    World::forgetCalls();
-    QCOMPARE(driver.next(), QStringList{"You are unbound from Apple's Active Directory plugin."});
-    QCOMPARE(World::callsOf("dsconfigad").at(0).words(),
-             QStringList({"dsconfigad", "-r", "-f", "-u", "admin", "-p", "a secret"}));
-    QCOMPARE(driver.page(), 3);
-    QCOMPARE(driver.on<QLineEdit>("DomainEdit")->text(), QString("old.test"));
-    QCOMPARE(driver.on<QLineEdit>("UsernameEdit")->text(), QString("admin"));
-    QCOMPARE(driver.on<QLineEdit>("PasswordEdit")->text(), QString("a secret"));
-    driver.next();
-    QCOMPARE(driver.page(), 4);
-    driver.next();
-    QCOMPARE(driver.wizard.visitedIds(), QList<int>({0, 1, 2, 3, 4, 7}));
-    QCOMPARE(World::callsOf("gui_helper_tool").at(0).words(),
-             QStringList({"gui_helper_tool", "/usr/local/sbin/mvjoin", "-u", "admin", "-p",
-                          "a secret", "old.test", "-w", "-n", "my-mac"}));
-    // The one prompt of the way was the interim check's.
-    QCOMPARE(World::callsOf("authorization_prompt").size(), 0);
-}
-
-void TestFlow::wholeLeave()
-{
-    World::setJoined();
-    WizardDriver driver;
-    driver.next();
-    QCOMPARE(driver.page(), 6);
-    driver.type("UsernameEdit", "admin");
-    driver.type("PasswordEdit", "secret");
-    QCOMPARE(driver.next(), QStringList());
-    QCOMPARE(driver.wizard.visitedIds(), QList<int>({0, 1, 6, 7}));
-    QCOMPARE(
-        World::callsOf("gui_helper_tool").at(0).words(),
-        QStringList({"gui_helper_tool", "/usr/local/sbin/mvleave", "-u", "admin", "-p", "secret"}));
-    QCOMPARE(visibleTexts(driver.currentPage()),
-             QStringList{"You have successfully left your Mac from your Active Directory domain."});
-}
-
-void TestFlow::noCancelAnywhereAndNoBackAtTheEnd_data()
-{
-    QTest::addColumn<bool>("joined");
-    QTest::addColumn<QList<int>>("pages");
-    QTest::newRow("unbinding and joining") << false << QList<int>{0, 2, 3, 4, 7};
-    QTest::newRow("leaving") << true << QList<int>{0, 6, 7};
-}
-
-void TestFlow::noCancelAnywhereAndNoBackAtTheEnd()
-{
-    QFETCH(bool, joined);
-    QFETCH(QList<int>, pages);
-    if (joined)
-        World::setJoined();
-    else
+    void interimCheckIsRepeatedOnEachWay()
+    {
+        WizardDriver driver;
+        driver.next();
+        QCOMPARE(driver.page(), 3);
+        driver.back();
         World::setBound();
-    WizardDriver driver;
-    for (const int page : pages) {
-        QCOMPARE(driver.page(), page);
-        QVERIFY(!driver.button(QWizard::CancelButton)->isVisible());
-        QCOMPARE(driver.button(QWizard::NextButton)->isVisible(), page != 7);
-        QCOMPARE(driver.button(QWizard::BackButton)->isVisible(), page != 7);
-        QCOMPARE(driver.button(QWizard::FinishButton)->isVisible(), page == 7);
-        press(driver, QWizard::NextButton);
+        driver.next();
+        QCOMPARE(driver.page(), 2);
+        driver.back();
+        World::setJoined();
+        World::answer("dsconfigad", {});
+        World::answer("dsconfigad -show", {});
+        driver.next();
+        QCOMPARE(driver.page(), 6);
     }
-}
 
-void TestFlow::backIsDisabledAfterTheUnbind()
-{
-    World::setBound();
-    WizardDriver driver;
-    driver.next();
-    driver.next();
-    QCOMPARE(driver.page(), 3);
-    QVERIFY(!driver.button(QWizard::BackButton)->isEnabled());
-    driver.next();
-    QCOMPARE(driver.page(), 4);
-    QVERIFY(driver.button(QWizard::BackButton)->isEnabled());
-    driver.back();
-    QCOMPARE(driver.page(), 3);
-    QVERIFY(!driver.button(QWizard::BackButton)->isEnabled());
-}
-
-void TestFlow::refusedCredentialsKeepBackDisabledAfterTheUnbind()
-{
-    World::setBound();
-    WizardDriver driver;
-    driver.next();
-    driver.next();
-    World::answer("mvedit", {"", "", 1});
-    QCOMPARE(driver.next().size(), 1);
-    QCOMPARE(driver.page(), 3);
-    driver.type("PasswordEdit", "another");
-    QVERIFY(!driver.button(QWizard::BackButton)->isEnabled());
-}
-
-void TestFlow::backIsEnabledWithoutAnUnbind()
-{
-    WizardDriver driver;
-    driver.goToCredentials();
-    QVERIFY(driver.button(QWizard::BackButton)->isEnabled());
-    driver.next();
-    driver.back();
-    QCOMPARE(driver.page(), 3);
-    QVERIFY(driver.button(QWizard::BackButton)->isEnabled());
-}
-
-// All ways of five presses, N for Next and B for Back.
-void TestFlow::backAndNextInEveryOrder_data()
-{
-    QTest::addColumn<bool>("bound");
-    QTest::addColumn<QString>("presses");
-    for (int way = 0; way < 32; ++way) {
-        QString presses;
-        for (int bit = 16; bit > 0; bit /= 2)
-            presses += (way & bit) != 0 ? 'N' : 'B';
-        QTest::newRow(qPrintable("join " + presses)) << false << presses;
-        QTest::newRow(qPrintable("unbind " + presses)) << true << presses;
+    void wholeJoin()
+    {
+        WizardDriver driver;
+        driver.goToJoinOptions();
+        QCOMPARE(driver.page(), 4);
+        World::forgetCalls();
+        QCOMPARE(driver.next(), QStringList());
+        QCOMPARE(driver.page(), 7);
+        QCOMPARE(driver.wizard.visitedIds(), QList<int>({0, 1, 3, 4, 7}));
+        QCOMPARE(wordsOfAllCalls(),
+                 QList<QStringList>({{"gui_helper_tool", "/usr/local/sbin/mvjoin", "-u", "admin",
+                                      "-p", "secret", "example.test", "-w", "-n", "my-mac"}}));
+        QCOMPARE(visibleTexts(driver.currentPage()),
+                 QStringList{"You have successfully joined your Mac to your Active Directory "
+                             "domain at example.test."});
     }
-}
 
-void TestFlow::backAndNextInEveryOrder()
-{
-    QFETCH(bool, bound);
-    QFETCH(QString, presses);
-    setState(bound, false);
-    const QList<int> way = bound ? QList<int>{0, 2, 3, 4, 7} : QList<int>{0, 3, 4, 7};
-    WizardDriver driver;
-    int step = 0;
-    for (const QChar pressed : presses) {
-        const bool atEnd = way.at(step) == 7;
-        const bool mayGoBack = step > 0 && !atEnd && (!bound || way.at(step) != 3);
-        if (pressed == 'N') {
+    void unbindThenJoin()
+    {
+        World::setBound("old.test");
+        WizardDriver driver;
+        driver.next();
+        QCOMPARE(driver.on<QLabel>("ADName")->text(), QString("old.test"));
+        driver.type("ADUser", "admin");
+        driver.type("ADPass", "a secret");
+        World::forgetCalls();
+        QCOMPARE(driver.next(),
+                 QStringList{"You are unbound from Apple's Active Directory plugin."});
+        QCOMPARE(World::callsOf("dsconfigad").at(0).words(),
+                 QStringList({"dsconfigad", "-r", "-f", "-u", "admin", "-p", "a secret"}));
+        QCOMPARE(driver.page(), 3);
+        QCOMPARE(driver.texts({"DomainEdit", "UsernameEdit", "PasswordEdit"}),
+                 QStringList({"old.test", "admin", "a secret"}));
+        driver.next();
+        QCOMPARE(driver.page(), 4);
+        driver.next();
+        QCOMPARE(driver.wizard.visitedIds(), QList<int>({0, 1, 2, 3, 4, 7}));
+        QCOMPARE(World::callsOf("gui_helper_tool").at(0).words(),
+                 QStringList({"gui_helper_tool", "/usr/local/sbin/mvjoin", "-u", "admin", "-p",
+                              "a secret", "old.test", "-w", "-n", "my-mac"}));
+        // The one prompt of the way was the interim check's.
+        QCOMPARE(World::callsOf("authorization_prompt").size(), 0);
+    }
+
+    void wholeLeave()
+    {
+        World::setJoined();
+        WizardDriver driver;
+        driver.next();
+        QCOMPARE(driver.page(), 6);
+        driver.type("UsernameEdit", "admin");
+        driver.type("PasswordEdit", "secret");
+        QCOMPARE(driver.next(), QStringList());
+        QCOMPARE(driver.wizard.visitedIds(), QList<int>({0, 1, 6, 7}));
+        QCOMPARE(World::callsOf("gui_helper_tool").at(0).words(),
+                 QStringList({"gui_helper_tool", "/usr/local/sbin/mvleave", "-u", "admin", "-p",
+                              "secret"}));
+        QCOMPARE(
+            visibleTexts(driver.currentPage()),
+            QStringList{"You have successfully left your Mac from your Active Directory domain."});
+    }
+
+    void noCancelAnywhereAndNoBackAtTheEnd_data()
+    {
+        addColumns<bool, QList<int>>("joined", "pages");
+        addRow("unbinding and joining", false, QList<int>{0, 2, 3, 4, 7});
+        addRow("leaving", true, QList<int>{0, 6, 7});
+    }
+
+    void noCancelAnywhereAndNoBackAtTheEnd()
+    {
+        QFETCH(bool, joined);
+        QFETCH(QList<int>, pages);
+        if (joined)
+            World::setJoined();
+        else
+            World::setBound();
+        WizardDriver driver;
+        for (const int page : pages) {
+            QCOMPARE(driver.page(), page);
+            QVERIFY(!driver.button(QWizard::CancelButton)->isVisible());
+            QCOMPARE(driver.button(QWizard::NextButton)->isVisible(), page != 7);
+            QCOMPARE(driver.button(QWizard::BackButton)->isVisible(), page != 7);
+            QCOMPARE(driver.button(QWizard::FinishButton)->isVisible(), page == 7);
             press(driver, QWizard::NextButton);
-            step += atEnd ? 0 : 1;
-        } else {
-            press(driver, QWizard::BackButton);
-            step -= mayGoBack ? 1 : 0;
         }
-        QCOMPARE(driver.page(), way.at(step));
     }
-}
 
-void TestFlow::restartKeepsWhatThePagesHold()
-{
-    WizardDriver driver;
-    driver.wizard.page(4)->findChild<QLineEdit*>("ZoneEdit")->setText("MacZone");
-    World::removeTool("dsconfigad");
-    driver.next();
-    QCOMPARE(driver.page(), 0);
-    QCOMPARE(driver.wizard.page(4)->findChild<QLineEdit*>("ZoneEdit")->text(), QString("MacZone"));
-}
+    void backIsDisabledAfterTheUnbind()
+    {
+        World::setBound();
+        WizardDriver driver;
+        driver.next();
+        driver.next();
+        QCOMPARE(driver.page(), 3);
+        QVERIFY(!driver.button(QWizard::BackButton)->isEnabled());
+        driver.next();
+        QCOMPARE(driver.page(), 4);
+        QVERIFY(driver.button(QWizard::BackButton)->isEnabled());
+        driver.back();
+        QCOMPARE(driver.page(), 3);
+        QVERIFY(!driver.button(QWizard::BackButton)->isEnabled());
+    }
 
-void TestFlow::joinOptionsSurviveBackAndNext()
-{
-    WizardDriver driver;
-    driver.goToJoinOptions();
-    driver.on<QCheckBox>("ContainerDNLabel")->setChecked(true);
-    driver.type("ContainerDNEdit", "OU=Macs,DC=example,DC=test");
-    driver.type("ComputerNameEdit", "another");
-    driver.back();
-    driver.next();
-    QCOMPARE(driver.page(), 4);
-    QVERIFY(driver.on<QCheckBox>("ContainerDNLabel")->isChecked());
-    QCOMPARE(driver.on<QLineEdit>("ContainerDNEdit")->text(),
-             QString("OU=Macs,DC=example,DC=test"));
-    QCOMPARE(driver.on<QLineEdit>("ComputerNameEdit")->text(), QString("another"));
-}
+    void refusedCredentialsKeepBackDisabledAfterTheUnbind()
+    {
+        World::setBound();
+        WizardDriver driver;
+        driver.next();
+        driver.next();
+        World::answer("mvedit", {"", "", 1});
+        QCOMPARE(driver.next().size(), 1);
+        QCOMPARE(driver.page(), 3);
+        driver.type("PasswordEdit", "another");
+        QVERIFY(!driver.button(QWizard::BackButton)->isEnabled());
+    }
 
-void TestFlow::joinFlowNeverReachesTheCloudPage()
-{
-    WizardDriver driver;
-    QSignalSpy moves(&driver.wizard, &QWizard::currentIdChanged);
-    enrolling = true;
-    driver.goToJoinOptions();
-    driver.next();
-    QCOMPARE(driver.page(), 7);
-    QVERIFY(!moves.contains(QVariantList{5}));
-    const QList<int> ids = driver.wizard.pageIds();
-    for (const int id : ids)
-        QVERIFY(driver.wizard.page(id)->nextId() != 5);
-}
+    void backIsEnabledWithoutAnUnbind()
+    {
+        WizardDriver driver;
+        driver.goToCredentials();
+        QVERIFY(driver.button(QWizard::BackButton)->isEnabled());
+        driver.next();
+        driver.back();
+        QCOMPARE(driver.page(), 3);
+        QVERIFY(driver.button(QWizard::BackButton)->isEnabled());
+    }
+
+    // All ways of five presses, N for Next and B for Back.
+    void backAndNextInEveryOrder_data()
+    {
+        addColumns<bool, QString>("bound", "presses");
+        for (int way = 0; way < 32; ++way) {
+            QString presses;
+            for (int bit = 16; bit > 0; bit /= 2)
+                presses += (way & bit) != 0 ? 'N' : 'B';
+            addRow(qPrintable("join " + presses), false, presses);
+            addRow(qPrintable("unbind " + presses), true, presses);
+        }
+    }
+
+    void backAndNextInEveryOrder()
+    {
+        QFETCH(bool, bound);
+        QFETCH(QString, presses);
+        setState(bound, false);
+        const QList<int> way = bound ? QList<int>{0, 2, 3, 4, 7} : QList<int>{0, 3, 4, 7};
+        WizardDriver driver;
+        int step = 0;
+        for (const QChar pressed : presses) {
+            const bool atEnd = way.at(step) == 7;
+            const bool mayGoBack = step > 0 && !atEnd && (!bound || way.at(step) != 3);
+            if (pressed == 'N') {
+                press(driver, QWizard::NextButton);
+                step += atEnd ? 0 : 1;
+            } else {
+                press(driver, QWizard::BackButton);
+                step -= mayGoBack ? 1 : 0;
+            }
+            QCOMPARE(driver.page(), way.at(step));
+        }
+    }
+
+    void restartKeepsWhatThePagesHold()
+    {
+        WizardDriver driver;
+        driver.wizard.page(4)->findChild<QLineEdit*>("ZoneEdit")->setText("MacZone");
+        World::removeTool("dsconfigad");
+        driver.next();
+        QCOMPARE(driver.page(), 0);
+        QCOMPARE(driver.wizard.page(4)->findChild<QLineEdit*>("ZoneEdit")->text(),
+                 QString("MacZone"));
+    }
+
+    void joinOptionsSurviveBackAndNext()
+    {
+        WizardDriver driver;
+        driver.goToJoinOptions();
+        driver.on<QCheckBox>("ContainerDNLabel")->setChecked(true);
+        driver.type("ContainerDNEdit", "OU=Macs,DC=example,DC=test");
+        driver.type("ComputerNameEdit", "another");
+        driver.back();
+        driver.next();
+        QCOMPARE(driver.page(), 4);
+        QVERIFY(driver.on<QCheckBox>("ContainerDNLabel")->isChecked());
+        QCOMPARE(driver.text("ContainerDNEdit"), QString("OU=Macs,DC=example,DC=test"));
+        QCOMPARE(driver.text("ComputerNameEdit"), QString("another"));
+    }
+
+    void joinFlowNeverReachesTheCloudPage()
+    {
+        WizardDriver driver;
+        QSignalSpy moves(&driver.wizard, &QWizard::currentIdChanged);
+        enrolling = true;
+        driver.goToJoinOptions();
+        driver.next();
+        QCOMPARE(driver.page(), 7);
+        QVERIFY(!moves.contains(QVariantList{5}));
+        const QList<int> ids = driver.wizard.pageIds();
+        for (const int id : ids)
+            QVERIFY(driver.wizard.page(id)->nextId() != 5);
+    }
+};
 
 WORLD_TEST_MAIN(TestFlow)
 #include "tst_flow.moc"

@@ -64,163 +64,151 @@ class TestInput : public WorldTest
     Q_OBJECT
 
 private slots:
-    void eachPressMovesOnce();
-    void pressesDuringACheckStartNothing_data();
-    void pressesDuringACheckStartNothing();
-    void pressesDuringACheckChooseNothing();
-    void textTypedDuringAStepArrives();
-    void textOfAnInputMethodArrives();
-    void nothingCanBePressedDuringARun_data();
-    void nothingCanBePressedDuringARun();
-    void heldButtonGetsTheFocusBack();
-    void thePageCountsAsSoonAsItsMessageIsClosed();
-};
-
-void TestInput::eachPressMovesOnce()
-{
-    WizardDriver driver;
-    driver.goToCredentials();
-    QSignalSpy moves(&driver.wizard, &QWizard::currentIdChanged);
-    driver.next();
-    QCOMPARE(moves, QList<QVariantList>({{4}}));
-    driver.back();
-    QCOMPARE(moves, QList<QVariantList>({{4}, {3}}));
-}
-
-void TestInput::pressesDuringACheckStartNothing_data()
-{
-    QTest::addColumn<QString>("way");
-    for (const char* way : {"Return", "F1", "click", "assistive", "closing", "quitting"})
-        QTest::newRow(way) << way;
-}
-
-void TestInput::pressesDuringACheckStartNothing()
-{
-    QFETCH(QString, way);
-    WizardDriver driver;
-    driver.goToCredentials();
-    QVERIFY(QTest::qWaitForWindowActive(&driver.wizard));
-    pressUnheard(driver, way);
-    driver.next();
-    QVERIFY(!driver.button(QWizard::NextButton)->isDown());
-    QCOMPARE(driver.page(), 4);
-    QVERIFY(driver.wizard.isVisible());
-    QCOMPARE(World::callsOf("mvedit").size(), 1);
-    QCOMPARE(World::callsOf("gui_helper_tool").size(), 0);
-}
-
-void TestInput::pressesDuringACheckChooseNothing()
-{
-    WizardDriver driver;
-    QVERIFY(QTest::qWaitForWindowActive(&driver.wizard));
-    driver.goToJoinOptions();
-    driver.click("AdvancedButton");
-    const auto* zone = driver.on<QRadioButton>("ZoneButton");
-    const auto* zoneEdit = driver.on<QLineEdit>("ZoneEdit");
-    const auto* overwrite = driver.on<QCheckBox>("ForceLeave");
-    auto* alias = driver.on<QCheckBox>("AliasLabel");
-    driver.back();
-    clickUnheard(driver.wizard, zone);
-    clickUnheard(driver.wizard, zoneEdit);
-    typeUnheard(&driver.wizard, Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
-    pressAssistivelyUnheard(alias, QAccessibleActionInterface::toggleAction());
-    driver.next();
-    QCOMPARE(driver.page(), 4);
-    QVERIFY(!zone->isChecked());
-    QVERIFY(!overwrite->isChecked());
-    QVERIFY(!alias->isChecked());
-    QVERIFY(driver.wizard.focusWidget() != zoneEdit);
-}
-
-void TestInput::textTypedDuringAStepArrives()
-{
-    WizardDriver driver;
-    QVERIFY(QTest::qWaitForWindowActive(&driver.wizard));
-    typeUnheard(&driver.wizard, Qt::Key_A);
-    typeUnheard(&driver.wizard, Qt::Key_Tab);
-    typeUnheard(&driver.wizard, Qt::Key_B);
-    driver.next();
-    QCOMPARE(driver.on<QLineEdit>("DomainEdit")->text(), QString("a"));
-    QCOMPARE(driver.on<QLineEdit>("UsernameEdit")->text(), QString("b"));
-}
-
-void TestInput::textOfAnInputMethodArrives()
-{
-    WizardDriver driver;
-    QVERIFY(QTest::qWaitForWindowActive(&driver.wizard));
-    QMetaObject::invokeMethod(
-        &driver.wizard,
-        [] {
-            QInputMethodEvent event;
-            event.setCommitString("é");
-            QCoreApplication::sendEvent(QGuiApplication::focusObject(), &event);
-        },
-        Qt::QueuedConnection);
-    driver.next();
-    QCOMPARE(driver.on<QLineEdit>("DomainEdit")->text(), QString("é"));
-}
-
-void TestInput::nothingCanBePressedDuringARun_data()
-{
-    QTest::addColumn<bool>("joined");
-    QTest::newRow("join") << false;
-    QTest::newRow("leave") << true;
-}
-
-void TestInput::nothingCanBePressedDuringARun()
-{
-    QFETCH(bool, joined);
-    if (joined)
-        World::setJoined();
-    WizardDriver driver;
-    if (joined)
+    void eachPressMovesOnce()
+    {
+        WizardDriver driver;
+        driver.goToCredentials();
+        QSignalSpy moves(&driver.wizard, &QWizard::currentIdChanged);
         driver.next();
-    else
+        QCOMPARE(moves, QList<QVariantList>({{4}}));
+        driver.back();
+        QCOMPARE(moves, QList<QVariantList>({{4}, {3}}));
+    }
+
+    void pressesDuringACheckStartNothing_data()
+    {
+        addColumns<QString>("way");
+        for (const char* way : {"Return", "F1", "click", "assistive", "closing", "quitting"})
+            addRow(way, way);
+    }
+
+    void pressesDuringACheckStartNothing()
+    {
+        QFETCH(QString, way);
+        WizardDriver driver;
+        driver.goToCredentials();
+        QVERIFY(QTest::qWaitForWindowActive(&driver.wizard));
+        pressUnheard(driver, way);
+        driver.next();
+        QVERIFY(!driver.button(QWizard::NextButton)->isDown());
+        QCOMPARE(driver.page(), 4);
+        QVERIFY(driver.wizard.isVisible());
+        QCOMPARE(World::callsOf("mvedit").size(), 1);
+        QCOMPARE(World::callsOf("gui_helper_tool").size(), 0);
+    }
+
+    void pressesDuringACheckChooseNothing()
+    {
+        WizardDriver driver;
+        QVERIFY(QTest::qWaitForWindowActive(&driver.wizard));
         driver.goToJoinOptions();
-    QList<QAbstractButton*> buttons = {driver.wizard.findChild<QToolButton*>("AboutButton")};
-    for (QAbstractButton* button : driver.wizard.findChildren<QPushButton*>())
-        buttons.append(button);
-    answerHelper("", 0, 0, true);
-    whileRunning(
-        "gui_helper_tool", [&driver] { driver.next(); },
-        [&](QWidget* progress) {
-            for (const QAbstractButton* button : buttons)
-                QVERIFY2(!button->isEnabled(), qPrintable(button->text()));
-            driver.wizard.close();
-            QApplication::closeAllWindows();
-            QVERIFY(driver.wizard.isVisible());
-            QVERIFY(progress->isVisible());
-        });
-    QCOMPARE(driver.page(), 7);
-    QVERIFY(driver.button(QWizard::FinishButton)->isEnabled());
-    QVERIFY(buttons.first()->isEnabled());
-}
+        driver.click("AdvancedButton");
+        const auto* zone = driver.on<QRadioButton>("ZoneButton");
+        const auto* zoneEdit = driver.on<QLineEdit>("ZoneEdit");
+        const auto* overwrite = driver.on<QCheckBox>("ForceLeave");
+        auto* alias = driver.on<QCheckBox>("AliasLabel");
+        driver.back();
+        clickUnheard(driver.wizard, zone);
+        clickUnheard(driver.wizard, zoneEdit);
+        typeUnheard(&driver.wizard, Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
+        pressAssistivelyUnheard(alias, QAccessibleActionInterface::toggleAction());
+        driver.next();
+        QCOMPARE(driver.page(), 4);
+        QVERIFY(!zone->isChecked());
+        QVERIFY(!overwrite->isChecked());
+        QVERIFY(!alias->isChecked());
+        QVERIFY(driver.wizard.focusWidget() != zoneEdit);
+    }
 
-void TestInput::heldButtonGetsTheFocusBack()
-{
-    WizardDriver driver;
-    driver.goToCredentials();
-    driver.button(QWizard::NextButton)->setFocus();
-    Answer refused;
-    refused.exitStatus = 1;
-    World::answer("mvedit", refused);
-    driver.next();
-    QCOMPARE(driver.page(), 3);
-    QCOMPARE(driver.wizard.focusWidget(), driver.button(QWizard::NextButton));
-}
+    void textTypedDuringAStepArrives()
+    {
+        WizardDriver driver;
+        QVERIFY(QTest::qWaitForWindowActive(&driver.wizard));
+        typeUnheard(&driver.wizard, Qt::Key_A);
+        typeUnheard(&driver.wizard, Qt::Key_Tab);
+        typeUnheard(&driver.wizard, Qt::Key_B);
+        driver.next();
+        QCOMPARE(driver.texts({"DomainEdit", "UsernameEdit"}), QStringList({"a", "b"}));
+    }
 
-void TestInput::thePageCountsAsSoonAsItsMessageIsClosed()
-{
-    WizardDriver driver;
-    driver.goToCredentials();
-    Answer refused;
-    refused.exitStatus = 1;
-    World::answer("mvedit", refused);
-    auto* next = driver.button(QWizard::NextButton);
-    const QStringList messages = warningsDuring([next] { next->click(); });
-    QVERIFY(next->isEnabled());
-    QCOMPARE(messages.size(), 1);
-}
+    void textOfAnInputMethodArrives()
+    {
+        WizardDriver driver;
+        QVERIFY(QTest::qWaitForWindowActive(&driver.wizard));
+        QMetaObject::invokeMethod(
+            &driver.wizard,
+            [] {
+                QInputMethodEvent event;
+                event.setCommitString("é");
+                QCoreApplication::sendEvent(QGuiApplication::focusObject(), &event);
+            },
+            Qt::QueuedConnection);
+        driver.next();
+        QCOMPARE(driver.text("DomainEdit"), QString("é"));
+    }
+
+    void nothingCanBePressedDuringARun_data()
+    {
+        addColumns<bool>("joined");
+        addRow("join", false);
+        addRow("leave", true);
+    }
+
+    void nothingCanBePressedDuringARun()
+    {
+        QFETCH(bool, joined);
+        if (joined)
+            World::setJoined();
+        WizardDriver driver;
+        if (joined)
+            driver.next();
+        else
+            driver.goToJoinOptions();
+        QList<QAbstractButton*> buttons = {driver.wizard.findChild<QToolButton*>("AboutButton")};
+        for (QAbstractButton* button : driver.wizard.findChildren<QPushButton*>())
+            buttons.append(button);
+        answerHelper("", 0, 0, true);
+        whileRunning(
+            "gui_helper_tool", [&driver] { driver.next(); },
+            [&](QWidget* progress) {
+                for (const QAbstractButton* button : buttons)
+                    QVERIFY2(!button->isEnabled(), qPrintable(button->text()));
+                driver.wizard.close();
+                QApplication::closeAllWindows();
+                QVERIFY(driver.wizard.isVisible());
+                QVERIFY(progress->isVisible());
+            });
+        QCOMPARE(driver.page(), 7);
+        QVERIFY(driver.button(QWizard::FinishButton)->isEnabled());
+        QVERIFY(buttons.first()->isEnabled());
+    }
+
+    void heldButtonGetsTheFocusBack()
+    {
+        WizardDriver driver;
+        driver.goToCredentials();
+        driver.button(QWizard::NextButton)->setFocus();
+        Answer refused;
+        refused.exitStatus = 1;
+        World::answer("mvedit", refused);
+        driver.next();
+        QCOMPARE(driver.page(), 3);
+        QCOMPARE(driver.wizard.focusWidget(), driver.button(QWizard::NextButton));
+    }
+
+    void thePageCountsAsSoonAsItsMessageIsClosed()
+    {
+        WizardDriver driver;
+        driver.goToCredentials();
+        Answer refused;
+        refused.exitStatus = 1;
+        World::answer("mvedit", refused);
+        auto* next = driver.button(QWizard::NextButton);
+        const QStringList messages = warningsDuring([next] { next->click(); });
+        QVERIFY(next->isEnabled());
+        QCOMPARE(messages.size(), 1);
+    }
+};
 
 WORLD_TEST_MAIN(TestInput)
 #include "tst_input.moc"

@@ -9,10 +9,6 @@
 
 namespace {
 
-const QString browseRefused = QStringLiteral(
-    "Browse require domain name, domain administrator name and password, please make sure they are "
-    "inputted correctly in the previous page!");
-
 const QStringList advanced{"AliasEdit",        "AliasLabel",        "ContainerDNEdit",
                            "ContainerDNLabel", "ContainerDNBrowse", "PDSEdit",
                            "PDSLabel",         "ForceLeave",        "AppleUIDCheck"};
@@ -51,10 +47,6 @@ public:
     {
         return on<QAbstractButton>(name)->isChecked();
     }
-    QString text(const QString& edit) const
-    {
-        return on<QLineEdit>(edit)->text();
-    }
     cnbrowser* browser() const
     {
         return currentPage()->findChild<cnbrowser*>();
@@ -86,302 +78,262 @@ class TestJoinType : public WorldTest
     Q_OBJECT
 
 private slots:
-    void withoutTheNameToolTheNameIsEmpty();
-    void browsingWithoutCredentialsIsRefused_data();
-    void browsingWithoutCredentialsIsRefused();
-    void aFailedLoadGivesTheSameWarning_data();
-    void aFailedLoadGivesTheSameWarning();
-    void computerNameIsTheHostNamesFirstPart_data();
-    void computerNameIsTheHostNamesFirstPart();
-    void buildingThePageAsksNameThenProfiles();
-    void enrolledMacsCantEnrollAgain();
-    void enrollmentIsHiddenAtEachEntry();
-    void choicesSurviveReentry();
-    void zoneDisablesAndUnchecksTheUidScheme();
-    void advancedOptionsAreHiddenAtFirst();
-    void advancedOptionsShowAndHideInOrder();
-    void openingUnchecksOnlyTheUidScheme();
-    void openingWithAZoneKeepsTheUidSchemeDisabled();
-    void loaderStandsWhileContainersLoad();
-    void browserGetsTheFieldsAfreshAndIsMadeOnce();
-    void choosingAContainerSwitchesItOn();
-    void choosingAnEmptyNameSwitchesItOff();
-    void nextReadsJoinOnThisPageOnly();
-    void containerFieldIsTheEdit();
-};
-
-void TestJoinType::withoutTheNameToolTheNameIsEmpty()
-{
-    World::removeTool("scutil");
-    OptionsDriver driver;
-    QCOMPARE(driver.text("ComputerNameEdit"), QString());
-}
-
-void TestJoinType::browsingWithoutCredentialsIsRefused_data()
-{
-    QTest::addColumn<QString>("domain");
-    QTest::addColumn<QString>("user");
-    QTest::addColumn<QString>("password");
-    QTest::newRow("no domain") << ""
-                               << "admin"
-                               << "secret";
-    QTest::newRow("no user") << "example.test"
-                             << ""
-                             << "secret";
-    QTest::newRow("no password") << "example.test"
-                                 << "admin"
-                                 << "";
-}
-
-void TestJoinType::browsingWithoutCredentialsIsRefused()
-{
-    QFETCH(QString, domain);
-    QFETCH(QString, user);
-    QFETCH(QString, password);
-    OptionsDriver driver(domain, user, password);
-    driver.type("ContainerDNEdit", "OU=Old");
-    driver.click("ContainerDNLabel");
-    QCOMPARE(driver.browse(), QStringList{browseRefused});
-    QCOMPARE(driver.text("ContainerDNEdit"), QString());
-    QVERIFY(!driver.isChecked("ContainerDNLabel"));
-    QCOMPARE(driver.browser(), nullptr);
-    QCOMPARE(World::calls().size(), 0);
-}
-
-void TestJoinType::aFailedLoadGivesTheSameWarning_data()
-{
-    QTest::addColumn<QByteArray>("output");
-    QTest::addColumn<int>("exitStatus");
-    QTest::newRow("the script fails") << QByteArray("CN=Users,DC=example,DC=test\n") << 1;
-    QTest::newRow("no container") << QByteArray("nothing\n") << 0;
-}
-
-void TestJoinType::aFailedLoadGivesTheSameWarning()
-{
-    QFETCH(QByteArray, output);
-    QFETCH(int, exitStatus);
-    OptionsDriver driver;
-    World::answer(containerScript, {output, "", exitStatus});
-    driver.type("ContainerDNEdit", "OU=Old");
-    driver.click("ContainerDNLabel");
-    QCOMPARE(driver.browse(), QStringList{browseRefused});
-    QVERIFY(!windowOf<LoadCN>()->isVisible());
-    QCOMPARE(driver.text("ContainerDNEdit"), QString());
-    QVERIFY(!driver.isChecked("ContainerDNLabel"));
-    QVERIFY(!driver.browser()->isVisible());
-}
-
-void TestJoinType::computerNameIsTheHostNamesFirstPart_data()
-{
-    QTest::addColumn<QByteArray>("hostName");
-    QTest::addColumn<QString>("computerName");
-    QTest::newRow("plain") << QByteArray("my-mac") << "my-mac";
-    QTest::newRow("with a domain") << QByteArray("my-mac.local") << "my-mac";
-    QTest::newRow("several full stops") << QByteArray("my-mac.example.test\n") << "my-mac";
-    QTest::newRow("white space around") << QByteArray(" \t my-mac.local \n") << "my-mac";
-    QTest::newRow("blank inside") << QByteArray("my mac\n") << "";
-    QTest::newRow("blank inside the first part") << QByteArray("my mac.local\n") << "";
-    QTest::newRow("blank after the first part") << QByteArray("my-mac.a b\n") << "my-mac";
-    QTest::newRow("only a domain") << QByteArray(".local\n") << "";
-    QTest::newRow("non-ASCII") << QByteArray("büro-mac\n") << QString::fromUtf8("büro-mac");
-    QTest::newRow("nothing") << QByteArray() << "";
-}
-
-void TestJoinType::computerNameIsTheHostNamesFirstPart()
-{
-    QFETCH(QByteArray, hostName);
-    QFETCH(QString, computerName);
-    World::answer("scutil", {hostName, ""});
-    OptionsDriver driver;
-    QCOMPARE(driver.text("ComputerNameEdit"), computerName);
-}
-
-void TestJoinType::buildingThePageAsksNameThenProfiles()
-{
-    const JoinType page;
-    QCOMPARE(World::calls().size(), 2);
-    QCOMPARE(World::calls().at(0).words(), QStringList({"scutil", "--get", "LocalHostName"}));
-    QCOMPARE(World::calls().at(1).words(), QStringList({"profiles", "-C"}));
-}
-
-void TestJoinType::enrolledMacsCantEnrollAgain()
-{
+    void withoutTheNameToolTheNameIsEmpty()
     {
-        const OptionsDriver notEnrolled;
-        QVERIFY(notEnrolled.on<QCheckBox>("CloudCheck")->isEnabled());
+        World::removeTool("scutil");
+        OptionsDriver driver;
+        QCOMPARE(driver.text("ComputerNameEdit"), QString());
     }
-    World::answer("profiles", {"com.morvanta.osx.MDM\n", ""});
-    const OptionsDriver enrolled;
-    QVERIFY(!enrolled.on<QCheckBox>("CloudCheck")->isEnabled());
-}
 
-void TestJoinType::enrollmentIsHiddenAtEachEntry()
-{
-    OptionsDriver driver;
-    QVERIFY(driver.on<QCheckBox>("CloudCheck")->isHidden());
-    driver.on<QCheckBox>("CloudCheck")->show();
-    driver.back();
-    driver.next();
-    QCOMPARE(driver.page(), 4);
-    QVERIFY(driver.on<QCheckBox>("CloudCheck")->isHidden());
-}
-
-void TestJoinType::choicesSurviveReentry()
-{
-    OptionsDriver driver;
-    const QStringList edits{"ZoneEdit", "ComputerNameEdit", "ContainerDNEdit", "PDSEdit",
-                            "AliasEdit"};
-    const QStringList buttons{"ZoneButton",       "AdvancedButton", "ForceLeave",
-                              "ContainerDNLabel", "PDSLabel",       "AliasLabel"};
-    for (const QString& edit : edits)
-        driver.type(edit, "typed in " + edit);
-    for (const QString& button : buttons) {
-        if (!driver.isChecked(button))
-            driver.click(button);
+    void browsingWithoutCredentialsIsRefused_data()
+    {
+        addColumns<QString, QString, QString>("domain", "user", "password");
+        addRow("no domain", "", "admin", "secret");
+        addRow("no user", "example.test", "", "secret");
+        addRow("no password", "example.test", "admin", "");
     }
-    driver.back();
-    QCOMPARE(driver.page(), 3);
-    driver.next();
-    for (const QString& edit : edits)
-        QCOMPARE(driver.text(edit), "typed in " + edit);
-    for (const QString& button : buttons)
-        QVERIFY2(driver.isChecked(button), qPrintable(button));
-    QVERIFY(driver.on<QWidget>("AliasEdit")->isVisible());
-}
 
-void TestJoinType::zoneDisablesAndUnchecksTheUidScheme()
-{
-    OptionsDriver driver;
-    driver.click("AppleUIDCheck");
-    QVERIFY(driver.isChecked("AppleUIDCheck"));
-    driver.click("ZoneButton");
-    QVERIFY(!driver.isChecked("AutoButton"));
-    QVERIFY(!driver.on<QWidget>("AppleUIDCheck")->isEnabled());
-    QVERIFY(!driver.isChecked("AppleUIDCheck"));
-    driver.click("AutoButton");
-    QVERIFY(driver.on<QWidget>("AppleUIDCheck")->isEnabled());
-    QVERIFY(!driver.isChecked("AppleUIDCheck"));
-}
+    void browsingWithoutCredentialsIsRefused()
+    {
+        QFETCH(QString, domain);
+        QFETCH(QString, user);
+        QFETCH(QString, password);
+        OptionsDriver driver(domain, user, password);
+        driver.type("ContainerDNEdit", "OU=Old");
+        driver.click("ContainerDNLabel");
+        QCOMPARE(driver.browse(), QStringList{refusedBrowse()});
+        QCOMPARE(driver.text("ContainerDNEdit"), QString());
+        QVERIFY(!driver.isChecked("ContainerDNLabel"));
+        QCOMPARE(driver.browser(), nullptr);
+        QCOMPARE(World::calls().size(), 0);
+    }
 
-void TestJoinType::advancedOptionsAreHiddenAtFirst()
-{
-    WizardDriver driver;
-    driver.goToJoinOptions();
-    for (const QString& name : advanced)
-        QVERIFY2(!driver.on<QWidget>(name)->isVisible(), qPrintable(name));
-}
+    void aFailedLoadGivesTheSameWarning_data()
+    {
+        addColumns<QByteArray, int>("output", "exitStatus");
+        addRow("the script fails", QByteArray("CN=Users,DC=example,DC=test\n"), 1);
+        addRow("no container", QByteArray("nothing\n"), 0);
+    }
 
-void TestJoinType::advancedOptionsShowAndHideInOrder()
-{
-    WizardDriver driver;
-    driver.goToJoinOptions();
-    VisibilityLog log;
-    for (const QString& name : advanced)
-        driver.on<QWidget>(name)->installEventFilter(&log);
-    driver.click("AdvancedButton");
-    QCOMPARE(log.names, advanced);
-    driver.click("AdvancedButton");
-    QCOMPARE(log.names, advanced + advanced);
-}
+    void aFailedLoadGivesTheSameWarning()
+    {
+        QFETCH(QByteArray, output);
+        QFETCH(int, exitStatus);
+        OptionsDriver driver;
+        World::answer(containerScript, {output, "", exitStatus});
+        driver.type("ContainerDNEdit", "OU=Old");
+        driver.click("ContainerDNLabel");
+        QCOMPARE(driver.browse(), QStringList{refusedBrowse()});
+        QVERIFY(!windowOf<LoadCN>()->isVisible());
+        QCOMPARE(driver.text("ContainerDNEdit"), QString());
+        QVERIFY(!driver.isChecked("ContainerDNLabel"));
+        QVERIFY(!driver.browser()->isVisible());
+    }
 
-void TestJoinType::openingUnchecksOnlyTheUidScheme()
-{
-    OptionsDriver driver;
-    for (const char* name : {"ForceLeave", "ContainerDNLabel", "AppleUIDCheck"})
-        driver.click(name);
-    driver.type("ContainerDNEdit", "OU=Macs");
-    driver.click("AdvancedButton");
-    QVERIFY(driver.isChecked("AppleUIDCheck"));
-    QVERIFY(driver.isChecked("ForceLeave"));
-    driver.click("AdvancedButton");
-    QVERIFY(!driver.isChecked("AppleUIDCheck"));
-    QVERIFY(driver.on<QWidget>("AppleUIDCheck")->isEnabled());
-    QVERIFY(driver.isChecked("ForceLeave"));
-    QVERIFY(driver.isChecked("ContainerDNLabel"));
-    QCOMPARE(driver.text("ContainerDNEdit"), QString("OU=Macs"));
-}
+    void computerNameIsTheHostNamesFirstPart_data()
+    {
+        addColumns<QByteArray, QString>("hostName", "computerName");
+        addRow("plain", QByteArray("my-mac"), "my-mac");
+        addRow("with a domain", QByteArray("my-mac.local"), "my-mac");
+        addRow("several full stops", QByteArray("my-mac.example.test\n"), "my-mac");
+        addRow("white space around", QByteArray(" \t my-mac.local \n"), "my-mac");
+        addRow("blank inside", QByteArray("my mac\n"), "");
+        addRow("blank inside the first part", QByteArray("my mac.local\n"), "");
+        addRow("blank after the first part", QByteArray("my-mac.a b\n"), "my-mac");
+        addRow("only a domain", QByteArray(".local\n"), "");
+        addRow("non-ASCII", QByteArray("büro-mac\n"), QString::fromUtf8("büro-mac"));
+        addRow("nothing", QByteArray(), "");
+    }
 
-void TestJoinType::openingWithAZoneKeepsTheUidSchemeDisabled()
-{
-    OptionsDriver driver;
-    driver.click("AdvancedButton");
-    driver.click("ZoneButton");
-    driver.click("AdvancedButton");
-    QVERIFY(!driver.on<QWidget>("AppleUIDCheck")->isEnabled());
-}
+    void computerNameIsTheHostNamesFirstPart()
+    {
+        QFETCH(QByteArray, hostName);
+        QFETCH(QString, computerName);
+        World::answer("scutil", {hostName, ""});
+        OptionsDriver driver;
+        QCOMPARE(driver.text("ComputerNameEdit"), computerName);
+    }
 
-void TestJoinType::loaderStandsWhileContainersLoad()
-{
-    OptionsDriver driver;
-    World::answer(containerScript, {"CN=Users,DC=example,DC=test\n", "", 0, 0, false, true});
-    driver.click("ContainerDNBrowse");
-    QVERIFY(windowOf<LoadCN>()->isVisible());
-    QCOMPARE(QApplication::activeModalWidget(), windowOf<LoadCN>());
-    QTRY_COMPARE(World::callsOf("mvedit").size(), 1);
-    QVERIFY(!driver.browser()->isVisible());
-    World::release(containerScript);
-    QTRY_VERIFY(driver.browser()->isVisible());
-    QVERIFY(!windowOf<LoadCN>()->isVisible());
-}
+    void buildingThePageAsksNameThenProfiles()
+    {
+        const JoinType page;
+        QCOMPARE(World::calls().size(), 2);
+        QCOMPARE(World::calls().at(0).words(), QStringList({"scutil", "--get", "LocalHostName"}));
+        QCOMPARE(World::calls().at(1).words(), QStringList({"profiles", "-C"}));
+    }
 
-void TestJoinType::browserGetsTheFieldsAfreshAndIsMadeOnce()
-{
-    OptionsDriver driver;
-    QCOMPARE(driver.browse(), QStringList());
-    QCOMPARE(World::callsOf("mvedit").at(0).arguments.mid(1),
-             QStringList({"example.test", "admin", "secret"}));
-    const cnbrowser* first = driver.browser();
-    driver.browser()->close();
-    driver.back();
-    driver.enterCredentials("other.test", "operator", "word");
-    driver.next();
-    World::forgetCalls();
-    QCOMPARE(driver.browse(), QStringList());
-    QCOMPARE(World::callsOf("mvedit").at(0).arguments.mid(1),
-             QStringList({"other.test", "operator", "word"}));
-    QCOMPARE(driver.currentPage()->findChildren<cnbrowser*>().size(), 1);
-    QCOMPARE(driver.browser(), first);
-    QVERIFY(driver.browser()->isVisible());
-}
+    void enrolledMacsCantEnrollAgain()
+    {
+        {
+            const OptionsDriver notEnrolled;
+            QVERIFY(notEnrolled.on<QCheckBox>("CloudCheck")->isEnabled());
+        }
+        World::answer("profiles", {"com.morvanta.osx.MDM\n", ""});
+        const OptionsDriver enrolled;
+        QVERIFY(!enrolled.on<QCheckBox>("CloudCheck")->isEnabled());
+    }
 
-void TestJoinType::choosingAContainerSwitchesItOn()
-{
-    OptionsDriver driver;
-    driver.type("ContainerDNEdit", "OU=Old");
-    driver.browse();
-    driver.choose("OU=Macs");
-    QCOMPARE(driver.text("ContainerDNEdit"), QString("OU=Macs,DC=example,DC=test"));
-    QVERIFY(driver.isChecked("ContainerDNLabel"));
-    QCOMPARE(driver.wizard.focusWidget(), driver.on<QWidget>("ContainerDNEdit"));
-    QVERIFY(!driver.browser()->isVisible());
-}
+    void enrollmentIsHiddenAtEachEntry()
+    {
+        OptionsDriver driver;
+        QVERIFY(driver.on<QCheckBox>("CloudCheck")->isHidden());
+        driver.on<QCheckBox>("CloudCheck")->show();
+        driver.back();
+        driver.next();
+        QCOMPARE(driver.page(), 4);
+        QVERIFY(driver.on<QCheckBox>("CloudCheck")->isHidden());
+    }
 
-void TestJoinType::choosingAnEmptyNameSwitchesItOff()
-{
-    OptionsDriver driver;
-    driver.browse();
-    driver.choose("OU=Macs");
-    emit driver.browser()->browseChooseButtonClicked(QString());
-    QCOMPARE(driver.text("ContainerDNEdit"), QString());
-    QVERIFY(!driver.isChecked("ContainerDNLabel"));
-}
+    void choicesSurviveReentry()
+    {
+        OptionsDriver driver;
+        const QStringList edits{"ZoneEdit", "ComputerNameEdit", "ContainerDNEdit", "PDSEdit",
+                                "AliasEdit"};
+        const QStringList buttons{"ZoneButton",       "AdvancedButton", "ForceLeave",
+                                  "ContainerDNLabel", "PDSLabel",       "AliasLabel"};
+        for (const QString& edit : edits)
+            driver.type(edit, "typed in " + edit);
+        for (const QString& button : buttons) {
+            if (!driver.isChecked(button))
+                driver.click(button);
+        }
+        driver.back();
+        QCOMPARE(driver.page(), 3);
+        driver.next();
+        for (const QString& edit : edits)
+            QCOMPARE(driver.text(edit), "typed in " + edit);
+        for (const QString& button : buttons)
+            QVERIFY2(driver.isChecked(button), qPrintable(button));
+        QVERIFY(driver.on<QWidget>("AliasEdit")->isVisible());
+    }
 
-void TestJoinType::nextReadsJoinOnThisPageOnly()
-{
-    WizardDriver driver;
-    driver.goToCredentials();
-    QVERIFY(driver.button(QWizard::NextButton)->text() != QString("Join"));
-    driver.next();
-    QCOMPARE(driver.button(QWizard::NextButton)->text(), QString("Join"));
-    QCOMPARE(driver.currentPage()->nextId(), 7);
-}
+    void zoneDisablesAndUnchecksTheUidScheme()
+    {
+        OptionsDriver driver;
+        driver.click("AppleUIDCheck");
+        QVERIFY(driver.isChecked("AppleUIDCheck"));
+        driver.click("ZoneButton");
+        QVERIFY(!driver.isChecked("AutoButton"));
+        QVERIFY(!driver.on<QWidget>("AppleUIDCheck")->isEnabled());
+        QVERIFY(!driver.isChecked("AppleUIDCheck"));
+        driver.click("AutoButton");
+        QVERIFY(driver.on<QWidget>("AppleUIDCheck")->isEnabled());
+        QVERIFY(!driver.isChecked("AppleUIDCheck"));
+    }
 
-void TestJoinType::containerFieldIsTheEdit()
-{
-    OptionsDriver driver;
-    driver.type("ContainerDNEdit", "OU=Macs");
-    QCOMPARE(driver.wizard.field("DomainContainerDN").toString(), QString("OU=Macs"));
-}
+    void advancedOptionsAreHiddenAtFirst()
+    {
+        WizardDriver driver;
+        driver.goToJoinOptions();
+        for (const QString& name : advanced)
+            QVERIFY2(!driver.on<QWidget>(name)->isVisible(), qPrintable(name));
+    }
+
+    void advancedOptionsShowAndHideInOrder()
+    {
+        WizardDriver driver;
+        driver.goToJoinOptions();
+        VisibilityLog log;
+        for (const QString& name : advanced)
+            driver.on<QWidget>(name)->installEventFilter(&log);
+        driver.click("AdvancedButton");
+        QCOMPARE(log.names, advanced);
+        driver.click("AdvancedButton");
+        QCOMPARE(log.names, advanced + advanced);
+    }
+
+    void openingUnchecksOnlyTheUidScheme()
+    {
+        OptionsDriver driver;
+        for (const char* name : {"ForceLeave", "ContainerDNLabel", "AppleUIDCheck"})
+            driver.click(name);
+        driver.type("ContainerDNEdit", "OU=Macs");
+        driver.click("AdvancedButton");
+        QVERIFY(driver.isChecked("AppleUIDCheck"));
+        QVERIFY(driver.isChecked("ForceLeave"));
+        driver.click("AdvancedButton");
+        QVERIFY(!driver.isChecked("AppleUIDCheck"));
+        QVERIFY(driver.on<QWidget>("AppleUIDCheck")->isEnabled());
+        QVERIFY(driver.isChecked("ForceLeave"));
+        QVERIFY(driver.isChecked("ContainerDNLabel"));
+        QCOMPARE(driver.text("ContainerDNEdit"), QString("OU=Macs"));
+    }
+
+    void openingWithAZoneKeepsTheUidSchemeDisabled()
+    {
+        OptionsDriver driver;
+        driver.click("AdvancedButton");
+        driver.click("ZoneButton");
+        driver.click("AdvancedButton");
+        QVERIFY(!driver.on<QWidget>("AppleUIDCheck")->isEnabled());
+    }
+
+    void loaderStandsWhileContainersLoad()
+    {
+        OptionsDriver driver;
+        World::answer(containerScript, {"CN=Users,DC=example,DC=test\n", "", 0, 0, false, true});
+        driver.click("ContainerDNBrowse");
+        QVERIFY(windowOf<LoadCN>()->isVisible());
+        QCOMPARE(QApplication::activeModalWidget(), windowOf<LoadCN>());
+        QTRY_COMPARE(World::callsOf("mvedit").size(), 1);
+        QVERIFY(!driver.browser()->isVisible());
+        World::release(containerScript);
+        QTRY_VERIFY(driver.browser()->isVisible());
+        QVERIFY(!windowOf<LoadCN>()->isVisible());
+    }
+
+    void browserGetsTheFieldsAfreshAndIsMadeOnce()
+    {
+        OptionsDriver driver;
+        QCOMPARE(driver.browse(), QStringList());
+        QCOMPARE(World::callsOf("mvedit").at(0).arguments.mid(1),
+                 QStringList({"example.test", "admin", "secret"}));
+        const cnbrowser* first = driver.browser();
+        driver.browser()->close();
+        driver.back();
+        driver.enterCredentials("other.test", "operator", "word");
+        driver.next();
+        World::forgetCalls();
+        QCOMPARE(driver.browse(), QStringList());
+        QCOMPARE(World::callsOf("mvedit").at(0).arguments.mid(1),
+                 QStringList({"other.test", "operator", "word"}));
+        QCOMPARE(driver.currentPage()->findChildren<cnbrowser*>().size(), 1);
+        QCOMPARE(driver.browser(), first);
+        QVERIFY(driver.browser()->isVisible());
+    }
+
+    void choosingAContainerSwitchesItOn()
+    {
+        OptionsDriver driver;
+        driver.type("ContainerDNEdit", "OU=Old");
+        driver.browse();
+        driver.choose("OU=Macs");
+        QCOMPARE(driver.text("ContainerDNEdit"), QString("OU=Macs,DC=example,DC=test"));
+        QVERIFY(driver.isChecked("ContainerDNLabel"));
+        QCOMPARE(driver.wizard.focusWidget(), driver.on<QWidget>("ContainerDNEdit"));
+        QVERIFY(!driver.browser()->isVisible());
+    }
+
+    void choosingAnEmptyNameSwitchesItOff()
+    {
+        OptionsDriver driver;
+        driver.browse();
+        driver.choose("OU=Macs");
+        emit driver.browser()->browseChooseButtonClicked(QString());
+        QCOMPARE(driver.text("ContainerDNEdit"), QString());
+        QVERIFY(!driver.isChecked("ContainerDNLabel"));
+    }
+
+    void nextReadsJoinOnThisPageOnly()
+    {
+        WizardDriver driver;
+        driver.goToCredentials();
+        QVERIFY(driver.button(QWizard::NextButton)->text() != QString("Join"));
+        driver.next();
+        QCOMPARE(driver.button(QWizard::NextButton)->text(), QString("Join"));
+        QCOMPARE(driver.currentPage()->nextId(), 7);
+    }
+};
 
 WORLD_TEST_MAIN(TestJoinType)
 #include "tst_jointype.moc"

@@ -14,6 +14,15 @@ QString textOf(const WizardDriver& driver, const QString& label)
     return driver.on<QLabel>(label)->text();
 }
 
+class LeaveDriver : public WizardDriver
+{
+public:
+    LeaveDriver()
+    {
+        next();
+    }
+};
+
 } // namespace
 
 class TestLeaveIntro : public WorldTest
@@ -28,227 +37,203 @@ public slots:
     }
 
 private slots:
-    void withoutTheAgentTheValuesAreEmpty();
-    void valuesAreTheAgentsAnswersUnchanged();
-    void eachEntryAsksDomainZoneAndNameInOrder();
-    void choiceAndCredentialsSurviveReentry();
-    void onlyLeavingAloneDisablesAndEmptiesTheEdits();
-    void choicesExcludeEachOther();
-    void enrollmentHintIsNeverVisible();
-    void downloadStaysWired();
-    void nextReadsLeaveOnThisPageOnly();
-    void formHasItsWidgets_data();
-    void formHasItsWidgets();
-    void valuesWrap_data();
-    void valuesWrap();
-    void disablingIsChosenAtFirst();
-    void passwordIsHiddenAndUpTo32767Characters();
+    void init()
+    {
+        WorldTest::init();
+        World::setJoined();
+    }
+
+    void withoutTheAgentTheValuesAreEmpty()
+    {
+        WizardDriver driver;
+        World::removeTool("mvinfo");
+        driver.startAt(6);
+        QCOMPARE(textOf(driver, "ActiveDirectory_Val"), QString());
+        QCOMPARE(textOf(driver, "JoinedZone_Val"), QString());
+        QCOMPARE(textOf(driver, "ComputerName_Val"), QString());
+    }
+
+    void valuesAreTheAgentsAnswersUnchanged()
+    {
+        World::setJoined("example.test\n", " Zone/Größe \n\n", "<b>my-mac</b>");
+        LeaveDriver driver;
+        QCOMPARE(driver.page(), 6);
+        QCOMPARE(textOf(driver, "ActiveDirectory_Val"), QString("example.test\n"));
+        QCOMPARE(textOf(driver, "JoinedZone_Val"), QString::fromUtf8(" Zone/Größe \n\n"));
+        QCOMPARE(textOf(driver, "ComputerName_Val"), QString("<b>my-mac</b>"));
+    }
+
+    void eachEntryAsksDomainZoneAndNameInOrder()
+    {
+        WizardDriver driver;
+        for (const QByteArray domain : {"example.test\n", "other.test\n"}) {
+            World::setJoined(domain);
+            World::forgetCalls();
+            driver.next();
+            QCOMPARE(driver.page(), 6);
+            QStringList questions;
+            const QList<Call> calls = World::callsOf("mvinfo");
+            for (const Call& call : calls)
+                questions << call.arguments.join(' ');
+            QCOMPARE(questions.mid(questions.size() - 3), QStringList({"-d", "-z", "-n"}));
+            QCOMPARE(questions.count("-z"), 1);
+            QCOMPARE(questions.count("-n"), 1);
+            QCOMPARE(textOf(driver, "ActiveDirectory_Val"), QString(domain));
+            driver.back();
+        }
+    }
+
+    void choiceAndCredentialsSurviveReentry()
+    {
+        LeaveDriver driver;
+        driver.click("radioButton_2");
+        driver.type("UsernameEdit", "admin");
+        driver.type("PasswordEdit", "secret");
+        driver.back();
+        QCOMPARE(driver.page(), 0);
+        driver.next();
+        QVERIFY(driver.on<QRadioButton>("radioButton_2")->isChecked());
+        QCOMPARE(driver.texts({"UsernameEdit", "PasswordEdit"}), QStringList({"admin", "secret"}));
+    }
+
+    void onlyLeavingAloneDisablesAndEmptiesTheEdits()
+    {
+        LeaveDriver driver;
+        const QList<QLineEdit*> edits{driver.on<QLineEdit>("UsernameEdit"),
+                                      driver.on<QLineEdit>("PasswordEdit")};
+        for (const QString other : {"radioButton", "radioButton_2"}) {
+            driver.click(other);
+            for (QLineEdit* edit : edits) {
+                QVERIFY(edit->isEnabled());
+                edit->setText("typed");
+            }
+            driver.click("radioButton_3");
+            for (const QLineEdit* edit : edits) {
+                QVERIFY(!edit->isEnabled());
+                QCOMPARE(edit->text(), QString());
+            }
+            QVERIFY(!driver.on<QLabel>("label_2")->isEnabled());
+            QVERIFY(!driver.on<QLabel>("label_3")->isEnabled());
+            driver.click(other);
+            for (const QLineEdit* edit : edits) {
+                QVERIFY(edit->isEnabled());
+                QCOMPARE(edit->text(), QString());
+            }
+            QVERIFY(driver.on<QLabel>("label_2")->isEnabled());
+            QVERIFY(driver.on<QLabel>("label_3")->isEnabled());
+        }
+    }
+
+    void choicesExcludeEachOther()
+    {
+        LeaveDriver driver;
+        for (const QString chosen : {"radioButton_3", "radioButton_2", "radioButton"}) {
+            driver.click(chosen);
+            for (const QString name : {"radioButton", "radioButton_2", "radioButton_3"})
+                QCOMPARE(driver.on<QRadioButton>(name)->isChecked(), name == chosen);
+        }
+    }
+
+    void enrollmentHintIsNeverVisible()
+    {
+        WizardDriver driver;
+        for (int entry = 0; entry < 2; ++entry) {
+            driver.next();
+            for (const QString name :
+                 {"enrollLabel", "enrollDescLabel", "downloadButton", "line_2"})
+                QVERIFY2(!driver.on<QWidget>(name)->isVisible(), qPrintable(name));
+            QVERIFY(driver.on<QWidget>("line_3")->isVisible());
+            driver.back();
+        }
+    }
+
+    void downloadStaysWired()
+    {
+        LeaveDriver driver;
+        QDesktopServices::setUrlHandler("https", this, "openUrl");
+        driver.click("downloadButton");
+        QDesktopServices::unsetUrlHandler("https");
+        QCOMPARE(opened,
+                 QList<QUrl>{QUrl(QString("https://%1/AppLoad?noumc=1").arg(enrollmentHost))});
+        QCOMPARE(driver.page(), 6);
+    }
+
+    void nextReadsLeaveOnThisPageOnly()
+    {
+        WizardDriver driver;
+        QVERIFY(driver.button(QWizard::NextButton)->text() != QString("Leave"));
+        driver.next();
+        QCOMPARE(driver.button(QWizard::NextButton)->text(), QString("Leave"));
+        QCOMPARE(driver.currentPage()->nextId(), 7);
+    }
+
+    void formHasItsWidgets_data()
+    {
+        addFormRows(
+            {{"label", "QLabel", "Leaving your domain"},
+             {"ComputerName", "QLabel", "Computer Name:"},
+             {"ActiveDirectory", "QLabel", "Active Directory:"},
+             {"JoinedZone", "QLabel", "Joined Zone:"},
+             {"ComputerName_Val", "QLabel", "placeholder"},
+             {"ActiveDirectory_Val", "QLabel", "placeholder"},
+             {"JoinedZone_Val", "QLabel", "placeholder"},
+             {"label_5", "QLabel", "Active Directory Computer Object options:"},
+             {"radioButton", "QRadioButton", "Disable Computer Object in Active Directory"},
+             {"radioButton_2", "QRadioButton", "Remove Computer Object in Active Directory"},
+             {"radioButton_3", "QRadioButton", "Leave without contacting Active Directory"},
+             {"label_2", "QLabel", "Active Directory Username:"},
+             {"UsernameEdit", "QLineEdit", ""},
+             {"label_3", "QLabel", "Active Directory Password:"},
+             {"PasswordEdit", "QLineEdit", ""},
+             {"line_2", "QFrame", nullptr},
+             {"line_3", "QFrame", nullptr},
+             {"enrollLabel", "QLabel", "Enroll for Morvanta Endpoint Services"},
+             {"enrollDescLabel", "QLabel",
+              "For cloud enrollment, please get Morvanta Agent for Mac"},
+             {"downloadButton", "QPushButton", "Download"}});
+    }
+
+    void formHasItsWidgets()
+    {
+        // Not entered yet, so that the values are still the form's.
+        WizardDriver driver;
+        QCOMPARE(driver.wizard.page(6)->windowTitle(), QString("WizardPage"));
+        compareWithFormRow(driver.wizard.page(6));
+    }
+
+    void valuesWrap_data()
+    {
+        addColumns<QString>("name");
+        for (const char* name : {"ComputerName_Val", "ActiveDirectory_Val", "JoinedZone_Val"})
+            addRow(name, name);
+    }
+
+    void valuesWrap()
+    {
+        QFETCH(QString, name);
+        WizardDriver driver;
+        QVERIFY(child<QLabel>(driver.wizard.page(6), name)->wordWrap());
+    }
+
+    void disablingIsChosenAtFirst()
+    {
+        LeaveDriver driver;
+        QVERIFY(driver.on<QRadioButton>("radioButton")->isChecked());
+        QVERIFY(driver.on<QLineEdit>("UsernameEdit")->isEnabled());
+        QVERIFY(driver.on<QLineEdit>("PasswordEdit")->isEnabled());
+    }
+
+    void passwordIsHiddenAndUpTo32767Characters()
+    {
+        LeaveDriver driver;
+        QCOMPARE(driver.on<QLineEdit>("PasswordEdit")->echoMode(), QLineEdit::Password);
+        driver.type("PasswordEdit", QString(32768, 'x'));
+        QCOMPARE(driver.text("PasswordEdit").size(), 32767);
+    }
 
 private:
     QList<QUrl> opened;
 };
-
-void TestLeaveIntro::withoutTheAgentTheValuesAreEmpty()
-{
-    WizardDriver driver;
-    World::removeTool("mvinfo");
-    driver.startAt(6);
-    QCOMPARE(textOf(driver, "ActiveDirectory_Val"), QString());
-    QCOMPARE(textOf(driver, "JoinedZone_Val"), QString());
-    QCOMPARE(textOf(driver, "ComputerName_Val"), QString());
-}
-
-void TestLeaveIntro::valuesAreTheAgentsAnswersUnchanged()
-{
-    World::setJoined("example.test\n", " Zone/Größe \n\n", "<b>my-mac</b>");
-    WizardDriver driver;
-    driver.next();
-    QCOMPARE(driver.page(), 6);
-    QCOMPARE(textOf(driver, "ActiveDirectory_Val"), QString("example.test\n"));
-    QCOMPARE(textOf(driver, "JoinedZone_Val"), QString::fromUtf8(" Zone/Größe \n\n"));
-    QCOMPARE(textOf(driver, "ComputerName_Val"), QString("<b>my-mac</b>"));
-}
-
-void TestLeaveIntro::eachEntryAsksDomainZoneAndNameInOrder()
-{
-    World::setJoined();
-    WizardDriver driver;
-    for (const QByteArray domain : {"example.test\n", "other.test\n"}) {
-        World::setJoined(domain);
-        World::forgetCalls();
-        driver.next();
-        QCOMPARE(driver.page(), 6);
-        QStringList questions;
-        const QList<Call> calls = World::callsOf("mvinfo");
-        for (const Call& call : calls)
-            questions << call.arguments.join(' ');
-        QCOMPARE(questions.mid(questions.size() - 3), QStringList({"-d", "-z", "-n"}));
-        QCOMPARE(questions.count("-z"), 1);
-        QCOMPARE(questions.count("-n"), 1);
-        QCOMPARE(textOf(driver, "ActiveDirectory_Val"), QString(domain));
-        driver.back();
-    }
-}
-
-void TestLeaveIntro::choiceAndCredentialsSurviveReentry()
-{
-    World::setJoined();
-    WizardDriver driver;
-    driver.next();
-    driver.click("radioButton_2");
-    driver.type("UsernameEdit", "admin");
-    driver.type("PasswordEdit", "secret");
-    driver.back();
-    QCOMPARE(driver.page(), 0);
-    driver.next();
-    QVERIFY(driver.on<QRadioButton>("radioButton_2")->isChecked());
-    QCOMPARE(driver.on<QLineEdit>("UsernameEdit")->text(), QString("admin"));
-    QCOMPARE(driver.on<QLineEdit>("PasswordEdit")->text(), QString("secret"));
-}
-
-void TestLeaveIntro::onlyLeavingAloneDisablesAndEmptiesTheEdits()
-{
-    World::setJoined();
-    WizardDriver driver;
-    driver.next();
-    const QList<QLineEdit*> edits{driver.on<QLineEdit>("UsernameEdit"),
-                                  driver.on<QLineEdit>("PasswordEdit")};
-    for (const QString other : {"radioButton", "radioButton_2"}) {
-        driver.click(other);
-        for (QLineEdit* edit : edits) {
-            QVERIFY(edit->isEnabled());
-            edit->setText("typed");
-        }
-        driver.click("radioButton_3");
-        for (const QLineEdit* edit : edits) {
-            QVERIFY(!edit->isEnabled());
-            QCOMPARE(edit->text(), QString());
-        }
-        QVERIFY(!driver.on<QLabel>("label_2")->isEnabled());
-        QVERIFY(!driver.on<QLabel>("label_3")->isEnabled());
-        driver.click(other);
-        for (const QLineEdit* edit : edits) {
-            QVERIFY(edit->isEnabled());
-            QCOMPARE(edit->text(), QString());
-        }
-        QVERIFY(driver.on<QLabel>("label_2")->isEnabled());
-        QVERIFY(driver.on<QLabel>("label_3")->isEnabled());
-    }
-}
-
-void TestLeaveIntro::choicesExcludeEachOther()
-{
-    World::setJoined();
-    WizardDriver driver;
-    driver.next();
-    for (const QString chosen : {"radioButton_3", "radioButton_2", "radioButton"}) {
-        driver.click(chosen);
-        for (const QString name : {"radioButton", "radioButton_2", "radioButton_3"})
-            QCOMPARE(driver.on<QRadioButton>(name)->isChecked(), name == chosen);
-    }
-}
-
-void TestLeaveIntro::enrollmentHintIsNeverVisible()
-{
-    World::setJoined();
-    WizardDriver driver;
-    for (int entry = 0; entry < 2; ++entry) {
-        driver.next();
-        for (const QString name : {"enrollLabel", "enrollDescLabel", "downloadButton", "line_2"})
-            QVERIFY2(!driver.on<QWidget>(name)->isVisible(), qPrintable(name));
-        QVERIFY(driver.on<QWidget>("line_3")->isVisible());
-        driver.back();
-    }
-}
-
-void TestLeaveIntro::downloadStaysWired()
-{
-    World::setJoined();
-    WizardDriver driver;
-    driver.next();
-    QDesktopServices::setUrlHandler("https", this, "openUrl");
-    driver.click("downloadButton");
-    QDesktopServices::unsetUrlHandler("https");
-    QCOMPARE(opened, QList<QUrl>{QUrl(QString("https://%1/AppLoad?noumc=1").arg(enrollmentHost))});
-    QCOMPARE(driver.page(), 6);
-}
-
-void TestLeaveIntro::nextReadsLeaveOnThisPageOnly()
-{
-    World::setJoined();
-    WizardDriver driver;
-    QVERIFY(driver.button(QWizard::NextButton)->text() != QString("Leave"));
-    driver.next();
-    QCOMPARE(driver.button(QWizard::NextButton)->text(), QString("Leave"));
-    QCOMPARE(driver.currentPage()->nextId(), 7);
-}
-
-void TestLeaveIntro::formHasItsWidgets_data()
-{
-    addFormRows(
-        {{"label", "QLabel", "Leaving your domain"},
-         {"ComputerName", "QLabel", "Computer Name:"},
-         {"ActiveDirectory", "QLabel", "Active Directory:"},
-         {"JoinedZone", "QLabel", "Joined Zone:"},
-         {"ComputerName_Val", "QLabel", "placeholder"},
-         {"ActiveDirectory_Val", "QLabel", "placeholder"},
-         {"JoinedZone_Val", "QLabel", "placeholder"},
-         {"label_5", "QLabel", "Active Directory Computer Object options:"},
-         {"radioButton", "QRadioButton", "Disable Computer Object in Active Directory"},
-         {"radioButton_2", "QRadioButton", "Remove Computer Object in Active Directory"},
-         {"radioButton_3", "QRadioButton", "Leave without contacting Active Directory"},
-         {"label_2", "QLabel", "Active Directory Username:"},
-         {"UsernameEdit", "QLineEdit", ""},
-         {"label_3", "QLabel", "Active Directory Password:"},
-         {"PasswordEdit", "QLineEdit", ""},
-         {"line_2", "QFrame", nullptr},
-         {"line_3", "QFrame", nullptr},
-         {"enrollLabel", "QLabel", "Enroll for Morvanta Endpoint Services"},
-         {"enrollDescLabel", "QLabel", "For cloud enrollment, please get Morvanta Agent for Mac"},
-         {"downloadButton", "QPushButton", "Download"}});
-}
-
-void TestLeaveIntro::formHasItsWidgets()
-{
-    // Not entered yet, so that the values are still the form's.
-    WizardDriver driver;
-    QCOMPARE(driver.wizard.page(6)->windowTitle(), QString("WizardPage"));
-    compareWithFormRow(driver.wizard.page(6));
-}
-
-void TestLeaveIntro::valuesWrap_data()
-{
-    QTest::addColumn<QString>("name");
-    for (const char* name : {"ComputerName_Val", "ActiveDirectory_Val", "JoinedZone_Val"})
-        QTest::newRow(name) << name;
-}
-
-void TestLeaveIntro::valuesWrap()
-{
-    QFETCH(QString, name);
-    WizardDriver driver;
-    QVERIFY(child<QLabel>(driver.wizard.page(6), name)->wordWrap());
-}
-
-void TestLeaveIntro::disablingIsChosenAtFirst()
-{
-    World::setJoined();
-    WizardDriver driver;
-    driver.next();
-    QVERIFY(driver.on<QRadioButton>("radioButton")->isChecked());
-    QVERIFY(driver.on<QLineEdit>("UsernameEdit")->isEnabled());
-    QVERIFY(driver.on<QLineEdit>("PasswordEdit")->isEnabled());
-}
-
-void TestLeaveIntro::passwordIsHiddenAndUpTo32767Characters()
-{
-    World::setJoined();
-    WizardDriver driver;
-    driver.next();
-    QCOMPARE(driver.on<QLineEdit>("PasswordEdit")->echoMode(), QLineEdit::Password);
-    driver.type("PasswordEdit", QString(32768, 'x'));
-    QCOMPARE(driver.on<QLineEdit>("PasswordEdit")->text().size(), 32767);
-}
 
 WORLD_TEST_MAIN(TestLeaveIntro)
 #include "tst_leaveintro.moc"

@@ -14,33 +14,6 @@
 #include <syslog.h>
 #include <unistd.h>
 
-class TestPrivilegedRunner : public WorldTest
-{
-    Q_OBJECT
-
-private slots:
-    void toolThatCannotStartGivesTheServicesCode();
-    void refusalGivesTheServicesCode();
-    void failureIsWrittenToTheSystemLog();
-    void missingSessionShowsAsTheServicesCode();
-    void sessionIsOpenBeforeMainAndAsksNothing();
-    void newSessionAsksAnew();
-    void exitStatusIsReturned_data();
-    void exitStatusIsReturned();
-    void exitIsLogged();
-    void restOfTheOutputIsTheCallers();
-    void killedToolIs998_data();
-    void killedToolIs998();
-    void argumentsReachTheTool();
-    void toolWithoutItsPidCountsAsSuccess_data();
-    void toolWithoutItsPidCountsAsSuccess();
-    void silentFirstToolWaitsForNoOtherChild_data();
-    void silentFirstToolWaitsForNoOtherChild();
-    void silentToolWaitsForThePreviousPid();
-    void interruptedWaitGoesOn();
-    void runWaitsForTheToolsEnd();
-};
-
 namespace {
 
 // One privileged run; closes the stream at its end.
@@ -67,13 +40,9 @@ public:
     FILE* stream = nullptr;
 };
 
-Answer helperAnswer(int exitStatus, const QByteArray& output = {})
+void answerHelper(int exitStatus, const QByteArray& output = {}, int signal = 0, bool held = false)
 {
-    Answer answer;
-    answer.reportsPid = true;
-    answer.exitStatus = exitStatus;
-    answer.output = output;
-    return answer;
+    World::answer("gui_helper_tool", {output, "", exitStatus, signal, true, held});
 }
 
 // Listens in the place of the system log and collects its lines.
@@ -135,247 +104,242 @@ std::atomic<int> interruptions{0};
 
 } // namespace
 
-void TestPrivilegedRunner::toolThatCannotStartGivesTheServicesCode()
+class TestPrivilegedRunner : public WorldTest
 {
-    World::removeTool("gui_helper_tool");
-    const Run run("gui_helper_tool");
-    QCOMPARE(run.result, -60031);
-    QCOMPARE(run.stream, nullptr);
-}
+    Q_OBJECT
 
-void TestPrivilegedRunner::refusalGivesTheServicesCode()
-{
-    World::answer("authorization_prompt", {"", "", 2});
-    // The caller's own value has to stay, whatever it is.
-    FILE* stream = stdout;
-    char* none = nullptr;
-    QCOMPARE(g_pProcess->runPrivCmd(World::path("gui_helper_tool").toUtf8().data(), &none, &stream),
-             -60005);
-    QCOMPARE(stream, stdout);
-    QCOMPARE(World::callsOf("gui_helper_tool").size(), 0);
-    QCOMPARE(exitLines(messages()), QStringList());
-}
+private slots:
+    void toolThatCannotStartGivesTheServicesCode()
+    {
+        World::removeTool("gui_helper_tool");
+        const Run run("gui_helper_tool");
+        QCOMPARE(run.result, -60031);
+        QCOMPARE(run.stream, nullptr);
+    }
 
-void TestPrivilegedRunner::failureIsWrittenToTheSystemLog()
-{
-    const SystemLog log;
-    Run first("gui_helper_tool");
-    QCOMPARE(log.lines(), QList<QByteArray>());
-    World::removeTool("gui_helper_tool");
-    Run second("gui_helper_tool");
-    const QList<QByteArray> lines = log.lines();
-    QCOMPARE(lines.size(), 1);
-    QVERIFY2(lines.at(0).endsWith(": Authorization failure, Authorization Result Code: -60031"),
-             lines.at(0));
-}
+    void refusalGivesTheServicesCode()
+    {
+        World::answer("authorization_prompt", {"", "", 2});
+        // The caller's own value has to stay, whatever it is.
+        FILE* stream = stdout;
+        char* none = nullptr;
+        QCOMPARE(
+            g_pProcess->runPrivCmd(World::path("gui_helper_tool").toUtf8().data(), &none, &stream),
+            -60005);
+        QCOMPARE(stream, stdout);
+        QCOMPARE(World::callsOf("gui_helper_tool").size(), 0);
+        QCOMPARE(exitLines(messages()), QStringList());
+    }
 
-void TestPrivilegedRunner::missingSessionShowsAsTheServicesCode()
-{
-    const AuthorizationRef before = authorizationRef;
-    authorizationRef = nullptr;
-    const Run run("gui_helper_tool");
-    authorizationRef = before;
-    QCOMPARE(run.result, -60002);
-    QCOMPARE(run.stream, nullptr);
-    QCOMPARE(World::calls().size(), 0);
-}
+    void failureIsWrittenToTheSystemLog()
+    {
+        const SystemLog log;
+        Run first("gui_helper_tool");
+        QCOMPARE(log.lines(), QList<QByteArray>());
+        World::removeTool("gui_helper_tool");
+        Run second("gui_helper_tool");
+        const QList<QByteArray> lines = log.lines();
+        QCOMPARE(lines.size(), 1);
+        QVERIFY2(lines.at(0).endsWith(": Authorization failure, Authorization Result Code: -60031"),
+                 lines.at(0));
+    }
 
-void TestPrivilegedRunner::sessionIsOpenBeforeMainAndAsksNothing()
-{
-    QVERIFY(dynamic_cast<LowerPriv*>(g_pProcess) != nullptr);
-    const AuthorizationRef before = authorizationRef;
-    QVERIFY(before != nullptr);
-    const LowerPriv another;
-    QVERIFY(authorizationRef != nullptr);
-    QVERIFY(authorizationRef != before);
-    QCOMPARE(World::calls().size(), 0);
-}
+    void missingSessionShowsAsTheServicesCode()
+    {
+        const AuthorizationRef before = authorizationRef;
+        authorizationRef = nullptr;
+        const Run run("gui_helper_tool");
+        authorizationRef = before;
+        QCOMPARE(run.result, -60002);
+        QCOMPARE(run.stream, nullptr);
+        QCOMPARE(World::calls().size(), 0);
+    }
 
-void TestPrivilegedRunner::newSessionAsksAnew()
-{
-    Run first("gui_helper_tool");
-    Run second("gui_helper_tool");
-    QCOMPARE(World::callsOf("authorization_prompt").size(), 1);
-    QCOMPARE(g_pProcess->setupauth(), 0);
-    Run third("gui_helper_tool");
-    QCOMPARE(World::callsOf("authorization_prompt").size(), 2);
-    QCOMPARE(World::callsOf("gui_helper_tool").size(), 3);
-}
+    void sessionIsOpenBeforeMainAndAsksNothing()
+    {
+        QVERIFY(dynamic_cast<LowerPriv*>(g_pProcess) != nullptr);
+        const AuthorizationRef before = authorizationRef;
+        QVERIFY(before != nullptr);
+        const LowerPriv another;
+        QVERIFY(authorizationRef != nullptr);
+        QVERIFY(authorizationRef != before);
+        QCOMPARE(World::calls().size(), 0);
+    }
 
-void TestPrivilegedRunner::exitStatusIsReturned_data()
-{
-    QTest::addColumn<int>("status");
-    QTest::newRow("success") << 0;
-    QTest::newRow("seven") << 7;
-    QTest::newRow("above the signals' range") << 128;
-    QTest::newRow("the highest") << 255;
-}
+    void newSessionAsksAnew()
+    {
+        Run first("gui_helper_tool");
+        Run second("gui_helper_tool");
+        QCOMPARE(World::callsOf("authorization_prompt").size(), 1);
+        QCOMPARE(g_pProcess->setupauth(), 0);
+        Run third("gui_helper_tool");
+        QCOMPARE(World::callsOf("authorization_prompt").size(), 2);
+        QCOMPARE(World::callsOf("gui_helper_tool").size(), 3);
+    }
 
-void TestPrivilegedRunner::exitStatusIsReturned()
-{
-    QFETCH(int, status);
-    World::answer("gui_helper_tool", helperAnswer(status));
-    QCOMPARE(Run("gui_helper_tool").result, status);
-}
+    void exitStatusIsReturned_data()
+    {
+        addColumns<int>("status");
+        addRow("success", 0);
+        addRow("seven", 7);
+        addRow("above the signals' range", 128);
+        addRow("the highest", 255);
+    }
 
-void TestPrivilegedRunner::exitIsLogged()
-{
-    World::answer("gui_helper_tool", helperAnswer(7));
-    Run run("gui_helper_tool");
-    QCOMPARE(exitLines(messages()),
-             QStringList{"[ rc: 1792 ] [ WIFEXITED(rc):  true ] [WEXITSTATUS(rc):  7 ]"});
-}
+    void exitStatusIsReturned()
+    {
+        QFETCH(int, status);
+        answerHelper(status);
+        QCOMPARE(Run("gui_helper_tool").result, status);
+    }
 
-void TestPrivilegedRunner::restOfTheOutputIsTheCallers()
-{
-    const QByteArray output = "first line\nsecond" + QByteArray(2000, 'x');
-    World::answer("gui_helper_tool", helperAnswer(7, output));
-    const Run run("gui_helper_tool");
-    QCOMPARE(rest(run.stream), output);
-}
+    void exitIsLogged()
+    {
+        answerHelper(7);
+        Run run("gui_helper_tool");
+        QCOMPARE(exitLines(messages()),
+                 QStringList{"[ rc: 1792 ] [ WIFEXITED(rc):  true ] [WEXITSTATUS(rc):  7 ]"});
+    }
 
-void TestPrivilegedRunner::killedToolIs998_data()
-{
-    QTest::addColumn<int>("signal");
-    QTest::newRow("killed") << SIGKILL;
-    QTest::newRow("terminated") << SIGTERM;
-    QTest::newRow("hung up") << SIGHUP;
-}
+    void restOfTheOutputIsTheCallers()
+    {
+        const QByteArray output = "first line\nsecond" + QByteArray(2000, 'x');
+        answerHelper(7, output);
+        const Run run("gui_helper_tool");
+        QCOMPARE(rest(run.stream), output);
+    }
 
-void TestPrivilegedRunner::killedToolIs998()
-{
-    QFETCH(int, signal);
-    Answer answer = helperAnswer(0, "text");
-    answer.signal = signal;
-    World::answer("gui_helper_tool", answer);
-    const Run run("gui_helper_tool");
-    QCOMPARE(run.result, 998);
-    QCOMPARE(rest(run.stream), QByteArray("text"));
-    QCOMPARE(exitLines(messages()), QStringList());
-}
+    void killedToolIs998_data()
+    {
+        addColumns<int>("signal");
+        addRow("killed", SIGKILL);
+        addRow("terminated", SIGTERM);
+        addRow("hung up", SIGHUP);
+    }
 
-void TestPrivilegedRunner::argumentsReachTheTool()
-{
-    const QStringList arguments{"/usr/local/sbin/mvjoin", "-p", "a 'b", "",
-                                QString::fromUtf8("Zoë")};
-    Run run("gui_helper_tool", arguments);
-    QCOMPARE(World::callsOf("gui_helper_tool").size(), 1);
-    QCOMPARE(World::callsOf("gui_helper_tool").at(0).arguments, arguments);
-}
+    void killedToolIs998()
+    {
+        QFETCH(int, signal);
+        answerHelper(0, "text", signal);
+        const Run run("gui_helper_tool");
+        QCOMPARE(run.result, 998);
+        QCOMPARE(rest(run.stream), QByteArray("text"));
+        QCOMPARE(exitLines(messages()), QStringList());
+    }
 
-void TestPrivilegedRunner::toolWithoutItsPidCountsAsSuccess_data()
-{
-    QTest::addColumn<QByteArray>("output");
-    QTest::addColumn<int>("status");
-    QTest::newRow("a report") << QByteArray("Active Directory Domain = a.test\nmore\n") << 0;
-    QTest::newRow("a failure") << QByteArray("dsconfigad: Invalid credentials\n") << 77;
-    QTest::newRow("not ASCII") << QByteArray("\u6771\u4eac is bound\n") << 1;
-    QTest::newRow("four bytes") << QByteArray("Text") << 1;
-}
+    void argumentsReachTheTool()
+    {
+        const QStringList arguments{"/usr/local/sbin/mvjoin", "-p", "a 'b", "",
+                                    QString::fromUtf8("Zoë")};
+        Run run("gui_helper_tool", arguments);
+        QCOMPARE(World::callsOf("gui_helper_tool").size(), 1);
+        QCOMPARE(World::callsOf("gui_helper_tool").at(0).arguments, arguments);
+    }
 
-void TestPrivilegedRunner::toolWithoutItsPidCountsAsSuccess()
-{
-    QFETCH(QByteArray, output);
-    QFETCH(int, status);
-    World::answer("dsconfigad", {output, "", status});
-    const Run run("dsconfigad", {"-show"});
-    QCOMPARE(run.result, 0);
-    QCOMPARE(rest(run.stream), output.mid(4));
-    QCOMPARE(exitLines(messages()),
-             QStringList{"[ rc: 0 ] [ WIFEXITED(rc):  true ] [WEXITSTATUS(rc):  0 ]"});
-}
+    void toolWithoutItsPidCountsAsSuccess_data()
+    {
+        addColumns<QByteArray, int>("output", "status");
+        addRow("a report", QByteArray("Active Directory Domain = a.test\nmore\n"), 0);
+        addRow("a failure", QByteArray("dsconfigad: Invalid credentials\n"), 77);
+        addRow("not ASCII", QByteArray("\u6771\u4eac is bound\n"), 1);
+        addRow("four bytes", QByteArray("Text"), 1);
+    }
 
-void TestPrivilegedRunner::silentFirstToolWaitsForNoOtherChild_data()
-{
-    QTest::addColumn<QByteArray>("output");
-    QTest::newRow("no bytes") << QByteArray();
-    QTest::newRow("three bytes") << QByteArray("abc");
-}
+    void toolWithoutItsPidCountsAsSuccess()
+    {
+        QFETCH(QByteArray, output);
+        QFETCH(int, status);
+        World::answer("dsconfigad", {output, "", status});
+        const Run run("dsconfigad", {"-show"});
+        QCOMPARE(run.result, 0);
+        QCOMPARE(rest(run.stream), output.mid(4));
+        QCOMPARE(exitLines(messages()),
+                 QStringList{"[ rc: 0 ] [ WIFEXITED(rc):  true ] [WEXITSTATUS(rc):  0 ]"});
+    }
 
-void TestPrivilegedRunner::silentFirstToolWaitsForNoOtherChild()
-{
-    QFETCH(QByteArray, output);
-    World::answer("dsconfigad", {output, "", 3});
-    const pid_t other = endedChild();
-    LowerPriv runner;
-    const int result = Run("dsconfigad", {}, &runner).result;
-    int status = 0;
-    QCOMPARE(waitpid(other, &status, 0), other);
-    QCOMPARE(WEXITSTATUS(status), 5);
-    QCOMPARE(result, 0);
-}
+    void silentFirstToolWaitsForNoOtherChild_data()
+    {
+        addColumns<QByteArray>("output");
+        addRow("no bytes", QByteArray());
+        addRow("three bytes", QByteArray("abc"));
+    }
 
-void TestPrivilegedRunner::silentToolWaitsForThePreviousPid()
-{
-    // A negative number stands for a group: each wait for it ends one of its three children.
-    const pid_t leader = endedChild();
-    endedChild(leader);
-    endedChild(leader);
-    const pid_t group = -leader;
-    Answer answer;
-    answer.output = QByteArray(reinterpret_cast<const char*>(&group), sizeof group);
-    World::answer("dsconfigad", answer);
-    QCOMPARE(Run("dsconfigad").result, 5);
-    answer.output.clear();
-    World::answer("dsconfigad", answer);
-    QCOMPARE(Run("dsconfigad").result, 5);
-    answer.output = "abc";
-    World::answer("dsconfigad", answer);
-    QCOMPARE(Run("dsconfigad").result, 5);
-    QCOMPARE(Run("dsconfigad").result, 0);
-}
+    void silentFirstToolWaitsForNoOtherChild()
+    {
+        QFETCH(QByteArray, output);
+        World::answer("dsconfigad", {output, "", 3});
+        const pid_t other = endedChild();
+        LowerPriv runner;
+        const int result = Run("dsconfigad", {}, &runner).result;
+        int status = 0;
+        QCOMPARE(waitpid(other, &status, 0), other);
+        QCOMPARE(WEXITSTATUS(status), 5);
+        QCOMPARE(result, 0);
+    }
 
-void TestPrivilegedRunner::interruptedWaitGoesOn()
-{
-    Answer answer = helperAnswer(7);
-    answer.held = true;
-    World::answer("gui_helper_tool", answer);
-    struct sigaction before = {};
-    struct sigaction interrupt = {}; // without SA_RESTART
-    interrupt.sa_handler = [](int) { ++interruptions; };
-    sigaction(SIGUSR1, &interrupt, &before);
-    interruptions = 0;
-    const pthread_t waiting = pthread_self();
-    QThread* disturber = QThread::create([waiting] {
-        while (World::callsOf("gui_helper_tool").isEmpty())
-            QThread::yieldCurrentThread();
-        while (interruptions < 100) {
-            pthread_kill(waiting, SIGUSR1);
-            QThread::usleep(500);
+    void silentToolWaitsForThePreviousPid()
+    {
+        // A negative number stands for a group: each wait for it ends one of its three children.
+        const pid_t leader = endedChild();
+        endedChild(leader);
+        endedChild(leader);
+        const pid_t group = -leader;
+        const QByteArray pid(reinterpret_cast<const char*>(&group), sizeof group);
+        for (const QByteArray& output : {pid, QByteArray(), QByteArray("abc")}) {
+            World::answer("dsconfigad", {output, ""});
+            QCOMPARE(Run("dsconfigad").result, 5);
         }
-        World::release("gui_helper_tool");
-    });
-    disturber->start();
-    const int result = Run("gui_helper_tool").result;
-    disturber->wait();
-    delete disturber;
-    sigaction(SIGUSR1, &before, nullptr);
-    QCOMPARE(result, 7);
-}
+        QCOMPARE(Run("dsconfigad").result, 0);
+    }
 
-void TestPrivilegedRunner::runWaitsForTheToolsEnd()
-{
-    Answer answer = helperAnswer(0);
-    answer.held = true;
-    World::answer("gui_helper_tool", answer);
-    std::atomic<bool> returned{false};
-    int result = -1;
-    QThread* worker = QThread::create([&] {
-        result = Run("gui_helper_tool").result;
-        returned = true;
-    });
-    worker->start();
-    const auto end = qScopeGuard([worker] {
+    void interruptedWaitGoesOn()
+    {
+        answerHelper(7, {}, 0, true);
+        struct sigaction before = {};
+        struct sigaction interrupt = {}; // without SA_RESTART
+        interrupt.sa_handler = [](int) { ++interruptions; };
+        sigaction(SIGUSR1, &interrupt, &before);
+        interruptions = 0;
+        const pthread_t waiting = pthread_self();
+        QThread* disturber = QThread::create([waiting] {
+            while (World::callsOf("gui_helper_tool").isEmpty())
+                QThread::yieldCurrentThread();
+            while (interruptions < 100) {
+                pthread_kill(waiting, SIGUSR1);
+                QThread::usleep(500);
+            }
+            World::release("gui_helper_tool");
+        });
+        disturber->start();
+        const int result = Run("gui_helper_tool").result;
+        disturber->wait();
+        delete disturber;
+        sigaction(SIGUSR1, &before, nullptr);
+        QCOMPARE(result, 7);
+    }
+
+    void runWaitsForTheToolsEnd()
+    {
+        World::hold("gui_helper_tool");
+        std::atomic<bool> returned{false};
+        int result = -1;
+        QThread* worker = QThread::create([&] {
+            result = Run("gui_helper_tool").result;
+            returned = true;
+        });
+        worker->start();
+        const auto end = qScopeGuard([worker] {
+            World::release("gui_helper_tool");
+            worker->wait();
+            delete worker;
+        });
+        QTRY_COMPARE(World::callsOf("gui_helper_tool").size(), 1);
+        QVERIFY(!returned);
         World::release("gui_helper_tool");
-        worker->wait();
-        delete worker;
-    });
-    QTRY_COMPARE(World::callsOf("gui_helper_tool").size(), 1);
-    QVERIFY(!returned);
-    World::release("gui_helper_tool");
-    QTRY_VERIFY(returned);
-    QCOMPARE(result, 0);
-}
+        QTRY_VERIFY(returned);
+        QCOMPARE(result, 0);
+    }
+};
 
 WORLD_TEST_MAIN(TestPrivilegedRunner)
 #include "tst_privilegedrunner.moc"

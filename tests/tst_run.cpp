@@ -1,17 +1,8 @@
+#include "tests/support/datarows.h"
+
 #include <QDir>
 #include <QProcess>
 #include <QtTest>
-
-// The command that shows the assistant, as far as it goes without a build or a practice Mac.
-class TestRun : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void helpTellsWhatToLookForInEachScenario();
-    void refusesWhatItDoesNotKnow_data();
-    void refusesWhatItDoesNotKnow();
-};
 
 namespace {
 
@@ -33,45 +24,53 @@ Result run(const QStringList& arguments)
 
 } // namespace
 
-void TestRun::helpTellsWhatToLookForInEachScenario()
+// The command that shows the assistant, as far as it goes without a build or a practice Mac.
+class TestRun : public QObject
 {
-    const Result help = run({"--help"});
-    QCOMPARE(help.status, 0);
-    QCOMPARE(help.errors, QString());
-    const QStringList scenarios = QDir(PROJECT_FOLDER "/practice/scenarios").entryList(QDir::Files);
-    QVERIFY(scenarios.contains("split-dns"));
-    for (const QString& scenario : scenarios) {
-        const QRegularExpression line("^    " + scenario + " +[A-Za-z].{30,}\\.$",
-                                      QRegularExpression::MultilineOption);
-        QVERIFY2(help.output.contains(line), qPrintable(scenario));
+    Q_OBJECT
+
+private slots:
+    void helpTellsWhatToLookForInEachScenario()
+    {
+        const Result help = run({"--help"});
+        QCOMPARE(help.status, 0);
+        QCOMPARE(help.errors, QString());
+        const QStringList scenarios =
+            QDir(PROJECT_FOLDER "/practice/scenarios").entryList(QDir::Files);
+        QVERIFY(scenarios.contains("split-dns"));
+        for (const QString& scenario : scenarios) {
+            const QRegularExpression line("^    " + scenario + " +[A-Za-z].{30,}\\.$",
+                                          QRegularExpression::MultilineOption);
+            QVERIFY2(help.output.contains(line), qPrintable(scenario));
+        }
     }
-}
 
-void TestRun::refusesWhatItDoesNotKnow_data()
-{
-    QTest::addColumn<QStringList>("arguments");
+    void refusesWhatItDoesNotKnow_data()
+    {
+        addColumns<QStringList>("arguments");
 
-    QTest::newRow("option") << QStringList{"--tourist"};
-    QTest::newRow("second option") << QStringList{"--joined", "--bound"};
-    QTest::newRow("empty argument") << QStringList{""};
-    QTest::newRow("scenario without a name") << QStringList{"--scenario"};
-    QTest::newRow("scenario with an empty name") << QStringList{"--scenario", ""};
-    QTest::newRow("unknown scenario") << QStringList{"--scenario", "farther"};
-    QTest::newRow("scenario by its path") << QStringList{"--scenario", "../scenarios/far"};
-    QTest::newRow("option after the Qt") << QStringList{"--qt6", "--tourist"};
-    QTest::newRow("Qt after the option") << QStringList{"--joined", "--qt6"};
-    QTest::newRow("two scenarios") << QStringList{"--scenario", "far", "gone"};
-}
+        addRow("option", QStringList{"--tourist"});
+        addRow("second option", QStringList{"--joined", "--bound"});
+        addRow("empty argument", QStringList{""});
+        addRow("scenario without a name", QStringList{"--scenario"});
+        addRow("scenario with an empty name", QStringList{"--scenario", ""});
+        addRow("unknown scenario", QStringList{"--scenario", "farther"});
+        addRow("scenario by its path", QStringList{"--scenario", "../scenarios/far"});
+        addRow("option after the Qt", QStringList{"--qt6", "--tourist"});
+        addRow("Qt after the option", QStringList{"--joined", "--qt6"});
+        addRow("two scenarios", QStringList{"--scenario", "far", "gone"});
+    }
 
-void TestRun::refusesWhatItDoesNotKnow()
-{
-    QFETCH(QStringList, arguments);
-    const Result result = run(arguments);
-    QCOMPARE(result.status, 2);
-    QCOMPARE(result.output, QString());
-    QVERIFY2(result.errors.startsWith("usage: ./run ") && result.errors.count('\n') == 1,
-             qPrintable(result.errors));
-}
+    void refusesWhatItDoesNotKnow()
+    {
+        QFETCH(QStringList, arguments);
+        const Result result = run(arguments);
+        QCOMPARE(result.status, 2);
+        QCOMPARE(result.output, QString());
+        QVERIFY2(result.errors.startsWith("usage: ./run ") && result.errors.count('\n') == 1,
+                 qPrintable(result.errors));
+    }
+};
 
 QTEST_GUILESS_MAIN(TestRun)
 #include "tst_run.moc"

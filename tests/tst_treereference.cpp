@@ -71,103 +71,98 @@ class TestTreeReference : public WorldTest
     Q_OBJECT
 
 private slots:
-    void anyNamesGiveTheTreeOfTheRule();
-    void anyScriptOutputGivesTheModelOfTheRule();
-    void itemsAppendedBelowAnItemOfAModel();
-    void aVeryDeepTreeIsBuiltAndReleased();
-    void aVeryDeepTreeIsLoadedShownAndReleased();
-};
+    void anyNamesGiveTheTreeOfTheRule()
+    {
+        cnbrowserhelper helper;
+        for (quint32 seed = 1; seed <= 300; ++seed) {
+            Level tree;
+            const QStringList names = randomNames(seed);
+            for (const QString& name : names)
+                helper.parseCNData(name, &tree);
+            const std::unique_ptr<QStandardItemModel> model(helper.getTreeModel(&tree));
+            QCOMPARE(shown(model->invisibleRootItem()), Reference::tree(names.join('\n')));
+            helper.clearCNData(&tree);
+        }
+    }
 
-void TestTreeReference::anyNamesGiveTheTreeOfTheRule()
-{
-    cnbrowserhelper helper;
-    for (quint32 seed = 1; seed <= 300; ++seed) {
+    void anyScriptOutputGivesTheModelOfTheRule()
+    {
+        NEEDS_TOOLS();
+        for (quint32 seed = 1; seed <= 60; ++seed) {
+            const QString lines = randomNames(seed).join('\n') + '\n';
+            World::answer("mvedit mvedit_file_arg.tcl", {lines.toUtf8(), ""});
+            cnbrowserhelper helper;
+            QSignalSpy obtained(&helper, &cnbrowserhelper::cnDataObtained);
+            helper.setDomainInfo("example.com", "admin", "secret");
+            helper.getCNData();
+            QVERIFY(obtained.wait());
+            const std::unique_ptr<QStandardItemModel> model(helper.createModelOutOfCNData());
+            QVERIFY(model != nullptr);
+            QCOMPARE(shown(model->invisibleRootItem()), Reference::tree(lines));
+        }
+    }
+
+    void itemsAppendedBelowAnItemOfAModel()
+    {
+        cnbrowserhelper helper;
         Level tree;
-        const QStringList names = randomNames(seed);
-        for (const QString& name : names)
-            helper.parseCNData(name, &tree);
-        const std::unique_ptr<QStandardItemModel> model(helper.getTreeModel(&tree));
-        QCOMPARE(shown(model->invisibleRootItem()), Reference::tree(names.join('\n')));
+        helper.parseCNData("OU=a,OU=b,DC=x", &tree);
+        QStandardItemModel model;
+        auto* parent = new QStandardItem("top");
+        model.appendRow(parent);
+        parent->appendRow(new QStandardItem("before"));
+        helper.getTreeModelItem(&tree, parent);
+        QCOMPARE(parent->rowCount(), 2);
+        const QModelIndex inserted = model.index(1, 0, parent->index());
+        QCOMPARE(inserted.data().toString(), QString("DC=x"));
+        QCOMPARE(model.index(0, 0, model.index(0, 0, inserted)).data().toString(), QString("OU=a"));
+        QCOMPARE(model.columnCount(inserted), 1);
+        QCOMPARE(model.itemFromIndex(inserted)->child(0)->child(0)->model(), &model);
         helper.clearCNData(&tree);
     }
-}
 
-void TestTreeReference::anyScriptOutputGivesTheModelOfTheRule()
-{
-    NEEDS_TOOLS();
-    for (quint32 seed = 1; seed <= 60; ++seed) {
-        const QString lines = randomNames(seed).join('\n') + '\n';
-        World::answer("mvedit mvedit_file_arg.tcl", {lines.toUtf8(), ""});
+    void aVeryDeepTreeIsBuiltAndReleased()
+    {
         cnbrowserhelper helper;
-        QSignalSpy obtained(&helper, &cnbrowserhelper::cnDataObtained);
-        helper.setDomainInfo("example.com", "admin", "secret");
-        helper.getCNData();
-        QVERIFY(obtained.wait());
-        const std::unique_ptr<QStandardItemModel> model(helper.createModelOutOfCNData());
-        QVERIFY(model != nullptr);
-        QCOMPARE(shown(model->invisibleRootItem()), Reference::tree(lines));
+        Level tree;
+        helper.parseCNData(deepName(manyComponents), &tree);
+        int depth = 0;
+        for (Level* level = &tree; level != nullptr; level = level->first()->getNode())
+            ++depth;
+        QCOMPARE(depth, manyComponents);
+        helper.clearCNData(&tree);
     }
-}
 
-void TestTreeReference::itemsAppendedBelowAnItemOfAModel()
-{
-    cnbrowserhelper helper;
-    Level tree;
-    helper.parseCNData("OU=a,OU=b,DC=x", &tree);
-    QStandardItemModel model;
-    auto* parent = new QStandardItem("top");
-    model.appendRow(parent);
-    parent->appendRow(new QStandardItem("before"));
-    helper.getTreeModelItem(&tree, parent);
-    QCOMPARE(parent->rowCount(), 2);
-    const QModelIndex inserted = model.index(1, 0, parent->index());
-    QCOMPARE(inserted.data().toString(), QString("DC=x"));
-    QCOMPARE(model.index(0, 0, model.index(0, 0, inserted)).data().toString(), QString("OU=a"));
-    QCOMPARE(model.columnCount(inserted), 1);
-    QCOMPARE(model.itemFromIndex(inserted)->child(0)->child(0)->model(), &model);
-    helper.clearCNData(&tree);
-}
+    void aVeryDeepTreeIsLoadedShownAndReleased()
+    {
+        NEEDS_TOOLS();
+        World::answer("mvedit mvedit_file_arg.tcl", {deepName(manyComponents).toUtf8() + '\n', ""});
+        cnbrowser browser(nullptr);
+        qRegisterMetaType<CNBROWSER_ERROR>("CNBROWSER_ERROR");
+        QSignalSpy done(&browser, &cnbrowser::treeDrawingDone);
+        browser.setDomainInfo("example.com", "admin", "secret");
+        browser.createTree();
+        QVERIFY(done.wait(30000));
+        QCOMPARE(done.first().first().value<CNBROWSER_ERROR>(), CNBROWSER_SUCCESS);
+        browser.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&browser));
 
-void TestTreeReference::aVeryDeepTreeIsBuiltAndReleased()
-{
-    cnbrowserhelper helper;
-    Level tree;
-    helper.parseCNData(deepName(manyComponents), &tree);
-    int depth = 0;
-    for (Level* level = &tree; level != nullptr; level = level->first()->getNode())
-        ++depth;
-    QCOMPARE(depth, manyComponents);
-    helper.clearCNData(&tree);
-}
-
-void TestTreeReference::aVeryDeepTreeIsLoadedShownAndReleased()
-{
-    NEEDS_TOOLS();
-    World::answer("mvedit mvedit_file_arg.tcl", {deepName(manyComponents).toUtf8() + '\n', ""});
-    cnbrowser browser(nullptr);
-    qRegisterMetaType<CNBROWSER_ERROR>("CNBROWSER_ERROR");
-    QSignalSpy done(&browser, &cnbrowser::treeDrawingDone);
-    browser.setDomainInfo("example.com", "admin", "secret");
-    browser.createTree();
-    QVERIFY(done.wait(30000));
-    QCOMPARE(done.first().first().value<CNBROWSER_ERROR>(), CNBROWSER_SUCCESS);
-    browser.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&browser));
-
-    // As deep as a user could get by hand; Qt's view lays open levels out by recursion.
-    constexpr int openLevels = 1000;
-    auto* view = child<QTreeView>(&browser, "browserTree");
-    QModelIndex innermost = view->model()->index(0, 0);
-    for (int level = 1; level < openLevels; ++level)
-        innermost = view->model()->index(0, 0, innermost);
-    QVERIFY(view->model()->hasChildren(innermost));
-    QSignalSpy chosen(&browser, &cnbrowser::browseChooseButtonClicked);
-    view->setCurrentIndex(innermost);
-    child<QPushButton>(&browser, "chooseButton")->click();
-    QCOMPARE(chosen.first().first().toString(), deepName(manyComponents).section(',', -openLevels));
-    browser.clearData();
-    QVERIFY(view->model() == nullptr);
-}
+        // As deep as a user could get by hand; Qt's view lays open levels out by recursion.
+        constexpr int openLevels = 1000;
+        auto* view = child<QTreeView>(&browser, "browserTree");
+        QModelIndex innermost = view->model()->index(0, 0);
+        for (int level = 1; level < openLevels; ++level)
+            innermost = view->model()->index(0, 0, innermost);
+        QVERIFY(view->model()->hasChildren(innermost));
+        QSignalSpy chosen(&browser, &cnbrowser::browseChooseButtonClicked);
+        view->setCurrentIndex(innermost);
+        child<QPushButton>(&browser, "chooseButton")->click();
+        QCOMPARE(chosen.first().first().toString(),
+                 deepName(manyComponents).section(',', -openLevels));
+        browser.clearData();
+        QVERIFY(view->model() == nullptr);
+    }
+};
 
 WORLD_TEST_MAIN(TestTreeReference)
 #include "tst_treereference.moc"

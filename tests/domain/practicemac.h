@@ -60,18 +60,21 @@ protected slots:
     void cleanup();
 };
 
-// Runs the test class's functions.
-template <typename Test> int runOnPracticeMac(int argc, char** argv)
+// Calls the action with an application that needs no display.
+template <typename Action> int runOnPracticeMac(int argc, char** argv, Action action)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    Test test;
-    return QTest::qExec(&test, argc, argv);
+    return action();
 }
 
+// Runs the test class's functions.
 #define DOMAIN_TEST_MAIN(Test)                                                                     \
     int main(int argc, char** argv)                                                                \
     {                                                                                              \
-        return runOnPracticeMac<Test>(argc, argv);                                                 \
+        return runOnPracticeMac(argc, argv, [&] {                                                  \
+            Test test;                                                                             \
+            return QTest::qExec(&test, argc, argv);                                                \
+        });                                                                                        \
     }

@@ -134,7 +134,7 @@ void ScriptTest::init()
     qputenv("TMPDIR", temporaries->path().toLocal8Bit());
 }
 
-// Whatever became of them, the scripts leave no ticket and no settings behind.
+// The scripts leave no ticket and no settings behind, also when they fail.
 void ScriptTest::cleanup()
 {
     for (auto file = originals.cbegin(); file != originals.cend(); ++file)

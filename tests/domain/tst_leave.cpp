@@ -1,4 +1,5 @@
 #include "tests/domain/practicemac.h"
+#include "tests/domain/sentences.h"
 
 #include "system/lowerpriv.h"
 
@@ -6,23 +7,6 @@
 #include <QRadioButton>
 
 using PracticeMac::directoryOn;
-
-class TestLeave : public DomainTest
-{
-    Q_OBJECT
-
-private slots:
-    void showsTheMembership();
-    void disablesTheAccount();
-    void removesTheAccount();
-    void leavesTheAccountAlone();
-    void tellsAWrongPasswordAndThenLeaves();
-    void tellsThatTheAccountIsNotHisToRemove();
-    void cancelledConsentChangesNothing();
-    void joinsAgainAfterTheAccountWasDisabled();
-    void unbindsThenJoins();
-    void staysBoundAfterAWrongPassword();
-};
 
 namespace {
 
@@ -58,154 +42,158 @@ void bindBySystem(const QString& computerName)
 
 } // namespace
 
-void TestLeave::showsTheMembership()
+class TestLeave : public DomainTest
 {
-    joinMac("shown-mac");
-    WizardDriver wizard;
-    goToLeave(&wizard);
-    QCOMPARE(wizard.on<QLabel>("ComputerName_Val")->text(), QString("shown-mac\n"));
-    QCOMPARE(wizard.on<QLabel>("ActiveDirectory_Val")->text(), QString("example.test\n"));
-    QCOMPARE(wizard.on<QLabel>("JoinedZone_Val")->text(), QString("Auto Zone\n"));
-}
+    Q_OBJECT
 
-void TestLeave::disablesTheAccount()
-{
-    joinMac("disabled-mac");
-    WizardDriver wizard;
-    goToLeave(&wizard);
-    leave(&wizard);
-    const Computer computer = directoryOn("disabled-mac");
-    QCOMPARE(computer.distinguishedName, "CN=disabled-mac,CN=Computers," + PracticeMac::base);
-    QCOMPARE(computer.state, QString("disabled"));
-}
-
-void TestLeave::removesTheAccount()
-{
-    joinMac("removed-mac");
-    WizardDriver wizard;
-    goToLeave(&wizard);
-    wizard.on<QRadioButton>("radioButton_2")->click();
-    leave(&wizard);
-    QCOMPARE(directoryOn("removed-mac").distinguishedName, QString());
-}
-
-void TestLeave::leavesTheAccountAlone()
-{
-    joinMac("alone-mac");
-    WizardDriver wizard;
-    goToLeave(&wizard);
-    wizard.on<QRadioButton>("radioButton_3")->click();
-    leave(&wizard);
-    QCOMPARE(directoryOn("alone-mac").state, QString("enabled"));
-}
-
-void TestLeave::tellsAWrongPasswordAndThenLeaves()
-{
-    joinMac("second-mac");
-    WizardDriver wizard;
-    goToLeave(&wizard);
-    wizard.type("PasswordEdit", "practice.1");
-    QCOMPARE(wizard.next(),
-             QStringList("Validation of username, password, and domain failed with this error:\n"
-                         "The password of Administrator is not right: enter it again, and mind the "
-                         "Caps Lock key."));
-    QCOMPARE(wizard.page(), 6);
-    QCOMPARE(directoryOn("second-mac").state, QString("enabled"));
-    QVERIFY(PracticeMac::isJoined());
-    wizard.type("PasswordEdit", PracticeMac::password);
-    leave(&wizard);
-    QCOMPARE(directoryOn("second-mac").state, QString("disabled"));
-}
-
-void TestLeave::tellsThatTheAccountIsNotHisToRemove()
-{
-    joinMac("guarded-mac");
-    WizardDriver wizard;
-    goToLeave(&wizard, "berlin.admin");
-    wizard.on<QRadioButton>("radioButton_2")->click();
-    const QStringList warnings = wizard.next();
-    QCOMPARE(warnings.size(), 1);
-    QVERIFY2(warnings.at(0).startsWith("The computer account guarded-mac could not be removed. ") &&
-                 warnings.at(0).contains("Insufficient permissions"),
-             qPrintable(warnings.at(0)));
-    QCOMPARE(wizard.page(), 6);
-    QVERIFY(PracticeMac::isJoined());
-    QCOMPARE(directoryOn("guarded-mac").state, QString("enabled"));
-}
-
-void TestLeave::cancelledConsentChangesNothing()
-{
-    joinMac("kept-mac");
-    WizardDriver wizard;
-    goToLeave(&wizard);
-    g_pProcess->setupauth();
-    PracticeMac::cancelConsent();
-    QCOMPARE(wizard.next(), QStringList());
-    QCOMPARE(wizard.page(), 6);
-    QVERIFY(PracticeMac::isJoined());
-    QCOMPARE(directoryOn("kept-mac").state, QString("enabled"));
-}
-
-void TestLeave::joinsAgainAfterTheAccountWasDisabled()
-{
-    joinMac("again-mac");
+private slots:
+    void showsTheMembership()
     {
+        joinMac("shown-mac");
+        WizardDriver wizard;
+        goToLeave(&wizard);
+        QCOMPARE(wizard.on<QLabel>("ComputerName_Val")->text(), QString("shown-mac\n"));
+        QCOMPARE(wizard.on<QLabel>("ActiveDirectory_Val")->text(), QString("example.test\n"));
+        QCOMPARE(wizard.on<QLabel>("JoinedZone_Val")->text(), QString("Auto Zone\n"));
+    }
+
+    void disablesTheAccount()
+    {
+        joinMac("disabled-mac");
         WizardDriver wizard;
         goToLeave(&wizard);
         leave(&wizard);
+        const Computer computer = directoryOn("disabled-mac");
+        QCOMPARE(computer.distinguishedName, "CN=disabled-mac,CN=Computers," + PracticeMac::base);
+        QCOMPARE(computer.state, QString("disabled"));
     }
-    QCOMPARE(directoryOn("again-mac").state, QString("disabled"));
-    WizardDriver wizard;
-    goToJoin(&wizard, "again-mac");
-    wizard.on<QAbstractButton>("ForceLeave")->click();
-    QCOMPARE(wizard.next(), QStringList());
-    QCOMPARE(wizard.page(), 7);
-    QCOMPARE(directoryOn("again-mac").state, QString("enabled"));
-}
 
-void TestLeave::unbindsThenJoins()
-{
-    bindBySystem("bound-mac");
-    QCOMPARE(directoryOn("bound-mac").state, QString("enabled"));
+    void removesTheAccount()
+    {
+        joinMac("removed-mac");
+        WizardDriver wizard;
+        goToLeave(&wizard);
+        wizard.on<QRadioButton>("radioButton_2")->click();
+        leave(&wizard);
+        QCOMPARE(directoryOn("removed-mac").distinguishedName, QString());
+    }
 
-    WizardDriver wizard;
-    wizard.next();
-    QCOMPARE(wizard.page(), 2);
-    QCOMPARE(wizard.on<QLabel>("ADName")->text(), PracticeMac::domain);
-    wizard.type("ADUser", PracticeMac::administrator);
-    wizard.type("ADPass", PracticeMac::password);
-    QCOMPARE(wizard.next(), QStringList("You are unbound from Apple's Active Directory plugin."));
-    QCOMPARE(directoryOn("bound-mac").distinguishedName, QString());
-    QCOMPARE(binding(), QString());
+    void leavesTheAccountAlone()
+    {
+        joinMac("alone-mac");
+        WizardDriver wizard;
+        goToLeave(&wizard);
+        wizard.on<QRadioButton>("radioButton_3")->click();
+        leave(&wizard);
+        QCOMPARE(directoryOn("alone-mac").state, QString("enabled"));
+    }
 
-    QCOMPARE(wizard.page(), 3);
-    QCOMPARE(wizard.on<QLineEdit>("DomainEdit")->text(), PracticeMac::domain);
-    QCOMPARE(wizard.on<QLineEdit>("UsernameEdit")->text(), PracticeMac::administrator);
-    QCOMPARE(wizard.on<QLineEdit>("PasswordEdit")->text(), PracticeMac::password);
-    QVERIFY(!wizard.button(QWizard::BackButton)->isEnabled());
-    QCOMPARE(wizard.next(), QStringList());
-    wizard.type("ComputerNameEdit", "freed-mac");
-    QCOMPARE(wizard.next(), QStringList());
-    QCOMPARE(wizard.page(), 7);
-    QCOMPARE(directoryOn("freed-mac").state, QString("enabled"));
-}
+    void tellsAWrongPasswordAndThenLeaves()
+    {
+        joinMac("second-mac");
+        WizardDriver wizard;
+        goToLeave(&wizard);
+        wizard.type("PasswordEdit", "practice.1");
+        QCOMPARE(wizard.next(), QStringList(refusedCheck(
+                                    Sentence::wrongPassword.arg(PracticeMac::administrator))));
+        QCOMPARE(wizard.page(), 6);
+        QCOMPARE(directoryOn("second-mac").state, QString("enabled"));
+        QVERIFY(PracticeMac::isJoined());
+        wizard.type("PasswordEdit", PracticeMac::password);
+        leave(&wizard);
+        QCOMPARE(directoryOn("second-mac").state, QString("disabled"));
+    }
 
-void TestLeave::staysBoundAfterAWrongPassword()
-{
-    bindBySystem("tied-mac");
-    WizardDriver wizard;
-    wizard.next();
-    QCOMPARE(wizard.page(), 2);
-    wizard.type("ADUser", PracticeMac::administrator);
-    wizard.type("ADPass", "practice.1");
-    QCOMPARE(wizard.next(),
-             QStringList("Validation of username, password, and domain failed with this error:\n"
-                         "The password of Administrator is not right: enter it again, and mind the "
-                         "Caps Lock key."));
-    QCOMPARE(wizard.page(), 2);
-    QVERIFY(binding().contains("Active Directory Domain          = example.test\n"));
-    QCOMPARE(directoryOn("tied-mac").state, QString("enabled"));
-}
+    void tellsThatTheAccountIsNotHisToRemove()
+    {
+        joinMac("guarded-mac");
+        WizardDriver wizard;
+        goToLeave(&wizard, "berlin.admin");
+        wizard.on<QRadioButton>("radioButton_2")->click();
+        const QStringList warnings = wizard.next();
+        QCOMPARE(warnings.size(), 1);
+        QVERIFY2(
+            warnings.at(0).startsWith("The computer account guarded-mac could not be removed. ") &&
+                warnings.at(0).contains("Insufficient permissions"),
+            qPrintable(warnings.at(0)));
+        QCOMPARE(wizard.page(), 6);
+        QVERIFY(PracticeMac::isJoined());
+        QCOMPARE(directoryOn("guarded-mac").state, QString("enabled"));
+    }
+
+    void cancelledConsentChangesNothing()
+    {
+        joinMac("kept-mac");
+        WizardDriver wizard;
+        goToLeave(&wizard);
+        g_pProcess->setupauth();
+        PracticeMac::cancelConsent();
+        QCOMPARE(wizard.next(), QStringList());
+        QCOMPARE(wizard.page(), 6);
+        QVERIFY(PracticeMac::isJoined());
+        QCOMPARE(directoryOn("kept-mac").state, QString("enabled"));
+    }
+
+    void joinsAgainAfterTheAccountWasDisabled()
+    {
+        joinMac("again-mac");
+        {
+            WizardDriver wizard;
+            goToLeave(&wizard);
+            leave(&wizard);
+        }
+        QCOMPARE(directoryOn("again-mac").state, QString("disabled"));
+        WizardDriver wizard;
+        goToJoin(&wizard, "again-mac");
+        wizard.on<QAbstractButton>("ForceLeave")->click();
+        QCOMPARE(wizard.next(), QStringList());
+        QCOMPARE(wizard.page(), 7);
+        QCOMPARE(directoryOn("again-mac").state, QString("enabled"));
+    }
+
+    void unbindsThenJoins()
+    {
+        bindBySystem("bound-mac");
+        QCOMPARE(directoryOn("bound-mac").state, QString("enabled"));
+
+        WizardDriver wizard;
+        wizard.next();
+        QCOMPARE(wizard.page(), 2);
+        QCOMPARE(wizard.on<QLabel>("ADName")->text(), PracticeMac::domain);
+        wizard.type("ADUser", PracticeMac::administrator);
+        wizard.type("ADPass", PracticeMac::password);
+        QCOMPARE(wizard.next(),
+                 QStringList("You are unbound from Apple's Active Directory plugin."));
+        QCOMPARE(directoryOn("bound-mac").distinguishedName, QString());
+        QCOMPARE(binding(), QString());
+
+        QCOMPARE(wizard.page(), 3);
+        QCOMPARE(
+            wizard.texts({"DomainEdit", "UsernameEdit", "PasswordEdit"}),
+            QStringList({PracticeMac::domain, PracticeMac::administrator, PracticeMac::password}));
+        QVERIFY(!wizard.button(QWizard::BackButton)->isEnabled());
+        QCOMPARE(wizard.next(), QStringList());
+        wizard.type("ComputerNameEdit", "freed-mac");
+        QCOMPARE(wizard.next(), QStringList());
+        QCOMPARE(wizard.page(), 7);
+        QCOMPARE(directoryOn("freed-mac").state, QString("enabled"));
+    }
+
+    void staysBoundAfterAWrongPassword()
+    {
+        bindBySystem("tied-mac");
+        WizardDriver wizard;
+        wizard.next();
+        QCOMPARE(wizard.page(), 2);
+        wizard.type("ADUser", PracticeMac::administrator);
+        wizard.type("ADPass", "practice.1");
+        QCOMPARE(wizard.next(), QStringList(refusedCheck(
+                                    Sentence::wrongPassword.arg(PracticeMac::administrator))));
+        QCOMPARE(wizard.page(), 2);
+        QVERIFY(binding().contains("Active Directory Domain          = example.test\n"));
+        QCOMPARE(directoryOn("tied-mac").state, QString("enabled"));
+    }
+};
 
 DOMAIN_TEST_MAIN(TestLeave)
 #include "tst_leave.moc"

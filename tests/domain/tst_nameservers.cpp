@@ -2,30 +2,6 @@
 
 #include <QDateTime>
 
-// Where the two scripts of the bundle look names up, and how they compare the clock.
-class TestNameServers : public ScriptTest
-{
-    Q_OBJECT
-
-private slots:
-    void initTestCase();
-    void cleanup();
-
-    void asksNoReverseDns_data();
-    void asksNoReverseDns();
-    void asksTheNameServerOfTheDomain();
-    void asksTheSecondNameServer();
-    void saysThatNoDnsServerAnswers();
-    void saysWhatTheDnsServerAnswers();
-    void readsTheMacsResolvers_data();
-    void readsTheMacsResolvers();
-    void comparesTheClock_data();
-    void comparesTheClock();
-    void readsTheClockInAnyZone();
-    void allowsFiveMinutes_data();
-    void allowsFiveMinutes();
-};
-
 namespace {
 
 const QString noServer = "No DNS server could look up example.test (%1): check the network and "
@@ -35,97 +11,96 @@ const QString clockIs =
 
 } // namespace
 
-void TestNameServers::initTestCase()
+// Where the two scripts of the bundle look names up, and how they compare the clock.
+class TestNameServers : public ScriptTest
 {
-    DomainTest::initTestCase();
-    PracticeMac::run(PracticeMac::script("packets"), {"lose", "198.51.100.1"});
-}
+    Q_OBJECT
 
-void TestNameServers::cleanup()
-{
-    QFile::remove("/etc/resolver/example.test");
-    ScriptTest::cleanup();
-}
+private slots:
+    void initTestCase()
+    {
+        DomainTest::initTestCase();
+        PracticeMac::run(PracticeMac::script("packets"), {"lose", "198.51.100.1"});
+    }
 
-void TestNameServers::asksNoReverseDns_data()
-{
-    QTest::addColumn<QByteArray>("hosts");
-    QTest::newRow("missing") << QByteArray();
-    QTest::newRow("wrong") << QByteArray("192.0.2.1 wrong.name.test\n");
-}
+    void cleanup()
+    {
+        QFile::remove("/etc/resolver/example.test");
+        ScriptTest::cleanup();
+    }
 
-void TestNameServers::asksNoReverseDns()
-{
-    QFETCH(QByteArray, hosts);
-    rewrite("/etc/hosts", "127.0.0.1 localhost\n" + hosts);
-    checkResult(check());
-    checkResult(list());
-}
+    void asksNoReverseDns_data()
+    {
+        addColumns<QByteArray>("hosts");
+        addRow("missing", QByteArray());
+        addRow("wrong", QByteArray("192.0.2.1 wrong.name.test\n"));
+    }
 
-// The Mac's own name server, that of a home, knows nothing of the domain; a VPN's does.
-void TestNameServers::asksTheNameServerOfTheDomain()
-{
-    rewrite("/etc/resolv.conf", "");
-    PracticeMac::run(PracticeMac::script("scenarios/split-dns"), {});
-    const ScriptResult result = check();
-    const ScriptResult other = check("other.test");
-    PracticeMac::run("/usr/bin/pkill", {"-f", "unknowing_name_server"});
-    checkResult(result);
-    checkResult(other, Sentence::domainNotFound.arg("other.test"));
-}
+    void asksNoReverseDns()
+    {
+        QFETCH(QByteArray, hosts);
+        rewrite("/etc/hosts", "127.0.0.1 localhost\n" + hosts);
+        checkResult(check());
+        checkResult(list());
+    }
 
-void TestNameServers::asksTheSecondNameServer()
-{
-    rewrite("/etc/resolv.conf", "nameserver 198.51.100.1\nnameserver 192.0.2.1\n");
-    rewrite("/etc/hosts", "127.0.0.1 localhost practice-mac\n192.0.2.1 dc1.example.test\n");
-    checkResult(check());
-}
+    // The Mac's own name server, that of a home, knows nothing of the domain; a VPN's does.
+    void asksTheNameServerOfTheDomain()
+    {
+        rewrite("/etc/resolv.conf", "");
+        PracticeMac::run(PracticeMac::script("scenarios/split-dns"), {});
+        const ScriptResult result = check();
+        const ScriptResult other = check("other.test");
+        PracticeMac::run("/usr/bin/pkill", {"-f", "unknowing_name_server"});
+        checkResult(result);
+        checkResult(other, Sentence::domainNotFound.arg("other.test"));
+    }
 
-void TestNameServers::saysThatNoDnsServerAnswers()
-{
-    rewrite("/etc/resolv.conf", "nameserver 198.51.100.1\n");
-    const ScriptResult result = check();
-    checkRefusal(result, noServer.arg("no answer"));
-    QVERIFY(result.milliseconds < 6000);
-}
+    void asksTheSecondNameServer()
+    {
+        rewrite("/etc/resolv.conf", "nameserver 198.51.100.1\nnameserver 192.0.2.1\n");
+        rewrite("/etc/hosts", "127.0.0.1 localhost practice-mac\n192.0.2.1 dc1.example.test\n");
+        checkResult(check());
+    }
 
-void TestNameServers::saysWhatTheDnsServerAnswers()
-{
-    standIn("dig", "echo ';; ->>HEADER<<- opcode: QUERY, status: SERVFAIL, id: 1'\n");
-    checkRefusal(check(), noServer.arg("SERVFAIL"));
-}
+    void saysThatNoDnsServerAnswers()
+    {
+        rewrite("/etc/resolv.conf", "nameserver 198.51.100.1\n");
+        const ScriptResult result = check();
+        checkRefusal(result, noServer.arg("no answer"));
+        QVERIFY(result.milliseconds < 6000);
+    }
 
-void TestNameServers::readsTheMacsResolvers_data()
-{
-    QTest::addColumn<QString>("domain");
-    QTest::addColumn<QString>("servers");
-    QTest::newRow("default") << "elsewhere.example"
-                             << "{@192.0.2.53 -p 53} {@fe80::1%12 -p 53}";
-    QTest::newRow("domain of its own") << "corp.example"
-                                       << "{@198.51.100.53 -p 53}";
-    QTest::newRow("below it") << "a.Corp.Example"
-                              << "{@198.51.100.53 -p 53}";
-    QTest::newRow("only as a whole label") << "notcorp.example"
-                                           << "{@192.0.2.53 -p 53} {@fe80::1%12 -p 53}";
-    QTest::newRow("the longest, with a port") << "lab.corp.example"
-                                              << "{@198.51.100.54 -p 5353}";
-    QTest::newRow("equals by their order") << "two.example"
-                                           << "{@203.0.113.2 -p 53}";
-    QTest::newRow("the longest by its number of characters") << "b.o.example"
-                                                             << "{@203.0.113.4 -p 53}";
-    QTest::newRow("a domain without a name server") << "none.example"
-                                                    << "{@192.0.2.53 -p 53} {@fe80::1%12 -p 53}";
-    QTest::newRow("no name server by multicast") << "corp.local"
-                                                 << "{@192.0.2.53 -p 53} {@fe80::1%12 -p 53}";
-    QTest::newRow("not one for a single interface") << "scoped.example"
-                                                    << "{@192.0.2.53 -p 53} {@fe80::1%12 -p 53}";
-}
+    void saysWhatTheDnsServerAnswers()
+    {
+        standIn("dig", "echo ';; ->>HEADER<<- opcode: QUERY, status: SERVFAIL, id: 1'\n");
+        checkRefusal(check(), noServer.arg("SERVFAIL"));
+    }
 
-void TestNameServers::readsTheMacsResolvers()
-{
-    QFETCH(QString, domain);
-    QFETCH(QString, servers);
-    standIn("scutil", R"(cat <<'END'
+    void readsTheMacsResolvers_data()
+    {
+        addColumns<QString, QString>("domain", "servers");
+        addRow("default", "elsewhere.example", "{@192.0.2.53 -p 53} {@fe80::1%12 -p 53}");
+        addRow("domain of its own", "corp.example", "{@198.51.100.53 -p 53}");
+        addRow("below it", "a.Corp.Example", "{@198.51.100.53 -p 53}");
+        addRow("only as a whole label", "notcorp.example",
+               "{@192.0.2.53 -p 53} {@fe80::1%12 -p 53}");
+        addRow("the longest, with a port", "lab.corp.example", "{@198.51.100.54 -p 5353}");
+        addRow("equals by their order", "two.example", "{@203.0.113.2 -p 53}");
+        addRow("the longest by its number of characters", "b.o.example", "{@203.0.113.4 -p 53}");
+        addRow("a domain without a name server", "none.example",
+               "{@192.0.2.53 -p 53} {@fe80::1%12 -p 53}");
+        addRow("no name server by multicast", "corp.local",
+               "{@192.0.2.53 -p 53} {@fe80::1%12 -p 53}");
+        addRow("not one for a single interface", "scoped.example",
+               "{@192.0.2.53 -p 53} {@fe80::1%12 -p 53}");
+    }
+
+    void readsTheMacsResolvers()
+    {
+        QFETCH(QString, domain);
+        QFETCH(QString, servers);
+        standIn("scutil", R"(cat <<'END'
 DNS configuration
 
 resolver #1
@@ -194,70 +169,71 @@ resolver #1
   reach    : 0x00020002 (Reachable,Directly Reachable Address)
 END
 )");
-    QCOMPARE(runTcl("set session::domain " + domain + "\nputs [session::name_servers]"), servers);
-}
-
-void TestNameServers::comparesTheClock_data()
-{
-    QTest::addColumn<QByteArray>("shift");
-    QTest::addColumn<QString>("sentence");
-    QTest::newRow("an hour ahead") << QByteArray("+1h") << clockIs.arg("60 minutes ahead of");
-    QTest::newRow("a day behind") << QByteArray("-1d") << clockIs.arg("1440 minutes behind");
-    QTest::newRow("four minutes ahead") << QByteArray("+4m") << QString();
-    QTest::newRow("four minutes behind") << QByteArray("-4m") << QString();
-}
-
-// The interpreter has another clock, and so has kinit. No password is given away meanwhile.
-void TestNameServers::comparesTheClock()
-{
-    QFETCH(QByteArray, shift);
-    QFETCH(QString, sentence);
-    note({"kinit"});
-    standIn("tclsh", "exec faketime -f " + shift + " /usr/bin/tclsh \"$@\"\n");
-    for (const QString& tool : QStringList{"dig", "ldapsearch"})
-        standIn(tool, "unset LD_PRELOAD\nexec /usr/bin/" + tool.toUtf8() + " \"$@\"\n");
-    checkResult(check(), sentence);
-    QCOMPARE(noted().isEmpty(), !sentence.isEmpty());
-}
-
-void TestNameServers::readsTheClockInAnyZone()
-{
-    for (const char* zone : {"America/New_York", "Asia/Tokyo"}) {
-        qputenv("TZ", zone);
-        const ScriptResult result = check();
-        qunsetenv("TZ");
-        checkResult(result);
+        QCOMPARE(runTcl("set session::domain " + domain + "\nputs [session::name_servers]"),
+                 servers);
     }
-}
 
-void TestNameServers::allowsFiveMinutes_data()
-{
-    QTest::addColumn<int>("ahead");
-    QTest::addColumn<QString>("said");
-    QTest::newRow("none") << 0 << "";
-    QTest::newRow("five minutes ahead") << 300 << "";
-    QTest::newRow("five minutes behind") << -300 << "";
-    QTest::newRow("more than five minutes ahead") << 301 << "5 minutes ahead of";
-    QTest::newRow("more than five minutes behind") << -301 << "5 minutes behind";
-    QTest::newRow("nearly six") << 355 << "6 minutes ahead of";
-}
+    void comparesTheClock_data()
+    {
+        addColumns<QByteArray, QString>("shift", "sentence");
+        addRow("an hour ahead", QByteArray("+1h"), clockIs.arg("60 minutes ahead of"));
+        addRow("a day behind", QByteArray("-1d"), clockIs.arg("1440 minutes behind"));
+        addRow("four minutes ahead", QByteArray("+4m"), QString());
+        addRow("four minutes behind", QByteArray("-4m"), QString());
+    }
 
-void TestNameServers::allowsFiveMinutes()
-{
-    QFETCH(int, ahead);
-    QFETCH(QString, said);
-    const QString time =
-        QDateTime::fromSecsSinceEpoch(2000000000, Qt::UTC).toString("yyyyMMddHHmmss");
-    const QString sentence = runTcl(QString("proc session::clock {what args} {\n"
-                                            "    if {$what eq \"seconds\"} {return %1}\n"
-                                            "    return [::clock $what {*}$args]\n"
-                                            "}\n"
-                                            "catch {session::check_clock %2} sentence\n"
-                                            "puts $sentence")
-                                        .arg(2000000000 + ahead)
-                                        .arg(time));
-    QCOMPARE(sentence, said.isEmpty() ? QString() : clockIs.arg(said));
-}
+    // The interpreter and kinit have another clock than the controller. When it is too far off,
+    // kinit, which gets the password, is not started.
+    void comparesTheClock()
+    {
+        QFETCH(QByteArray, shift);
+        QFETCH(QString, sentence);
+        note({"kinit"});
+        standIn("tclsh", "exec faketime -f " + shift + " /usr/bin/tclsh \"$@\"\n");
+        for (const QString& tool : QStringList{"dig", "ldapsearch"})
+            standIn(tool, "unset LD_PRELOAD\nexec /usr/bin/" + tool.toUtf8() + " \"$@\"\n");
+        checkResult(check(), sentence);
+        QCOMPARE(noted().isEmpty(), !sentence.isEmpty());
+    }
+
+    void readsTheClockInAnyZone()
+    {
+        for (const char* zone : {"America/New_York", "Asia/Tokyo"}) {
+            qputenv("TZ", zone);
+            const ScriptResult result = check();
+            qunsetenv("TZ");
+            checkResult(result);
+        }
+    }
+
+    void allowsFiveMinutes_data()
+    {
+        addColumns<int, QString>("ahead", "said");
+        addRow("none", 0, "");
+        addRow("five minutes ahead", 300, "");
+        addRow("five minutes behind", -300, "");
+        addRow("more than five minutes ahead", 301, "5 minutes ahead of");
+        addRow("more than five minutes behind", -301, "5 minutes behind");
+        addRow("nearly six", 355, "6 minutes ahead of");
+    }
+
+    void allowsFiveMinutes()
+    {
+        QFETCH(int, ahead);
+        QFETCH(QString, said);
+        const QString time =
+            QDateTime::fromSecsSinceEpoch(2000000000, Qt::UTC).toString("yyyyMMddHHmmss");
+        const QString sentence = runTcl(QString("proc session::clock {what args} {\n"
+                                                "    if {$what eq \"seconds\"} {return %1}\n"
+                                                "    return [::clock $what {*}$args]\n"
+                                                "}\n"
+                                                "catch {session::check_clock %2} sentence\n"
+                                                "puts $sentence")
+                                            .arg(2000000000 + ahead)
+                                            .arg(time));
+        QCOMPARE(sentence, said.isEmpty() ? QString() : clockIs.arg(said));
+    }
+};
 
 DOMAIN_TEST_MAIN(TestNameServers)
 #include "tst_nameservers.moc"

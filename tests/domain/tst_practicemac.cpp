@@ -4,19 +4,6 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-// What the practice Mac itself promises to the tests and the scenarios.
-class TestPracticeMac : public DomainTest
-{
-    Q_OBJECT
-
-private slots:
-    void lostPacketsAreNotRefusedAndArriveAgain();
-    void scutilTellsTheNameServersAsAMacDoes();
-    void agentTakesEachFormOfUserAndDomain_data();
-    void agentTakesEachFormOfUserAndDomain();
-    void agentTellsWhyTheDirectoryDidNotAnswer();
-};
-
 namespace {
 
 const QString controller = QStringLiteral("192.0.2.1");
@@ -43,113 +30,117 @@ void write(const QString& path, const QByteArray& text)
 
 } // namespace
 
-void TestPracticeMac::lostPacketsAreNotRefusedAndArriveAgain()
+// What the practice Mac itself promises to the tests and the scenarios.
+class TestPracticeMac : public DomainTest
 {
-    packets("lose", "198.51.100.1");
-    QCOMPARE(connectionTo("198.51.100.1"), 124);
+    Q_OBJECT
 
-    QCOMPARE(connectionTo(controller), 0);
-    packets("lose", controller);
-    const int lost = connectionTo(controller);
-    packets("deliver", controller);
-    QCOMPARE(lost, 124);
-    QCOMPARE(connectionTo(controller), 0);
-}
+private slots:
+    void lostPacketsAreNotRefusedAndArriveAgain()
+    {
+        packets("lose", "198.51.100.1");
+        QCOMPARE(connectionTo("198.51.100.1"), 124);
 
-void TestPracticeMac::scutilTellsTheNameServersAsAMacDoes()
-{
-    write("/etc/resolv.conf", "search home.test\nnameserver 192.0.2.53\nnameserver 192.0.2.54\n");
-    QVERIFY(QDir().mkpath("/etc/resolver"));
-    write("/etc/resolver/example.test", "nameserver 192.0.2.1\nport 5353\nsearch_order 2\n");
-    const QString said = PracticeMac::run("/usr/sbin/scutil", {"--dns"});
-    QVERIFY(QFile::remove("/etc/resolver/example.test"));
-    write("/etc/resolv.conf", "nameserver 192.0.2.1\n");
+        QCOMPARE(connectionTo(controller), 0);
+        packets("lose", controller);
+        const int lost = connectionTo(controller);
+        packets("deliver", controller);
+        QCOMPARE(lost, 124);
+        QCOMPARE(connectionTo(controller), 0);
+    }
 
-    QVERIFY2(said.startsWith("DNS configuration\n"
-                             "\n"
-                             "resolver #1\n"
-                             "  search domain[0] : home.test\n"
-                             "  nameserver[0] : 192.0.2.53\n"
-                             "  nameserver[1] : 192.0.2.54\n"
-                             "  if_index : 15 (en0)\n"
-                             "  flags    : Request A records, Request AAAA records\n"),
-             qPrintable(said));
-    QVERIFY2(said.contains("\n"
-                           "resolver #2\n"
-                           "  domain   : local\n"
-                           "  options  : mdns\n"
-                           "  timeout  : 5\n"
-                           "  flags    : Request A records, Request AAAA records\n"
-                           "  reach    : 0x00000000 (Not Reachable)\n"
-                           "  order    : 300000\n"
-                           "\n"
-                           "resolver #3\n"
-                           "  domain   : 254.169.in-addr.arpa\n"),
-             qPrintable(said));
-    QVERIFY2(said.contains("\n"
-                           "resolver #5\n"
-                           "  domain   : example.test\n"
-                           "  nameserver[0] : 192.0.2.1\n"
-                           "  port     : 5353\n"
-                           "  flags    : Request A records, Request AAAA records\n"
-                           "  reach    : 0x00020002 (Reachable,Directly Reachable Address)\n"
-                           "  order    : 2\n"
-                           "\n"
-                           "DNS configuration (for scoped queries)\n"
-                           "\n"
-                           "resolver #1\n"
-                           "  search domain[0] : home.test\n"),
-             qPrintable(said));
-}
+    void scutilTellsTheNameServersAsAMacDoes()
+    {
+        write("/etc/resolv.conf",
+              "search home.test\nnameserver 192.0.2.53\nnameserver 192.0.2.54\n");
+        QVERIFY(QDir().mkpath("/etc/resolver"));
+        write("/etc/resolver/example.test", "nameserver 192.0.2.1\nport 5353\nsearch_order 2\n");
+        const QString said = PracticeMac::run("/usr/sbin/scutil", {"--dns"});
+        QVERIFY(QFile::remove("/etc/resolver/example.test"));
+        write("/etc/resolv.conf", "nameserver 192.0.2.1\n");
 
-void TestPracticeMac::agentTakesEachFormOfUserAndDomain_data()
-{
-    QTest::addColumn<QString>("user");
-    QTest::addColumn<QString>("domain");
+        QVERIFY2(said.startsWith("DNS configuration\n"
+                                 "\n"
+                                 "resolver #1\n"
+                                 "  search domain[0] : home.test\n"
+                                 "  nameserver[0] : 192.0.2.53\n"
+                                 "  nameserver[1] : 192.0.2.54\n"
+                                 "  if_index : 15 (en0)\n"
+                                 "  flags    : Request A records, Request AAAA records\n"),
+                 qPrintable(said));
+        QVERIFY2(said.contains("\n"
+                               "resolver #2\n"
+                               "  domain   : local\n"
+                               "  options  : mdns\n"
+                               "  timeout  : 5\n"
+                               "  flags    : Request A records, Request AAAA records\n"
+                               "  reach    : 0x00000000 (Not Reachable)\n"
+                               "  order    : 300000\n"
+                               "\n"
+                               "resolver #3\n"
+                               "  domain   : 254.169.in-addr.arpa\n"),
+                 qPrintable(said));
+        QVERIFY2(said.contains("\n"
+                               "resolver #5\n"
+                               "  domain   : example.test\n"
+                               "  nameserver[0] : 192.0.2.1\n"
+                               "  port     : 5353\n"
+                               "  flags    : Request A records, Request AAAA records\n"
+                               "  reach    : 0x00020002 (Reachable,Directly Reachable Address)\n"
+                               "  order    : 2\n"
+                               "\n"
+                               "DNS configuration (for scoped queries)\n"
+                               "\n"
+                               "resolver #1\n"
+                               "  search domain[0] : home.test\n"),
+                 qPrintable(said));
+    }
 
-    QTest::newRow("user alone") << "Administrator"
-                                << "example.test";
-    QTest::newRow("user with the domain") << "Administrator@example.test"
-                                          << "example.test";
-    QTest::newRow("user with the short name of the domain") << "EXAMPLE\\Administrator"
-                                                            << "example.test";
-    QTest::newRow("domain with DNS's full stop") << "Administrator"
-                                                 << "example.test.";
-}
+    void agentTakesEachFormOfUserAndDomain_data()
+    {
+        addColumns<QString, QString>("user", "domain");
 
-void TestPracticeMac::agentTakesEachFormOfUserAndDomain()
-{
-    QFETCH(QString, user);
-    QFETCH(QString, domain);
-    PracticeMac::run("/usr/local/sbin/mvjoin", {"-u", user, "-p", PracticeMac::password, "-f",
-                                                domain, "-w", "-n", "form-mac"});
-    QCOMPARE(PracticeMac::directoryOn("form-mac").state, QString("enabled"));
-    PracticeMac::run("/usr/local/sbin/mvleave", {"-r", "-u", user, "-p", PracticeMac::password});
-    QCOMPARE(PracticeMac::directoryOn("form-mac").distinguishedName, QString());
-}
+        addRow("user alone", "Administrator", "example.test");
+        addRow("user with the domain", "Administrator@example.test", "example.test");
+        addRow("user with the short name of the domain", "EXAMPLE\\Administrator", "example.test");
+        addRow("domain with DNS's full stop", "Administrator", "example.test.");
+    }
 
-void TestPracticeMac::agentTellsWhyTheDirectoryDidNotAnswer()
-{
-    QTemporaryDir tools;
-    const QString search = tools.filePath("ldapsearch");
-    write(search, "#!/bin/sh\n"
-                  "[ \"$1\" = -Q ] || exec /usr/bin/ldapsearch \"$@\"\n"
-                  "echo SASL/GSSAPI >&2\n"
-                  "echo 'Server is busy (51)' >&2\n"
-                  "exit 51\n");
-    QVERIFY(QFile::setPermissions(search, QFile::ReadOwner | QFile::ExeOwner));
-    QProcess join;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("PATH", tools.path() + ':' + environment.value("PATH"));
-    join.setProcessEnvironment(environment);
-    join.start("/usr/local/sbin/mvjoin", {"-u", PracticeMac::administrator, "-p",
-                                          PracticeMac::password, PracticeMac::domain, "-w"});
-    QVERIFY(join.waitForFinished(60000));
-    QCOMPARE(join.exitCode(), 1);
-    QCOMPARE(join.readAllStandardOutput(),
-             QByteArray("The domain controller dc1.example.test did not answer. Server is busy "
-                        "(51)\n"));
-}
+    void agentTakesEachFormOfUserAndDomain()
+    {
+        QFETCH(QString, user);
+        QFETCH(QString, domain);
+        PracticeMac::run("/usr/local/sbin/mvjoin", {"-u", user, "-p", PracticeMac::password, "-f",
+                                                    domain, "-w", "-n", "form-mac"});
+        QCOMPARE(PracticeMac::directoryOn("form-mac").state, QString("enabled"));
+        PracticeMac::run("/usr/local/sbin/mvleave",
+                         {"-r", "-u", user, "-p", PracticeMac::password});
+        QCOMPARE(PracticeMac::directoryOn("form-mac").distinguishedName, QString());
+    }
+
+    void agentTellsWhyTheDirectoryDidNotAnswer()
+    {
+        QTemporaryDir tools;
+        const QString search = tools.filePath("ldapsearch");
+        write(search, "#!/bin/sh\n"
+                      "[ \"$1\" = -Q ] || exec /usr/bin/ldapsearch \"$@\"\n"
+                      "echo SASL/GSSAPI >&2\n"
+                      "echo 'Server is busy (51)' >&2\n"
+                      "exit 51\n");
+        QVERIFY(QFile::setPermissions(search, QFile::ReadOwner | QFile::ExeOwner));
+        QProcess join;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("PATH", tools.path() + ':' + environment.value("PATH"));
+        join.setProcessEnvironment(environment);
+        join.start("/usr/local/sbin/mvjoin", {"-u", PracticeMac::administrator, "-p",
+                                              PracticeMac::password, PracticeMac::domain, "-w"});
+        QVERIFY(join.waitForFinished(60000));
+        QCOMPARE(join.exitCode(), 1);
+        QCOMPARE(join.readAllStandardOutput(),
+                 QByteArray("The domain controller dc1.example.test did not answer. Server is busy "
+                            "(51)\n"));
+    }
+};
 
 DOMAIN_TEST_MAIN(TestPracticeMac)
 #include "tst_practicemac.moc"

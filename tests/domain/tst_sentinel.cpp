@@ -8,24 +8,9 @@
 #include <QThreadPool>
 #include <QUuid>
 
-// A password that nobody else uses is looked for wherever the real tools and the shipped scripts
-// could leave it, while they run and afterwards, with success and with failure.
-class TestSentinel : public DomainTest
-{
-    Q_OBJECT
-
-private slots:
-    void initTestCase();
-    void staysWhereItHasTo();
-
-private:
-    static void unbindAndJoin(QStringList* said);
-    static void leave(QStringList* said);
-};
-
 namespace {
 
-// Another one each time: this file itself could be written while the test runs.
+// A new one for each run, so that a copy of this file that is written meanwhile does not hold it.
 const QString sentinel = "S3ntinel." + QUuid::createUuid().toString(QUuid::Id128);
 const QString rightPassword = sentinel + "Right";
 const QString wrongPassword = sentinel + "Wrong";
@@ -53,92 +38,103 @@ QString writtenSince(const QString& stamp, const QString& text)
 
 } // namespace
 
-void TestSentinel::initTestCase()
+// A password that nobody else uses is looked for wherever the real tools and the shipped scripts
+// could leave it, while they run and afterwards, with success and with failure.
+class TestSentinel : public DomainTest
 {
-    DomainTest::initTestCase();
-    PracticeMac::run("/usr/bin/samba-tool", {"user", "setpassword", PracticeMac::administrator,
-                                             "--newpassword=" + rightPassword,
-                                             "--configfile=/var/lib/practice-domain/etc/smb.conf"});
-}
+    Q_OBJECT
 
-// Each page refuses the wrong password first; the join fails once in its tool, too.
-void TestSentinel::unbindAndJoin(QStringList* said)
-{
-    WizardDriver wizard;
-    wizard.next();
-    wizard.type("ADUser", PracticeMac::administrator);
-    wizard.type("ADPass", wrongPassword);
-    *said += wizard.next();
-    QCOMPARE(wizard.page(), 2);
-    wizard.type("ADPass", rightPassword);
-    *said += wizard.next();
-    QCOMPARE(wizard.page(), 3);
-    wizard.type("PasswordEdit", wrongPassword);
-    *said += wizard.next();
-    QCOMPARE(wizard.page(), 3);
-    wizard.type("PasswordEdit", rightPassword);
-    *said += wizard.next();
-    QCOMPARE(wizard.page(), 4);
+private slots:
+    void initTestCase()
+    {
+        DomainTest::initTestCase();
+        PracticeMac::run("/usr/bin/samba-tool",
+                         {"user", "setpassword", PracticeMac::administrator,
+                          "--newpassword=" + rightPassword,
+                          "--configfile=/var/lib/practice-domain/etc/smb.conf"});
+    }
 
-    wizard.on<QAbstractButton>("AdvancedButton")->click();
-    wizard.on<QPushButton>("ContainerDNBrowse")->click();
-    auto* browser = child<cnbrowser>(&wizard.wizard, "cnbrowser");
-    QTRY_VERIFY_WITH_TIMEOUT(browser->isVisible(), 20000);
-    browser->close();
-    wizard.on<QRadioButton>("ZoneButton")->click();
-    wizard.type("ZoneEdit", "NoZone");
-    wizard.type("ComputerNameEdit", "sentinel-mac");
-    *said += wizard.next();
-    QCOMPARE(wizard.page(), 4);
-    wizard.on<QRadioButton>("AutoButton")->click();
-    *said += wizard.next();
-    QCOMPARE(wizard.page(), 7);
-}
+    void staysWhereItHasTo()
+    {
+        PracticeMac::run("/usr/sbin/dsconfigad",
+                         {"-add", PracticeMac::domain, "-computer", "sentinel-mac0", "-username",
+                          PracticeMac::administrator, "-password", rightPassword});
+        const QString stamp = "/var/stamp";
+        PracticeMac::run("/usr/bin/touch", {stamp});
+        const QStringList filesBefore = temporaryFiles();
+        const QList<int> descriptorsBefore = openDescriptors();
 
-void TestSentinel::leave(QStringList* said)
-{
-    WizardDriver wizard;
-    wizard.next();
-    wizard.type("UsernameEdit", PracticeMac::administrator);
-    wizard.type("PasswordEdit", wrongPassword);
-    *said += wizard.next();
-    QCOMPARE(wizard.page(), 6);
-    wizard.type("PasswordEdit", rightPassword);
-    *said += wizard.next();
-    QCOMPARE(wizard.page(), 7);
-}
+        QStringList said;
+        CommandLineWatch watch(sentinel.toUtf8());
+        unbindAndJoin(&said);
+        leave(&said);
+        const QStringList seen = watch.end();
 
-void TestSentinel::staysWhereItHasTo()
-{
-    PracticeMac::run("/usr/sbin/dsconfigad",
-                     {"-add", PracticeMac::domain, "-computer", "sentinel-mac0", "-username",
-                      PracticeMac::administrator, "-password", rightPassword});
-    const QString stamp = "/var/stamp";
-    PracticeMac::run("/usr/bin/touch", {stamp});
-    const QStringList filesBefore = temporaryFiles();
-    const QList<int> descriptorsBefore = openDescriptors();
+        // The watch may miss a tool that ends at once; those that it has to see take a while.
+        const QStringList places = {
+            "check_domain_cred.tcl 3", "dsconfigad 6", "gui_helper_tool 5", "mvedit 4",
+            "mvedit_file_arg.tcl 3",   "mvjoin 4",     "mvleave 4",         "sh 2"};
+        for (const QString& place : seen)
+            QVERIFY2(places.contains(place), qPrintable(place));
+        for (const char* place :
+             {"check_domain_cred.tcl 3", "dsconfigad 6", "mvjoin 4", "mvleave 4"})
+            QVERIFY2(seen.contains(place), place);
+        QCOMPARE(said.size(), 5);
+        QVERIFY(!said.join(' ').contains(sentinel));
+        QCOMPARE(temporaryFiles(), filesBefore);
+        QCOMPARE(writtenSince(stamp, sentinel), QString());
+        QThreadPool::globalInstance()->waitForDone(); // its threads hold descriptors as well
+        QCOMPARE(openDescriptors(), descriptorsBefore);
+    }
 
-    QStringList said;
-    CommandLineWatch watch(sentinel.toUtf8());
-    unbindAndJoin(&said);
-    leave(&said);
-    const QStringList seen = watch.end();
+private:
+    // Each page refuses the wrong password first; the join fails once in its tool, too.
+    static void unbindAndJoin(QStringList* said)
+    {
+        WizardDriver wizard;
+        wizard.next();
+        wizard.type("ADUser", PracticeMac::administrator);
+        wizard.type("ADPass", wrongPassword);
+        *said += wizard.next();
+        QCOMPARE(wizard.page(), 2);
+        wizard.type("ADPass", rightPassword);
+        *said += wizard.next();
+        QCOMPARE(wizard.page(), 3);
+        wizard.type("PasswordEdit", wrongPassword);
+        *said += wizard.next();
+        QCOMPARE(wizard.page(), 3);
+        wizard.type("PasswordEdit", rightPassword);
+        *said += wizard.next();
+        QCOMPARE(wizard.page(), 4);
 
-    // Those that end at once may have been missed; what has to be seen takes a while.
-    const QStringList places = {
-        "check_domain_cred.tcl 3", "dsconfigad 6", "gui_helper_tool 5", "mvedit 4",
-        "mvedit_file_arg.tcl 3",   "mvjoin 4",     "mvleave 4",         "sh 2"};
-    for (const QString& place : seen)
-        QVERIFY2(places.contains(place), qPrintable(place));
-    for (const char* place : {"check_domain_cred.tcl 3", "dsconfigad 6", "mvjoin 4", "mvleave 4"})
-        QVERIFY2(seen.contains(place), place);
-    QCOMPARE(said.size(), 5);
-    QVERIFY(!said.join(' ').contains(sentinel));
-    QCOMPARE(temporaryFiles(), filesBefore);
-    QCOMPARE(writtenSince(stamp, sentinel), QString());
-    QThreadPool::globalInstance()->waitForDone(); // its threads hold descriptors as well
-    QCOMPARE(openDescriptors(), descriptorsBefore);
-}
+        wizard.on<QAbstractButton>("AdvancedButton")->click();
+        wizard.on<QPushButton>("ContainerDNBrowse")->click();
+        auto* browser = child<cnbrowser>(&wizard.wizard, "cnbrowser");
+        QTRY_VERIFY_WITH_TIMEOUT(browser->isVisible(), 20000);
+        browser->close();
+        wizard.on<QRadioButton>("ZoneButton")->click();
+        wizard.type("ZoneEdit", "NoZone");
+        wizard.type("ComputerNameEdit", "sentinel-mac");
+        *said += wizard.next();
+        QCOMPARE(wizard.page(), 4);
+        wizard.on<QRadioButton>("AutoButton")->click();
+        *said += wizard.next();
+        QCOMPARE(wizard.page(), 7);
+    }
+
+    static void leave(QStringList* said)
+    {
+        WizardDriver wizard;
+        wizard.next();
+        wizard.type("UsernameEdit", PracticeMac::administrator);
+        wizard.type("PasswordEdit", wrongPassword);
+        *said += wizard.next();
+        QCOMPARE(wizard.page(), 6);
+        wizard.type("PasswordEdit", rightPassword);
+        *said += wizard.next();
+        QCOMPARE(wizard.page(), 7);
+    }
+};
 
 DOMAIN_TEST_MAIN(TestSentinel)
 #include "tst_sentinel.moc"

@@ -6,225 +6,205 @@ class TestSignIn : public ScriptTest
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-
-    void acceptsValidCredentials_data();
-    void acceptsValidCredentials();
-    void acceptsAPasswordBeyondAscii();
-    void saysWhatToDo_data();
-    void saysWhatToDo();
-    void saysWhatBothKindsOfKinitMean_data();
-    void saysWhatBothKindsOfKinitMean();
-    void asksTheMacsKinit();
-    void asksForTheDomainsOwnNamesPlainly();
-    void leavesTheUsersTicketAlone();
-};
-
-void TestSignIn::initTestCase()
-{
-    DomainTest::initTestCase();
-    QFile added("/run/accounts_added"); // on this Mac, where the program may have run before
-    if (added.exists())
-        return;
-    PracticeMac::run(testScript("add_accounts"), {});
-    QVERIFY(added.open(QFile::WriteOnly));
-}
-
-void TestSignIn::acceptsValidCredentials_data()
-{
-    QTest::addColumn<QString>("domain");
-    QTest::addColumn<QString>("user");
-
-    const QString domain = "example.test";
-    QTest::newRow("administrator") << domain << "Administrator";
-    QTest::newRow("delegated administrator") << domain << "berlin.admin";
-    QTest::newRow("in other capitals") << "Example.TEST"
-                                       << "ADMINISTRATOR";
-    QTest::newRow("domain with DNS's full stop") << "example.test."
-                                                 << "Administrator";
-    QTest::newRow("with the domain") << domain << "Administrator@example.test";
-    QTest::newRow("with the domain in other capitals") << domain << "Administrator@Example.Test";
-    QTest::newRow("with the short domain name") << domain << "EXAMPLE\\Administrator";
-    QTest::newRow("with the domain in front") << domain << "example.test\\Administrator";
-    QTest::newRow("with the short name as suffix") << domain << "Administrator@example";
-    QTest::newRow("with another suffix and a plus sign") << domain << "jane+mac@corp.test";
-    QTest::newRow("a hyphen first") << domain << "-V";
-    QTest::newRow("a hyphen first and a short domain name") << domain << "EXAMPLE\\-V";
-}
-
-void TestSignIn::acceptsValidCredentials()
-{
-    QFETCH(QString, domain);
-    QFETCH(QString, user);
-    const ScriptResult result = check(domain, user);
-    checkResult(result);
-    QCOMPARE(result.output, QString());
-}
-
-void TestSignIn::acceptsAPasswordBeyondAscii()
-{
-    checkResult(check(PracticeMac::domain, "green", QString::fromUtf8("Grün & 25 €")));
-}
-
-void TestSignIn::saysWhatToDo_data()
-{
-    QTest::addColumn<QString>("domain");
-    QTest::addColumn<QString>("user");
-    QTest::addColumn<QString>("password");
-    QTest::addColumn<QString>("sentence");
-
-    const auto ofDomain = [](const char* row, const QString& domain, const QString& sentence) {
-        QTest::newRow(row) << domain << PracticeMac::administrator << PracticeMac::password
-                           << sentence.arg(domain);
-    };
-    const auto ofUser = [](const char* row, const QString& user, const QString& sentence,
-                           const QString& password = PracticeMac::password) {
-        QTest::newRow(row) << PracticeMac::domain << user << password << sentence.arg(user);
-    };
-    ofDomain("domain not found", "exmaple.test", Sentence::domainNotFound);
-    ofDomain("a single label is asked for", "EXAMPLE", Sentence::domainNotFound);
-    ofDomain(
-        "under .local", "Corp.Local",
-        "No DNS server knows %1, and a Mac looks for .local names nearby: have its DNS servers "
-        "set.");
-    ofDomain("not under .local", "corp.mylocal", Sentence::domainNotFound);
-    ofDomain("no controller listed", "dc1.example.test",
-             "DNS lists no domain controller of %1: check the name, and that this Mac uses its DNS "
-             "servers.");
-    ofDomain("no controller reachable", "old.example.test",
-             "No domain controller of %1 can be reached (1 tried): check network and firewalls.");
-    ofUser("unknown user", "nobody", Sentence::unknownUser);
-    ofUser("unknown user whose name says something else", "password incorrect",
-           Sentence::unknownUser);
-    ofUser("unknown suffix", "Administrator@corp.test", Sentence::unknownSuffix);
-    ofUser("unknown short domain name", "CORP\\admin", Sentence::unknownSuffix);
-    ofUser("wrong password", "Administrator", Sentence::wrongPassword, "wrong");
-    ofUser("wrong password of a user whose name says something else", "expired.admin",
-           Sentence::wrongPassword, "wrong");
-    ofUser("expired password", "expired.admin", Sentence::expiredPassword);
-    ofUser("locked account", "locked.admin", Sentence::closedAccount);
-    ofUser("disabled account", "disabled.admin", Sentence::closedAccount);
-    ofUser("expired account", "ended", Sentence::closedAccount);
-    ofUser("outside the logon hours", "night", Sentence::closedAccount);
-    ofUser("no common encryption type", "revoked", Sentence::noEncryption);
-}
-
-void TestSignIn::saysWhatToDo()
-{
-    QFETCH(QString, domain);
-    QFETCH(QString, user);
-    QFETCH(QString, password);
-    QFETCH(QString, sentence);
-    checkRefusal(check(domain, user, password), sentence);
-}
-
-void TestSignIn::saysWhatBothKindsOfKinitMean_data()
-{
-    QTest::addColumn<QString>("words");
-    QTest::addColumn<QString>("sentence");
-
-    const QString while_ = " while getting initial credentials";
-    const QString changed = Sentence::expiredPassword.arg("anna");
-    const QString unknown = Sentence::unknownUser.arg("anna");
-    const QString suffix = Sentence::unknownSuffix.arg("anna");
-    const QString wrong = Sentence::wrongPassword.arg("anna");
-    const QString revoked = Sentence::closedAccount.arg("anna");
-    const QString policy = "The domain's policy lets anna sign in with a smart card only, or not "
-                           "here: use another account.";
-    const QString encryption = Sentence::noEncryption.arg("anna");
-    const QString clock = "The clock of this Mac is too far off the domain's: set its date and "
-                          "time, and try again.";
-    const QString service = Sentence::unknownService;
-    const QString lost = Sentence::lost.arg("dc1");
-
-    QTest::newRow("expired") << "Password has expired" + while_ << changed;
-    QTest::newRow("expired, asking for another")
-        << "Password expired.  You must change it now.\nEnter new password: \nCannot read password"
-        << changed;
-    QTest::newRow("unknown") << "Client 'anna@EXAMPLE.TEST' not found in Kerberos database" + while_
-                             << unknown;
-    QTest::newRow("unknown, of the Mac") << "Client (anna@EXAMPLE.TEST) unknown" << unknown;
-    QTest::newRow("unknown enterprise name")
-        << "Client 'anna\\@c.test@EXAMPLE.TEST' not found in Kerberos database" + while_ << suffix;
-    QTest::newRow("unknown enterprise name, of the Mac")
-        << "Client (anna\\@c.test@EXAMPLE.TEST) unknown" << suffix;
-    QTest::newRow("wrong password") << "Password incorrect" + while_ << wrong;
-    QTest::newRow("wrong password, of a Microsoft controller")
-        << "Preauthentication failed" + while_ << wrong;
-    QTest::newRow("wrong password, without preauthentication")
-        << "Decrypt integrity check failed" + while_ << wrong;
-    QTest::newRow("revoked") << "Client's credentials have been revoked" + while_ << revoked;
-    QTest::newRow("revoked, of the Mac") << "Clients credentials have been revoked" << revoked;
-    QTest::newRow("expired account")
-        << "Client's entry in database has expired" + while_ << revoked;
-    QTest::newRow("policy") << "KDC policy rejects request" + while_ << policy;
-    QTest::newRow("encryption") << "KDC has no support for encryption type" + while_ << encryption;
-    QTest::newRow("encryption, of the Mac") << "No key matching entype" << encryption;
-    QTest::newRow("clock") << "Clock skew too great" + while_ << clock;
-    QTest::newRow("clock, of the Mac") << "Too large time skew" << clock;
-    QTest::newRow("service") << "Server not found in Kerberos database" + while_ << service;
-    QTest::newRow("service, of the Mac") << "Server (krbtgt/A@B) unknown" << service;
-    QTest::newRow("lost") << "Cannot contact any KDC for realm 'EXAMPLE.TEST'" + while_ << lost;
-    QTest::newRow("lost, of the Mac")
-        << "unable to reach any KDC in realm EXAMPLE.TEST, tried 1 KDC" << lost;
-    QTest::newRow("anything else, of an encryption type")
-        << "Warning: encryption type arcfour-hmac used for authentication is deprecated\n"
-           "Clock skew too great"
-        << clock;
-    QTest::newRow("anything else") << "Generic error (see e-text)" + while_
-                                   << "The domain example.test did not accept anna; ask its "
-                                      "administrators: kinit: Generic error (see e-text) while "
-                                      "getting initial credentials";
-    QTest::newRow("anything else, in two lines") << "One\n  two"
-                                                 << "The domain example.test did not accept anna; "
-                                                    "ask its administrators: kinit: One two";
-}
-
-void TestSignIn::saysWhatBothKindsOfKinitMean()
-{
-    QFETCH(QString, words);
-    QFETCH(QString, sentence);
-    standIn("kinit", "[ \"$1\" = --version ] && exit\n"
-                     "echo 'Password for anna@EXAMPLE.TEST: '\n"
-                     "cat <<'END'\nkinit: " +
-                         words.toUtf8() + "\nEND\nexit 1\n");
-    checkRefusal(check(PracticeMac::domain, "anna"), sentence);
-}
-
-void TestSignIn::asksTheMacsKinit()
-{
-    standIn("kinit", "case \"$*\" in\n"
-                     "--version) echo 'kinit (Heimdal 1.5.1apple1)' ;;\n"
-                     "'-l 10m --password-file=STDIN -- berlin.admin@EXAMPLE.TEST')\n"
-                     "    exec /usr/bin/kinit -l 10m -- berlin.admin@EXAMPLE.TEST ;;\n"
-                     "'-l 10m --password-file=STDIN --enterprise -- jane+mac@corp.test')\n"
-                     "    exec /usr/bin/kinit -l 10m -E -- jane+mac@corp.test ;;\n"
-                     "*) exit 1 ;;\n"
-                     "esac\n");
-    for (const char* user : {"berlin.admin", "jane+mac@corp.test"})
-        checkResult(check(PracticeMac::domain, user));
-}
-
-void TestSignIn::asksForTheDomainsOwnNamesPlainly()
-{
-    for (const char* user : {"Administrator", "Administrator@example.test",
-                             "Administrator@Example.TEST", "example.test\\Administrator"}) {
-        note({"kinit"});
-        QCOMPARE(check(PracticeMac::domain, user).status, 0);
-        QCOMPARE(noted().last(), QString("kinit -l 10m -- Administrator@EXAMPLE.TEST"));
+    void initTestCase()
+    {
+        DomainTest::initTestCase();
+        QFile added("/run/accounts_added"); // for a second run on the same practice Mac
+        if (added.exists())
+            return;
+        PracticeMac::run(testScript("add_accounts"), {});
+        QVERIFY(added.open(QFile::WriteOnly));
     }
-}
 
-void TestSignIn::leavesTheUsersTicketAlone()
-{
-    QTemporaryDir folder;
-    const QString ticket = folder.filePath("ticket");
-    qputenv("KRB5CCNAME", ticket.toLocal8Bit());
-    const ScriptResult result = check();
-    qunsetenv("KRB5CCNAME");
-    checkResult(result);
-    QVERIFY(!QFile::exists(ticket));
-}
+    void acceptsValidCredentials_data()
+    {
+        addColumns<QString, QString>("domain", "user");
+
+        const QString domain = "example.test";
+        addRow("administrator", domain, "Administrator");
+        addRow("delegated administrator", domain, "berlin.admin");
+        addRow("in other capitals", "Example.TEST", "ADMINISTRATOR");
+        addRow("domain with DNS's full stop", "example.test.", "Administrator");
+        addRow("with the domain", domain, "Administrator@example.test");
+        addRow("with the domain in other capitals", domain, "Administrator@Example.Test");
+        addRow("with the short domain name", domain, "EXAMPLE\\Administrator");
+        addRow("with the domain in front", domain, "example.test\\Administrator");
+        addRow("with the short name as suffix", domain, "Administrator@example");
+        addRow("with another suffix and a plus sign", domain, "jane+mac@corp.test");
+        addRow("a hyphen first", domain, "-V");
+        addRow("a hyphen first and a short domain name", domain, "EXAMPLE\\-V");
+    }
+
+    void acceptsValidCredentials()
+    {
+        QFETCH(QString, domain);
+        QFETCH(QString, user);
+        const ScriptResult result = check(domain, user);
+        checkResult(result);
+        QCOMPARE(result.output, QString());
+    }
+
+    void acceptsAPasswordBeyondAscii()
+    {
+        checkResult(check(PracticeMac::domain, "green", QString::fromUtf8("Grün & 25 €")));
+    }
+
+    void saysWhatToDo_data()
+    {
+        addColumns<QString, QString, QString, QString>("domain", "user", "password", "sentence");
+
+        const auto ofDomain = [](const char* row, const QString& domain, const QString& sentence) {
+            addRow(row, domain, PracticeMac::administrator, PracticeMac::password,
+                   sentence.arg(domain));
+        };
+        const auto ofUser = [](const char* row, const QString& user, const QString& sentence,
+                               const QString& password = PracticeMac::password) {
+            addRow(row, PracticeMac::domain, user, password, sentence.arg(user));
+        };
+        ofDomain("domain not found", "exmaple.test", Sentence::domainNotFound);
+        ofDomain("a single label is asked for", "EXAMPLE", Sentence::domainNotFound);
+        ofDomain("under .local", "Corp.Local",
+                 "No DNS server knows %1, and a Mac looks for .local names nearby: have its DNS "
+                 "servers set.");
+        ofDomain("not under .local", "corp.mylocal", Sentence::domainNotFound);
+        ofDomain("no controller listed", "dc1.example.test",
+                 "DNS lists no domain controller of %1: check the name, and that this Mac uses its "
+                 "DNS servers.");
+        ofDomain(
+            "no controller reachable", "old.example.test",
+            "No domain controller of %1 can be reached (1 tried): check network and firewalls.");
+        ofUser("unknown user", "nobody", Sentence::unknownUser);
+        ofUser("unknown user whose name says something else", "password incorrect",
+               Sentence::unknownUser);
+        ofUser("unknown suffix", "Administrator@corp.test", Sentence::unknownSuffix);
+        ofUser("unknown short domain name", "CORP\\admin", Sentence::unknownSuffix);
+        ofUser("wrong password", "Administrator", Sentence::wrongPassword, "wrong");
+        ofUser("wrong password of a user whose name says something else", "expired.admin",
+               Sentence::wrongPassword, "wrong");
+        ofUser("expired password", "expired.admin", Sentence::expiredPassword);
+        ofUser("locked account", "locked.admin", Sentence::closedAccount);
+        ofUser("disabled account", "disabled.admin", Sentence::closedAccount);
+        ofUser("expired account", "ended", Sentence::closedAccount);
+        ofUser("outside the logon hours", "night", Sentence::closedAccount);
+        ofUser("no common encryption type", "revoked", Sentence::noEncryption);
+    }
+
+    void saysWhatToDo()
+    {
+        QFETCH(QString, domain);
+        QFETCH(QString, user);
+        QFETCH(QString, password);
+        QFETCH(QString, sentence);
+        checkRefusal(check(domain, user, password), sentence);
+    }
+
+    void saysWhatBothKindsOfKinitMean_data()
+    {
+        addColumns<QString, QString>("words", "sentence");
+
+        const QString while_ = " while getting initial credentials";
+        const QString changed = Sentence::expiredPassword.arg("anna");
+        const QString unknown = Sentence::unknownUser.arg("anna");
+        const QString suffix = Sentence::unknownSuffix.arg("anna");
+        const QString wrong = Sentence::wrongPassword.arg("anna");
+        const QString revoked = Sentence::closedAccount.arg("anna");
+        const QString policy = "The domain's policy lets anna sign in with a smart card only, or "
+                               "not here: use another account.";
+        const QString encryption = Sentence::noEncryption.arg("anna");
+        const QString clock = "The clock of this Mac is too far off the domain's: set its date and "
+                              "time, and try again.";
+        const QString service = Sentence::unknownService;
+        const QString lost = Sentence::lost.arg("dc1");
+
+        addRow("expired", "Password has expired" + while_, changed);
+        addRow("expired, asking for another",
+               "Password expired.  You must change it now.\nEnter new password: \nCannot read "
+               "password",
+               changed);
+        addRow("unknown", "Client 'anna@EXAMPLE.TEST' not found in Kerberos database" + while_,
+               unknown);
+        addRow("unknown, of the Mac", "Client (anna@EXAMPLE.TEST) unknown", unknown);
+        addRow("unknown enterprise name",
+               "Client 'anna\\@c.test@EXAMPLE.TEST' not found in Kerberos database" + while_,
+               suffix);
+        addRow("unknown enterprise name, of the Mac", "Client (anna\\@c.test@EXAMPLE.TEST) unknown",
+               suffix);
+        addRow("wrong password", "Password incorrect" + while_, wrong);
+        addRow("wrong password, of a Microsoft controller", "Preauthentication failed" + while_,
+               wrong);
+        addRow("wrong password, without preauthentication",
+               "Decrypt integrity check failed" + while_, wrong);
+        addRow("revoked", "Client's credentials have been revoked" + while_, revoked);
+        addRow("revoked, of the Mac", "Clients credentials have been revoked", revoked);
+        addRow("expired account", "Client's entry in database has expired" + while_, revoked);
+        addRow("policy", "KDC policy rejects request" + while_, policy);
+        addRow("encryption", "KDC has no support for encryption type" + while_, encryption);
+        addRow("encryption, of the Mac", "No key matching entype", encryption);
+        addRow("clock", "Clock skew too great" + while_, clock);
+        addRow("clock, of the Mac", "Too large time skew", clock);
+        addRow("service", "Server not found in Kerberos database" + while_, service);
+        addRow("service, of the Mac", "Server (krbtgt/A@B) unknown", service);
+        addRow("lost", "Cannot contact any KDC for realm 'EXAMPLE.TEST'" + while_, lost);
+        addRow("lost, of the Mac", "unable to reach any KDC in realm EXAMPLE.TEST, tried 1 KDC",
+               lost);
+        addRow("anything else, of an encryption type",
+               "Warning: encryption type arcfour-hmac used for authentication is deprecated\n"
+               "Clock skew too great",
+               clock);
+        addRow("anything else", "Generic error (see e-text)" + while_,
+               "The domain example.test did not accept anna; ask its administrators: kinit: "
+               "Generic error (see e-text) while getting initial credentials");
+        addRow(
+            "anything else, in two lines", "One\n  two",
+            "The domain example.test did not accept anna; ask its administrators: kinit: One two");
+    }
+
+    void saysWhatBothKindsOfKinitMean()
+    {
+        QFETCH(QString, words);
+        QFETCH(QString, sentence);
+        standIn("kinit", "[ \"$1\" = --version ] && exit\n"
+                         "echo 'Password for anna@EXAMPLE.TEST: '\n"
+                         "cat <<'END'\nkinit: " +
+                             words.toUtf8() + "\nEND\nexit 1\n");
+        checkRefusal(check(PracticeMac::domain, "anna"), sentence);
+    }
+
+    void asksTheMacsKinit()
+    {
+        standIn("kinit", "case \"$*\" in\n"
+                         "--version) echo 'kinit (Heimdal 1.5.1apple1)' ;;\n"
+                         "'-l 10m --password-file=STDIN -- berlin.admin@EXAMPLE.TEST')\n"
+                         "    exec /usr/bin/kinit -l 10m -- berlin.admin@EXAMPLE.TEST ;;\n"
+                         "'-l 10m --password-file=STDIN --enterprise -- jane+mac@corp.test')\n"
+                         "    exec /usr/bin/kinit -l 10m -E -- jane+mac@corp.test ;;\n"
+                         "*) exit 1 ;;\n"
+                         "esac\n");
+        for (const char* user : {"berlin.admin", "jane+mac@corp.test"})
+            checkResult(check(PracticeMac::domain, user));
+    }
+
+    void asksForTheDomainsOwnNamesPlainly()
+    {
+        for (const char* user : {"Administrator", "Administrator@example.test",
+                                 "Administrator@Example.TEST", "example.test\\Administrator"}) {
+            note({"kinit"});
+            QCOMPARE(check(PracticeMac::domain, user).status, 0);
+            QCOMPARE(noted().last(), QString("kinit -l 10m -- Administrator@EXAMPLE.TEST"));
+        }
+    }
+
+    void leavesTheUsersTicketAlone()
+    {
+        QTemporaryDir folder;
+        const QString ticket = folder.filePath("ticket");
+        qputenv("KRB5CCNAME", ticket.toLocal8Bit());
+        const ScriptResult result = check();
+        qunsetenv("KRB5CCNAME");
+        checkResult(result);
+        QVERIFY(!QFile::exists(ticket));
+    }
+};
 
 DOMAIN_TEST_MAIN(TestSignIn)
 #include "tst_signin.moc"

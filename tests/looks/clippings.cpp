@@ -38,7 +38,8 @@ QScrollArea* scrolling(const QWidget* window, const QWidget* widget)
     return nullptr;
 }
 
-// What scrolls takes no room beside another widget but that of the part that scrolls it.
+// The room that a widget takes beside another: when it is scrolled, that of the part that scrolls
+// it.
 QRect placeBeside(const QWidget* other, const QWidget* widget)
 {
     const QWidget* window = widget->window();
@@ -61,8 +62,8 @@ int widestWord(const QWidget* widget, const QString& text)
     return widest;
 }
 
-// Whether lines of the text are missing, counted here: what the widget itself says of its height
-// may be wrong. A text that breaks anywhere has the fewest lines.
+// Whether lines of the text are missing. They are counted here, as the height that the widget asks
+// for may be wrong; for the fewest lines that there can be, the text is broken anywhere.
 bool lacksLines(const QWidget* widget, const QString& text)
 {
     const QFontMetrics metrics = widget->fontMetrics();

@@ -188,12 +188,7 @@ const std::vector<Entry>& entries()
         {"progress-leave", [](const Setting&) { return dialog<LoadLeave>(); }, false},
         {"containers", containerBrowser},
         {"warning",
-         [](const Setting&) {
-             return warning(QStringLiteral("Validation of username, password, and domain failed "
-                                           "with this error:\n") +
-                            QString::fromLatin1(refusal));
-         },
-         false},
+         [](const Setting&) { return warning(refusedCheck(QString::fromLatin1(refusal))); }, false},
         {"warning-long",
          [](const Setting&) { return warning(QString::fromLatin1(refusal).repeated(40)); }, false},
         {"about", [](const Setting&) { return std::make_unique<DialogScene<about>>(nullptr); },

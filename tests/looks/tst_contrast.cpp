@@ -66,7 +66,7 @@ bool showsText(const QWidget* widget)
            qobject_cast<const QTreeView*>(widget) != nullptr;
 }
 
-// The widget's part of the window, as it is and with its texts as transparent as glass.
+// The widget's part of the window, as it is and with its texts transparent.
 struct Pictures {
     QImage withText;
     QImage withoutText;
@@ -95,8 +95,8 @@ Pictures picturesOf(QWidget* window, QWidget* widget, const QRect& place)
     return pictures;
 }
 
-// The contrast of the text, as its strongest pixel shows it, to the ground that is worst for it. 0
-// when no text is seen.
+// The lowest contrast of the text to a colour of its background. The text's colour is that of the
+// pixel that stands out most; 0 when no text is seen.
 qreal textContrast(const Pictures& pictures)
 {
     qreal strongest = 0;
@@ -129,126 +129,115 @@ class TestContrast : public WorldTest
     Q_OBJECT
 
 private slots:
-    void cleanup();
-    void textCanBeRead_data();
-    void textCanBeRead();
-    void faintTextIsFound();
-    void chosenContainerCanBeRead_data();
-    void chosenContainerCanBeRead();
-    void imagesStandOut_data();
-    void imagesStandOut();
-};
-
-void TestContrast::cleanup()
-{
-    QApplication::setLayoutDirection(Qt::LeftToRight);
-    WorldTest::cleanup();
-}
-
-void TestContrast::textCanBeRead_data()
-{
-    QTest::addColumn<QPalette>("palette");
-    QTest::addColumn<QString>("scene");
-    QTest::addColumn<Qt::LayoutDirection>("direction");
-    for (const QString& name : Scenes::names()) {
-        QTest::newRow(qPrintable(name + ", light")) << macLight() << name << Qt::LeftToRight;
-        QTest::newRow(qPrintable(name + ", dark")) << macDark() << name << Qt::LeftToRight;
-        QTest::newRow(qPrintable(name + ", right to left"))
-            << macLight() << name << Qt::RightToLeft;
+    void cleanup()
+    {
+        QApplication::setLayoutDirection(Qt::LeftToRight);
+        WorldTest::cleanup();
     }
-}
 
-void TestContrast::textCanBeRead()
-{
-    QFETCH(QPalette, palette);
-    QFETCH(QString, scene);
-    QFETCH(Qt::LayoutDirection, direction);
-    QApplication::setPalette(palette);
-    QApplication::setLayoutDirection(direction);
-    const auto opened = Scenes::open(scene);
-    // A chosen row has another ground than the rest, and a test of its own.
-    for (auto* tree : opened->window()->findChildren<QTreeView*>())
-        tree->clearSelection();
-    int texts = 0;
-    for (auto* widget : opened->window()->findChildren<QWidget*>()) {
-        if (!showsText(widget))
-            continue;
-        const qreal found = textContrast(picturesOf(opened->window(), widget, widget->rect()));
-        QVERIFY2(
-            found >= leastContrast,
-            qPrintable(QStringLiteral("%1: contrast of %2").arg(widget->objectName()).arg(found)));
-        ++texts;
-    }
-    QVERIFY(texts > 0);
-}
-
-void TestContrast::faintTextIsFound()
-{
-    QApplication::setPalette(macLight());
-    const auto opened = Scenes::open(QStringLiteral("credentials"));
-    auto* label = child<QLabel>(opened->content(), QStringLiteral("label_4"));
-    QPalette faint;
-    faint.setColor(QPalette::WindowText, QColor(0x90, 0x90, 0x90));
-    label->setPalette(faint);
-    const qreal found = textContrast(picturesOf(opened->window(), label, label->rect()));
-    QVERIFY(found > 1);
-    QVERIFY(found < leastContrast);
-}
-
-void TestContrast::chosenContainerCanBeRead_data()
-{
-    QTest::addColumn<QPalette>("palette");
-    QTest::newRow("light") << macLight();
-    QTest::newRow("dark") << macDark();
-}
-
-void TestContrast::chosenContainerCanBeRead()
-{
-    QFETCH(QPalette, palette);
-    QApplication::setPalette(palette);
-    const auto opened = Scenes::open(QStringLiteral("containers"));
-    auto* tree = child<QTreeView>(opened->content(), QStringLiteral("browserTree"));
-    tree->setFocus();
-    tree->setCurrentIndex(tree->model()->index(0, 0));
-    const QRect row = tree->visualRect(tree->currentIndex());
-    const Pictures pictures =
-        picturesOf(opened->window(), tree, row.translated(tree->viewport()->pos()));
-    QVERIFY(textContrast(pictures) >= leastContrast);
-}
-
-void TestContrast::imagesStandOut_data()
-{
-    QTest::addColumn<QPalette>("palette");
-    QTest::addColumn<QString>("image");
-    for (const char* name :
-         {"up", "down", "help", "lock icon", "adlock icon", "blanklock", "Morvanta"}) {
-        QTest::newRow(qPrintable(QStringLiteral("%1, light").arg(name))) << macLight() << name;
-        QTest::newRow(qPrintable(QStringLiteral("%1, dark").arg(name))) << macDark() << name;
-    }
-}
-
-// An image that means something needs a contrast of 3 : 1.
-void TestContrast::imagesStandOut()
-{
-    QFETCH(QPalette, palette);
-    QFETCH(QString, image);
-    Q_INIT_RESOURCE(Resources);
-    const QImage pixels(QStringLiteral(":/:/%1.png").arg(image));
-    QVERIFY(!pixels.isNull());
-    int seen = 0;
-    int drawn = 0;
-    for (int y = 0; y < pixels.height(); ++y) {
-        for (int x = 0; x < pixels.width(); ++x) {
-            const QColor pixel = pixels.pixelColor(x, y);
-            if (pixel.alpha() < 255)
-                continue;
-            ++drawn;
-            if (contrast(pixel, palette.color(QPalette::Window)) >= 3)
-                ++seen;
+    void textCanBeRead_data()
+    {
+        addColumns<QPalette, QString, Qt::LayoutDirection>("palette", "scene", "direction");
+        for (const QString& name : Scenes::names()) {
+            addRow(qPrintable(name + ", light"), macLight(), name, Qt::LeftToRight);
+            addRow(qPrintable(name + ", dark"), macDark(), name, Qt::LeftToRight);
+            addRow(qPrintable(name + ", right to left"), macLight(), name, Qt::RightToLeft);
         }
     }
-    QVERIFY2(seen * 10 >= drawn * 6, qPrintable(QStringLiteral("%1 of %2").arg(seen).arg(drawn)));
-}
+
+    void textCanBeRead()
+    {
+        QFETCH(QPalette, palette);
+        QFETCH(QString, scene);
+        QFETCH(Qt::LayoutDirection, direction);
+        QApplication::setPalette(palette);
+        QApplication::setLayoutDirection(direction);
+        const auto opened = Scenes::open(scene);
+        // A chosen row has another background than the rest, and a test of its own.
+        for (auto* tree : opened->window()->findChildren<QTreeView*>())
+            tree->clearSelection();
+        int texts = 0;
+        for (auto* widget : opened->window()->findChildren<QWidget*>()) {
+            if (!showsText(widget))
+                continue;
+            const qreal found = textContrast(picturesOf(opened->window(), widget, widget->rect()));
+            QVERIFY2(
+                found >= leastContrast,
+                qPrintable(
+                    QStringLiteral("%1: contrast of %2").arg(widget->objectName()).arg(found)));
+            ++texts;
+        }
+        QVERIFY(texts > 0);
+    }
+
+    void faintTextIsFound()
+    {
+        QApplication::setPalette(macLight());
+        const auto opened = Scenes::open(QStringLiteral("credentials"));
+        auto* label = child<QLabel>(opened->content(), QStringLiteral("label_4"));
+        QPalette faint;
+        faint.setColor(QPalette::WindowText, QColor(0x90, 0x90, 0x90));
+        label->setPalette(faint);
+        const qreal found = textContrast(picturesOf(opened->window(), label, label->rect()));
+        QVERIFY(found > 1);
+        QVERIFY(found < leastContrast);
+    }
+
+    void chosenContainerCanBeRead_data()
+    {
+        addColumns<QPalette>("palette");
+        addRow("light", macLight());
+        addRow("dark", macDark());
+    }
+
+    void chosenContainerCanBeRead()
+    {
+        QFETCH(QPalette, palette);
+        QApplication::setPalette(palette);
+        const auto opened = Scenes::open(QStringLiteral("containers"));
+        auto* tree = child<QTreeView>(opened->content(), QStringLiteral("browserTree"));
+        tree->setFocus();
+        tree->setCurrentIndex(tree->model()->index(0, 0));
+        const QRect row = tree->visualRect(tree->currentIndex());
+        const Pictures pictures =
+            picturesOf(opened->window(), tree, row.translated(tree->viewport()->pos()));
+        QVERIFY(textContrast(pictures) >= leastContrast);
+    }
+
+    void imagesStandOut_data()
+    {
+        addColumns<QPalette, QString>("palette", "image");
+        for (const char* name :
+             {"up", "down", "help", "lock icon", "adlock icon", "blanklock", "Morvanta"}) {
+            addRow(qPrintable(QStringLiteral("%1, light").arg(name)), macLight(), name);
+            addRow(qPrintable(QStringLiteral("%1, dark").arg(name)), macDark(), name);
+        }
+    }
+
+    // An image that means something needs a contrast of 3 : 1.
+    void imagesStandOut()
+    {
+        QFETCH(QPalette, palette);
+        QFETCH(QString, image);
+        Q_INIT_RESOURCE(Resources);
+        const QImage pixels(QStringLiteral(":/:/%1.png").arg(image));
+        QVERIFY(!pixels.isNull());
+        int seen = 0;
+        int drawn = 0;
+        for (int y = 0; y < pixels.height(); ++y) {
+            for (int x = 0; x < pixels.width(); ++x) {
+                const QColor pixel = pixels.pixelColor(x, y);
+                if (pixel.alpha() < 255)
+                    continue;
+                ++drawn;
+                if (contrast(pixel, palette.color(QPalette::Window)) >= 3)
+                    ++seen;
+            }
+        }
+        QVERIFY2(seen * 10 >= drawn * 6,
+                 qPrintable(QStringLiteral("%1 of %2").arg(seen).arg(drawn)));
+    }
+};
 
 WORLD_TEST_MAIN(TestContrast)
 #include "tst_contrast.moc"

@@ -9,148 +9,139 @@ class TestKeyboardOnly : public WorldTest
     Q_OBJECT
 
 private slots:
-    void join();
-    void joinWithAllOptions();
-    void refusedCredentialsLeadBackToTheEdit();
-    void pickContainer();
-    void leave();
-    void leaveWithoutContact();
-    void unbind();
-};
+    void join()
+    {
+        KeyDriver driver;
+        driver.enterCredentials();
+        QCOMPARE(driver.page(), 4);
+        driver.pressReturn();
+        QCOMPARE(driver.page(), 7);
+        QCOMPARE(World::callsOf(QStringLiteral("gui_helper_tool")).first().arguments,
+                 QStringList({"/usr/local/sbin/mvjoin", "-u", "admin", "-p", "secret",
+                              "example.test", "-w", "-n", "my-mac"}));
+        pressKey(Qt::Key_Return);
+        QVERIFY(!driver.wizard.isVisible());
+    }
 
-void TestKeyboardOnly::join()
-{
-    KeyDriver driver;
-    driver.enterCredentials();
-    QCOMPARE(driver.page(), 4);
-    driver.pressReturn();
-    QCOMPARE(driver.page(), 7);
-    QCOMPARE(World::callsOf(QStringLiteral("gui_helper_tool")).first().arguments,
-             QStringList({"/usr/local/sbin/mvjoin", "-u", "admin", "-p", "secret", "example.test",
-                          "-w", "-n", "my-mac"}));
-    pressKey(Qt::Key_Return);
-    QVERIFY(!driver.wizard.isVisible());
-}
-
-void TestKeyboardOnly::joinWithAllOptions()
-{
-    KeyDriver driver;
-    driver.enterCredentials();
-    pressKey(Qt::Key_Down);
-    QCOMPARE(focusName(), QStringLiteral("ZoneButton"));
-    pressKey(Qt::Key_Tab);
-    typeText(QStringLiteral("MacZone"));
-    pressKey(Qt::Key_Tab);
-    retype(QStringLiteral("mac-7"));
-    driver.toggle(Qt::Key_A, "AdvancedButton");
-    driver.toggle(Qt::Key_O, "ForceLeave");
-    driver.toggle(Qt::Key_C, "ContainerDNLabel");
-    driver.toggle(Qt::Key_P, "PDSLabel");
-    driver.toggle(Qt::Key_L, "AliasLabel");
-    pressKey(Qt::Key_Tab);
-    typeText(QStringLiteral("OU=Macs,DC=example,DC=test"));
-    pressKey(Qt::Key_Tab);
-    pressKey(Qt::Key_Tab);
-    typeText(QStringLiteral("dc1"));
-    pressKey(Qt::Key_Tab);
-    typeText(QStringLiteral("mac-alias"));
-    driver.pressReturn();
-    QCOMPARE(World::callsOf(QStringLiteral("gui_helper_tool")).first().arguments,
-             QStringList({"/usr/local/sbin/mvjoin", "-u", "admin", "-p", "secret", "example.test",
-                          "-f", "-z", "MacZone", "-c", "OU=Macs,DC=example,DC=test", "-s", "dc1",
-                          "-a", "mac-alias", "-n", "mac-7"}));
-    QCOMPARE(driver.page(), 7);
-}
-
-void TestKeyboardOnly::refusedCredentialsLeadBackToTheEdit()
-{
-    KeyDriver driver;
-    driver.pressReturn();
-    World::answer(QStringLiteral("mvedit"), {"No such domain\n", "", 1});
-    typeText(QStringLiteral("wrong.test"));
-    QCOMPARE(driver.pressReturn(),
-             QStringList{"Validation of username, password, and domain failed with this error:\n"
-                         "No such domain"});
-    QCOMPARE(driver.page(), 3);
-    QCOMPARE(focusName(), QStringLiteral("DomainEdit"));
-}
-
-void TestKeyboardOnly::pickContainer()
-{
-    // The display without a desktop has no windows on top of each other.
-    allowWarning(QStringLiteral("does not support raise()"));
-    KeyDriver driver;
-    driver.enterCredentials();
-    World::answer(QStringLiteral("mvedit"),
-                  {"OU=Europe,DC=example,DC=test\nOU=Sales,OU=Europe,DC=example,DC=test\n"
-                   "OU=Macs,DC=example,DC=test\n",
-                   ""});
-    driver.toggle(Qt::Key_A, "AdvancedButton");
-    for (int i = 0; i < 4; ++i)
+    void joinWithAllOptions()
+    {
+        KeyDriver driver;
+        driver.enterCredentials();
+        pressKey(Qt::Key_Down);
+        QCOMPARE(focusName(), QStringLiteral("ZoneButton"));
         pressKey(Qt::Key_Tab);
-    QCOMPARE(focusName(), QStringLiteral("ContainerDNBrowse"));
-    pressKey(Qt::Key_Space);
-    cnbrowser* browser = nullptr;
-    QTRY_VERIFY((browser = driver.wizard.findChild<cnbrowser*>()) != nullptr &&
-                browser->isActiveWindow());
-    QCOMPARE(focusName(), QStringLiteral("browserTree"));
-    typeText(QStringLiteral("OU=E"));
-    pressKey(Qt::Key_Right);
-    pressKey(Qt::Key_Down);
-    pressKey(Qt::Key_Return);
-    QTRY_VERIFY(!browser->isVisible());
-    driver.activateAgain();
-    QTRY_COMPARE(focusName(), QStringLiteral("ContainerDNEdit"));
-    QCOMPARE(driver.on<QLineEdit>(QStringLiteral("ContainerDNEdit"))->text(),
-             QStringLiteral("OU=Sales,OU=Europe,DC=example,DC=test"));
-    QVERIFY(driver.on<QCheckBox>(QStringLiteral("ContainerDNLabel"))->isChecked());
-}
+        typeText(QStringLiteral("MacZone"));
+        pressKey(Qt::Key_Tab);
+        retype(QStringLiteral("mac-7"));
+        driver.toggle(Qt::Key_A, "AdvancedButton");
+        driver.toggle(Qt::Key_O, "ForceLeave");
+        driver.toggle(Qt::Key_C, "ContainerDNLabel");
+        driver.toggle(Qt::Key_P, "PDSLabel");
+        driver.toggle(Qt::Key_L, "AliasLabel");
+        pressKey(Qt::Key_Tab);
+        typeText(QStringLiteral("OU=Macs,DC=example,DC=test"));
+        pressKey(Qt::Key_Tab);
+        pressKey(Qt::Key_Tab);
+        typeText(QStringLiteral("dc1"));
+        pressKey(Qt::Key_Tab);
+        typeText(QStringLiteral("mac-alias"));
+        driver.pressReturn();
+        QCOMPARE(
+            World::callsOf(QStringLiteral("gui_helper_tool")).first().arguments,
+            QStringList({"/usr/local/sbin/mvjoin", "-u", "admin", "-p", "secret", "example.test",
+                         "-f", "-z", "MacZone", "-c", "OU=Macs,DC=example,DC=test", "-s", "dc1",
+                         "-a", "mac-alias", "-n", "mac-7"}));
+        QCOMPARE(driver.page(), 7);
+    }
 
-void TestKeyboardOnly::leave()
-{
-    World::setJoined();
-    KeyDriver driver;
-    driver.pressReturn();
-    QCOMPARE(driver.page(), 6);
-    pressKey(Qt::Key_Down);
-    pressKey(Qt::Key_Tab);
-    typeText(QStringLiteral("admin"));
-    pressKey(Qt::Key_Tab);
-    typeText(QStringLiteral("secret"));
-    driver.pressReturn();
-    QCOMPARE(driver.page(), 7);
-    QCOMPARE(World::callsOf(QStringLiteral("gui_helper_tool")).first().arguments,
-             QStringList({"/usr/local/sbin/mvleave", "-r", "-u", "admin", "-p", "secret"}));
-}
+    void refusedCredentialsLeadBackToTheEdit()
+    {
+        KeyDriver driver;
+        driver.pressReturn();
+        World::answer(QStringLiteral("mvedit"), {"No such domain\n", "", 1});
+        typeText(QStringLiteral("wrong.test"));
+        QCOMPARE(driver.pressReturn(), QStringList{refusedCheck("No such domain")});
+        QCOMPARE(driver.page(), 3);
+        QCOMPARE(focusName(), QStringLiteral("DomainEdit"));
+    }
 
-void TestKeyboardOnly::leaveWithoutContact()
-{
-    World::setJoined();
-    KeyDriver driver;
-    driver.pressReturn();
-    pressKey(Qt::Key_Down);
-    pressKey(Qt::Key_Down);
-    driver.pressReturn();
-    QCOMPARE(driver.page(), 7);
-    QCOMPARE(World::callsOf(QStringLiteral("gui_helper_tool")).first().arguments,
-             QStringList({"/usr/local/sbin/mvleave", "-f"}));
-}
+    void pickContainer()
+    {
+        // The display without a desktop has no windows on top of each other.
+        allowWarning(QStringLiteral("does not support raise()"));
+        KeyDriver driver;
+        driver.enterCredentials();
+        World::answer(QStringLiteral("mvedit"),
+                      {"OU=Europe,DC=example,DC=test\nOU=Sales,OU=Europe,DC=example,DC=test\n"
+                       "OU=Macs,DC=example,DC=test\n",
+                       ""});
+        driver.toggle(Qt::Key_A, "AdvancedButton");
+        for (int i = 0; i < 4; ++i)
+            pressKey(Qt::Key_Tab);
+        QCOMPARE(focusName(), QStringLiteral("ContainerDNBrowse"));
+        pressKey(Qt::Key_Space);
+        cnbrowser* browser = nullptr;
+        QTRY_VERIFY((browser = driver.wizard.findChild<cnbrowser*>()) != nullptr &&
+                    browser->isActiveWindow());
+        QCOMPARE(focusName(), QStringLiteral("browserTree"));
+        typeText(QStringLiteral("OU=E"));
+        pressKey(Qt::Key_Right);
+        pressKey(Qt::Key_Down);
+        pressKey(Qt::Key_Return);
+        QTRY_VERIFY(!browser->isVisible());
+        driver.activateAgain();
+        QTRY_COMPARE(focusName(), QStringLiteral("ContainerDNEdit"));
+        QCOMPARE(driver.on<QLineEdit>(QStringLiteral("ContainerDNEdit"))->text(),
+                 QStringLiteral("OU=Sales,OU=Europe,DC=example,DC=test"));
+        QVERIFY(driver.on<QCheckBox>(QStringLiteral("ContainerDNLabel"))->isChecked());
+    }
 
-void TestKeyboardOnly::unbind()
-{
-    World::setBound();
-    KeyDriver driver;
-    driver.pressReturn();
-    QCOMPARE(driver.page(), 2);
-    typeText(QStringLiteral("admin"));
-    pressKey(Qt::Key_Tab);
-    typeText(QStringLiteral("secret"));
-    QCOMPARE(driver.pressReturn(),
-             QStringList{"You are unbound from Apple's Active Directory plugin."});
-    QCOMPARE(driver.page(), 3);
-    QCOMPARE(World::callsOf(QStringLiteral("dsconfigad")).last().arguments,
-             QStringList({"-r", "-f", "-u", "admin", "-p", "secret"}));
-}
+    void leave()
+    {
+        World::setJoined();
+        KeyDriver driver;
+        driver.pressReturn();
+        QCOMPARE(driver.page(), 6);
+        pressKey(Qt::Key_Down);
+        pressKey(Qt::Key_Tab);
+        typeText(QStringLiteral("admin"));
+        pressKey(Qt::Key_Tab);
+        typeText(QStringLiteral("secret"));
+        driver.pressReturn();
+        QCOMPARE(driver.page(), 7);
+        QCOMPARE(World::callsOf(QStringLiteral("gui_helper_tool")).first().arguments,
+                 QStringList({"/usr/local/sbin/mvleave", "-r", "-u", "admin", "-p", "secret"}));
+    }
+
+    void leaveWithoutContact()
+    {
+        World::setJoined();
+        KeyDriver driver;
+        driver.pressReturn();
+        pressKey(Qt::Key_Down);
+        pressKey(Qt::Key_Down);
+        driver.pressReturn();
+        QCOMPARE(driver.page(), 7);
+        QCOMPARE(World::callsOf(QStringLiteral("gui_helper_tool")).first().arguments,
+                 QStringList({"/usr/local/sbin/mvleave", "-f"}));
+    }
+
+    void unbind()
+    {
+        World::setBound();
+        KeyDriver driver;
+        driver.pressReturn();
+        QCOMPARE(driver.page(), 2);
+        typeText(QStringLiteral("admin"));
+        pressKey(Qt::Key_Tab);
+        typeText(QStringLiteral("secret"));
+        QCOMPARE(driver.pressReturn(),
+                 QStringList{"You are unbound from Apple's Active Directory plugin."});
+        QCOMPARE(driver.page(), 3);
+        QCOMPARE(World::callsOf(QStringLiteral("dsconfigad")).last().arguments,
+                 QStringList({"-r", "-f", "-u", "admin", "-p", "secret"}));
+    }
+};
 
 WORLD_TEST_MAIN(TestKeyboardOnly)
 #include "tst_keyboardonly.moc"

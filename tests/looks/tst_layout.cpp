@@ -94,202 +94,184 @@ class TestLayout : public WorldTest
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void cleanup();
-    void nothingIsCutOff_data();
-    void nothingIsCutOff();
-    void clippingIsFound();
-    void lineEndsAfterATextAreNotSeen();
-    void eachLineOfATextHasItsRoom();
-    void aTextIsLaidOutAsFarAsItsTenThousandthCharacter();
-    void aScrollingAreaIsNotSeen();
-    void choicesStandBesideTheirDescriptions();
-    void chosenContainerIsMarkedFromEdgeToEdge();
-    void editsAreAligned_data();
-    void editsAreAligned();
-    void windowsKeepTheirSizes_data();
-    void windowsKeepTheirSizes();
+    void initTestCase()
+    {
+        desktopsPoints = QApplication::font().pointSize();
+    }
+
+    void cleanup()
+    {
+        QApplication::setLayoutDirection(Qt::LeftToRight);
+        setFontSize(desktopsPoints);
+        WorldTest::cleanup();
+    }
+
+    void nothingIsCutOff_data()
+    {
+        addColumns<QString, bool>("scene", "longTexts");
+        for (const QString& name : Scenes::names()) {
+            addRow(qPrintable(name), name, false);
+            addRow(qPrintable(name + ", 30 % longer"), name, true);
+        }
+    }
+
+    void nothingIsCutOff()
+    {
+        QFETCH(QString, scene);
+        QFETCH(bool, longTexts);
+        const auto opened = Scenes::open(scene, longNames);
+        if (longTexts)
+            lengthenTexts(opened->window());
+        const QStringList found = clippingsInAllSizes(opened->window());
+        QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
+    }
+
+    void clippingIsFound()
+    {
+        NEEDS_TOOLS();
+        setFontSize(10);
+        const auto opened = Scenes::open(QStringLiteral("credentials"));
+        QCOMPARE(clippings(opened->window()), QStringList());
+        auto* introduction = child<QLabel>(opened->content(), QStringLiteral("label_4"));
+        introduction->resize(introduction->width(), introduction->height() / 2);
+        QCOMPARE(clippings(opened->window()).size(), 1);
+        introduction->resize(introduction->width(), opened->window()->height());
+        const QStringList found = clippings(opened->window());
+        QVERIFY(!found.filter(QStringLiteral("partly outside")).isEmpty());
+        QVERIFY(!found.filter(QStringLiteral("overlaps with QLabel label_4")).isEmpty());
+    }
+
+    void lineEndsAfterATextAreNotSeen()
+    {
+        WrappingLabel label(QStringLiteral("example.test"));
+        label.resize(200, 100);
+        const QImage alone = label.grab().toImage();
+        label.setText(QStringLiteral("example.test\r\n\n"));
+        QCOMPARE(label.grab().toImage(), alone);
+    }
+
+    void eachLineOfATextHasItsRoom()
+    {
+        constexpr int width = 300;
+        WrappingLabel label(QStringLiteral("example.test"));
+        const int line = label.heightForWidth(width);
+        label.setText(QStringLiteral("example.test\nand\nmore"));
+        QCOMPARE(label.heightForWidth(width), 3 * line);
+        QVERIFY(label.sizeHint().height() == 3 * line);
+        QVERIFY(label.sizeHint().width() < 2 * label.fontMetrics().size(0, "example.test").width());
+    }
+
+    // Only the first 10,000 characters are laid out: a line that begins with the next has no room.
+    void aTextIsLaidOutAsFarAsItsTenThousandthCharacter()
+    {
+        constexpr int width = 300;
+        const int line = WrappingLabel(QStringLiteral("yy")).heightForWidth(width);
+        const QString lines = QStringLiteral("\nx").repeated(4999);
+        WrappingLabel label("yy" + lines);
+        const int height = label.heightForWidth(width);
+        QCOMPARE(height, 5000 * line);
+        label.setText("y" + lines + "\nx");
+        QCOMPARE(label.heightForWidth(width), height);
+    }
+
+    void aScrollingAreaIsNotSeen()
+    {
+        QWidget page;
+        page.setPalette(QPalette(Qt::red));
+        auto* area = new ScrollingArea(&page);
+        area->setPalette(QPalette(Qt::blue));
+        area->setWidget(new QWidget);
+        page.resize(area->size());
+        page.show();
+        QImage red = page.grab().toImage();
+        red.fill(Qt::red);
+        QCOMPARE(page.grab().toImage(), red);
+    }
+
+    void choicesStandBesideTheirDescriptions()
+    {
+        NEEDS_TOOLS();
+        const auto opened = Scenes::open(QStringLiteral("join-options-advanced"));
+        const auto find = [&](const char* name) {
+            return child<QWidget>(opened->content(), QString::fromLatin1(name));
+        };
+        for (int points = smallest(); points <= largest(); ++points) {
+            setFontSize(points);
+            QCOMPARE(topOf(find("AutoButton")), topOf(find("label_2")));
+            QCOMPARE(topOf(find("ZoneButton")), topOf(find("label_4")));
+            QVERIFY(topOf(find("ZoneEdit")) > topOf(find("label_4")) + find("label_4")->height());
+            QCOMPARE(leftOf(find("ZoneEdit")), leftOf(find("label_4")));
+            QCOMPARE(leftOf(find("ZoneEdit")), leftOf(find("label_2")));
+        }
+    }
+
+    void chosenContainerIsMarkedFromEdgeToEdge()
+    {
+        NEEDS_TOOLS();
+        const auto opened = Scenes::open(QStringLiteral("containers"));
+        auto* tree = child<QTreeView>(opened->content(), QStringLiteral("browserTree"));
+        auto* model = qobject_cast<QStandardItemModel*>(tree->model());
+        const auto end = [tree] { return tree->visualRect(tree->currentIndex()).right(); };
+        QCOMPARE(end(), tree->viewport()->rect().right());
+        QVERIFY(!tree->verticalScrollBar()->isVisible());
+        // The same beside a vertical scroll bar. A name that needs more room gets a horizontal one.
+        for (int i = 0; i < 100; ++i)
+            model->appendRow(new QStandardItem(QStringLiteral("OU=Macs")));
+        QTRY_VERIFY(tree->verticalScrollBar()->isVisible());
+        QTRY_COMPARE(end(), tree->viewport()->rect().right());
+        QVERIFY(!tree->horizontalScrollBar()->isVisible());
+        model->item(0)->appendRow(new QStandardItem(QString(200, QLatin1Char('m'))));
+        tree->setCurrentIndex(tree->model()->index(1, 0, tree->model()->index(0, 0)));
+        QTRY_VERIFY(tree->horizontalScrollBar()->isVisible());
+    }
+
+    void editsAreAligned_data()
+    {
+        addColumns<QString, QStringList>("scene", "edits");
+        addRow("unbind", "unbind", QStringList{"ADUser", "ADPass"});
+        addRow("credentials", "credentials",
+               QStringList{"DomainEdit", "UsernameEdit", "PasswordEdit"});
+        addRow("options", "join-options-advanced",
+               QStringList{"ContainerDNEdit", "PDSEdit", "AliasEdit"});
+        addRow("leave", "leave",
+               QStringList{"ComputerName_Val", "ActiveDirectory_Val", "JoinedZone_Val",
+                           "UsernameEdit", "PasswordEdit"});
+    }
+
+    void editsAreAligned()
+    {
+        NEEDS_TOOLS();
+        QFETCH(QString, scene);
+        QFETCH(QStringList, edits);
+        const auto opened = Scenes::open(scene);
+        for (int points = smallest(); points <= largest(); ++points) {
+            setFontSize(points);
+            for (const QString& edit : edits)
+                QCOMPARE(leftOf(child<QWidget>(opened->content(), edit)),
+                         leftOf(child<QWidget>(opened->content(), edits.first())));
+        }
+    }
+
+    void windowsKeepTheirSizes_data()
+    {
+        addColumns<QString>("scene");
+        for (const QString& name : Scenes::names())
+            addRow(qPrintable(name), name);
+    }
+
+    void windowsKeepTheirSizes()
+    {
+        QFETCH(QString, scene);
+        const auto opened = Scenes::open(scene, longNames);
+        const QSize size = opened->window()->size();
+        lengthenTexts(opened->window());
+        setFontSize(largest());
+        QCOMPARE(opened->window()->size(), size);
+    }
 
 private:
     int desktopsPoints = 0;
 };
-
-void TestLayout::initTestCase()
-{
-    desktopsPoints = QApplication::font().pointSize();
-}
-
-void TestLayout::cleanup()
-{
-    QApplication::setLayoutDirection(Qt::LeftToRight);
-    setFontSize(desktopsPoints);
-    WorldTest::cleanup();
-}
-
-void TestLayout::nothingIsCutOff_data()
-{
-    QTest::addColumn<QString>("scene");
-    QTest::addColumn<bool>("longTexts");
-    for (const QString& name : Scenes::names()) {
-        QTest::newRow(qPrintable(name)) << name << false;
-        QTest::newRow(qPrintable(name + ", 30 % longer")) << name << true;
-    }
-}
-
-void TestLayout::nothingIsCutOff()
-{
-    QFETCH(QString, scene);
-    QFETCH(bool, longTexts);
-    const auto opened = Scenes::open(scene, longNames);
-    if (longTexts)
-        lengthenTexts(opened->window());
-    const QStringList found = clippingsInAllSizes(opened->window());
-    QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
-}
-
-void TestLayout::clippingIsFound()
-{
-    NEEDS_TOOLS();
-    setFontSize(10);
-    const auto opened = Scenes::open(QStringLiteral("credentials"));
-    QCOMPARE(clippings(opened->window()), QStringList());
-    auto* introduction = child<QLabel>(opened->content(), QStringLiteral("label_4"));
-    introduction->resize(introduction->width(), introduction->height() / 2);
-    QCOMPARE(clippings(opened->window()).size(), 1);
-    introduction->resize(introduction->width(), opened->window()->height());
-    const QStringList found = clippings(opened->window());
-    QVERIFY(!found.filter(QStringLiteral("partly outside")).isEmpty());
-    QVERIFY(!found.filter(QStringLiteral("overlaps with QLabel label_4")).isEmpty());
-}
-
-void TestLayout::lineEndsAfterATextAreNotSeen()
-{
-    WrappingLabel label(QStringLiteral("example.test"));
-    label.resize(200, 100);
-    const QImage alone = label.grab().toImage();
-    label.setText(QStringLiteral("example.test\r\n\n"));
-    QCOMPARE(label.grab().toImage(), alone);
-}
-
-void TestLayout::eachLineOfATextHasItsRoom()
-{
-    constexpr int width = 300;
-    WrappingLabel label(QStringLiteral("example.test"));
-    const int line = label.heightForWidth(width);
-    label.setText(QStringLiteral("example.test\nand\nmore"));
-    QCOMPARE(label.heightForWidth(width), 3 * line);
-    QVERIFY(label.sizeHint().height() == 3 * line);
-    QVERIFY(label.sizeHint().width() < 2 * label.fontMetrics().size(0, "example.test").width());
-}
-
-// The last character that is laid out begins a line of its own, or just does not.
-void TestLayout::aTextIsLaidOutAsFarAsItsTenThousandthCharacter()
-{
-    constexpr int width = 300;
-    const int line = WrappingLabel(QStringLiteral("yy")).heightForWidth(width);
-    const QString lines = QStringLiteral("\nx").repeated(4999);
-    WrappingLabel label("yy" + lines);
-    const int height = label.heightForWidth(width);
-    QCOMPARE(height, 5000 * line);
-    label.setText("y" + lines + "\nx");
-    QCOMPARE(label.heightForWidth(width), height);
-}
-
-void TestLayout::aScrollingAreaIsNotSeen()
-{
-    QWidget page;
-    page.setPalette(QPalette(Qt::red));
-    auto* area = new ScrollingArea(&page);
-    area->setPalette(QPalette(Qt::blue));
-    area->setWidget(new QWidget);
-    page.resize(area->size());
-    page.show();
-    QImage red = page.grab().toImage();
-    red.fill(Qt::red);
-    QCOMPARE(page.grab().toImage(), red);
-}
-
-void TestLayout::choicesStandBesideTheirDescriptions()
-{
-    NEEDS_TOOLS();
-    const auto opened = Scenes::open(QStringLiteral("join-options-advanced"));
-    const auto find = [&](const char* name) {
-        return child<QWidget>(opened->content(), QString::fromLatin1(name));
-    };
-    for (int points = smallest(); points <= largest(); ++points) {
-        setFontSize(points);
-        QCOMPARE(topOf(find("AutoButton")), topOf(find("label_2")));
-        QCOMPARE(topOf(find("ZoneButton")), topOf(find("label_4")));
-        QVERIFY(topOf(find("ZoneEdit")) > topOf(find("label_4")) + find("label_4")->height());
-        QCOMPARE(leftOf(find("ZoneEdit")), leftOf(find("label_4")));
-        QCOMPARE(leftOf(find("ZoneEdit")), leftOf(find("label_2")));
-    }
-}
-
-void TestLayout::chosenContainerIsMarkedFromEdgeToEdge()
-{
-    NEEDS_TOOLS();
-    const auto opened = Scenes::open(QStringLiteral("containers"));
-    auto* tree = child<QTreeView>(opened->content(), QStringLiteral("browserTree"));
-    auto* model = qobject_cast<QStandardItemModel*>(tree->model());
-    const auto end = [tree] { return tree->visualRect(tree->currentIndex()).right(); };
-    QCOMPARE(end(), tree->viewport()->rect().right());
-    QVERIFY(!tree->verticalScrollBar()->isVisible());
-    // Also beside a scroll bar, and as long as no name needs more.
-    for (int i = 0; i < 100; ++i)
-        model->appendRow(new QStandardItem(QStringLiteral("OU=Macs")));
-    QTRY_VERIFY(tree->verticalScrollBar()->isVisible());
-    QTRY_COMPARE(end(), tree->viewport()->rect().right());
-    QVERIFY(!tree->horizontalScrollBar()->isVisible());
-    model->item(0)->appendRow(new QStandardItem(QString(200, QLatin1Char('m'))));
-    tree->setCurrentIndex(tree->model()->index(1, 0, tree->model()->index(0, 0)));
-    QTRY_VERIFY(tree->horizontalScrollBar()->isVisible());
-}
-
-void TestLayout::editsAreAligned_data()
-{
-    QTest::addColumn<QString>("scene");
-    QTest::addColumn<QStringList>("edits");
-    QTest::newRow("unbind") << "unbind" << QStringList{"ADUser", "ADPass"};
-    QTest::newRow("credentials") << "credentials"
-                                 << QStringList{"DomainEdit", "UsernameEdit", "PasswordEdit"};
-    QTest::newRow("options") << "join-options-advanced"
-                             << QStringList{"ContainerDNEdit", "PDSEdit", "AliasEdit"};
-    QTest::newRow("leave") << "leave"
-                           << QStringList{"ComputerName_Val", "ActiveDirectory_Val",
-                                          "JoinedZone_Val", "UsernameEdit", "PasswordEdit"};
-}
-
-void TestLayout::editsAreAligned()
-{
-    NEEDS_TOOLS();
-    QFETCH(QString, scene);
-    QFETCH(QStringList, edits);
-    const auto opened = Scenes::open(scene);
-    for (int points = smallest(); points <= largest(); ++points) {
-        setFontSize(points);
-        for (const QString& edit : edits)
-            QCOMPARE(leftOf(child<QWidget>(opened->content(), edit)),
-                     leftOf(child<QWidget>(opened->content(), edits.first())));
-    }
-}
-
-void TestLayout::windowsKeepTheirSizes_data()
-{
-    QTest::addColumn<QString>("scene");
-    for (const QString& name : Scenes::names())
-        QTest::newRow(qPrintable(name)) << name;
-}
-
-void TestLayout::windowsKeepTheirSizes()
-{
-    QFETCH(QString, scene);
-    const auto opened = Scenes::open(scene, longNames);
-    const QSize size = opened->window()->size();
-    lengthenTexts(opened->window());
-    setFontSize(largest());
-    QCOMPARE(opened->window()->size(), size);
-}
 
 WORLD_TEST_MAIN(TestLayout)
 #include "tst_layout.moc"

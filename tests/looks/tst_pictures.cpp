@@ -10,53 +10,48 @@ class TestPictures : public WorldTest
     Q_OBJECT
 
 private slots:
-    void everySceneHasItsPicture();
-    void pictureShowsTheScene_data();
-    void pictureShowsTheScene();
-    void filmOfTheTourIsAnimatedAndSmall();
+    void everySceneHasItsPicture()
+    {
+        QStringList files;
+        for (const QString& name : Scenes::names())
+            files << name + QStringLiteral(".png");
+        files.sort();
+        QStringList pictures =
+            QDir(QStringLiteral(PICTURES_FOLDER)).entryList({"*.png"}, QDir::Files, QDir::Name);
+        // Taken on the practice Mac, by its tour.
+        pictures = pictures.filter(QRegularExpression(QStringLiteral("^(?!tour-)")));
+        QCOMPARE(pictures, files);
+    }
+
+    void pictureShowsTheScene_data()
+    {
+        addColumns<QString>("scene");
+        for (const QString& name : Scenes::names())
+            addRow(qPrintable(name), name);
+    }
+
+    void pictureShowsTheScene()
+    {
+        QFETCH(QString, scene);
+        const QString file = QStringLiteral(PICTURES_FOLDER "/%1.png").arg(scene);
+        const QImage stored(file);
+        const QImage now = pictureOf(scene);
+        QCOMPARE(stored.size(), now.size());
+        QCOMPARE(stored.text(QStringLiteral("Texts")), now.text(QStringLiteral("Texts")));
+        QVERIFY(QFileInfo(file).size() < 100 * 1024);
+    }
+
+    void filmOfTheTourIsAnimatedAndSmall()
+    {
+        QFile film(QStringLiteral(PICTURES_FOLDER "/tour-join.webp"));
+        QVERIFY(film.open(QIODevice::ReadOnly));
+        const QByteArray header = film.read(21);
+        QCOMPARE(header.left(4) + header.mid(8, 8), QByteArray("RIFFWEBPVP8X"));
+        constexpr char animated = 0x02;
+        QVERIFY(header.at(20) & animated);
+        QVERIFY(film.size() < 1500 * 1000);
+    }
 };
-
-void TestPictures::everySceneHasItsPicture()
-{
-    QStringList files;
-    for (const QString& name : Scenes::names())
-        files << name + QStringLiteral(".png");
-    files.sort();
-    QStringList pictures =
-        QDir(QStringLiteral(PICTURES_FOLDER)).entryList({"*.png"}, QDir::Files, QDir::Name);
-    // Taken on the practice Mac, by its tour.
-    pictures = pictures.filter(QRegularExpression(QStringLiteral("^(?!tour-)")));
-    QCOMPARE(pictures, files);
-}
-
-void TestPictures::pictureShowsTheScene_data()
-{
-    QTest::addColumn<QString>("scene");
-    for (const QString& name : Scenes::names())
-        QTest::newRow(qPrintable(name)) << name;
-}
-
-void TestPictures::pictureShowsTheScene()
-{
-    QFETCH(QString, scene);
-    const QString file = QStringLiteral(PICTURES_FOLDER "/%1.png").arg(scene);
-    const QImage stored(file);
-    const QImage now = pictureOf(scene);
-    QCOMPARE(stored.size(), now.size());
-    QCOMPARE(stored.text(QStringLiteral("Texts")), now.text(QStringLiteral("Texts")));
-    QVERIFY(QFileInfo(file).size() < 100 * 1024);
-}
-
-void TestPictures::filmOfTheTourIsAnimatedAndSmall()
-{
-    QFile film(QStringLiteral(PICTURES_FOLDER "/tour-join.webp"));
-    QVERIFY(film.open(QIODevice::ReadOnly));
-    const QByteArray header = film.read(21);
-    QCOMPARE(header.left(4) + header.mid(8, 8), QByteArray("RIFFWEBPVP8X"));
-    constexpr char animated = 0x02;
-    QVERIFY(header.at(20) & animated);
-    QVERIFY(film.size() < 1500 * 1000);
-}
 
 WORLD_TEST_MAIN(TestPictures)
 #include "tst_pictures.moc"

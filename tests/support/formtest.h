@@ -13,11 +13,9 @@ struct FormRow {
 
 inline void addFormRows(std::initializer_list<FormRow> rows)
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QByteArray>("kind");
-    QTest::addColumn<QString>("text");
+    addColumns<QString, QByteArray, QString>("name", "kind", "text");
     for (const FormRow& row : rows)
-        QTest::newRow(row.name) << row.name << QByteArray(row.kind) << QString(row.text);
+        addRow(row.name, row.name, QByteArray(row.kind), QString(row.text));
 }
 
 // Holds a page against the current row.

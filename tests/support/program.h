@@ -46,18 +46,15 @@ public:
     // From the join options through the join's progress, which is the second window, to the end.
     bool join()
     {
-        Answer held;
-        held.reportsPid = true;
-        held.held = true;
-        World::answer("gui_helper_tool", held);
+        World::hold("gui_helper_tool");
         if (!nextRuns("gui_helper_tool"))
             return false;
         progress = session.waitForWindow("Joining");
         World::release("gui_helper_tool");
         return QTest::qWaitFor([this] { return session.windows() == QStringList{wizard}; }, 20000);
     }
-    // Presses again as a person would: the window manager misses keys while it takes the keyboard
-    // over from the server's first use of it, and the wizard forgets those that come during a step.
+    // Presses again as a person would: the window manager misses keys until the X server has set
+    // the keyboard up, and the wizard ignores those that come during a step.
     bool close(const QString& key = "alt+F4") const
     {
         for (int press = 0; press < 5; ++press) {

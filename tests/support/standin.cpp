@@ -126,7 +126,7 @@ int main(int argc, char** argv)
     }
     writeAll(STDERR_FILENO, answer.errors);
     writeAll(STDOUT_FILENO, answer.output);
-    // Ends with the test, too: one that was killed releases no tool.
+    // A held tool ends with its test, too, as a test that was killed releases nothing.
     const pid_t caller = getppid();
     while (exists(path + ".held") && getppid() == caller)
         usleep(1000);

@@ -6,11 +6,11 @@
 // The introduction: "join your Mac to your", "Domain" or "leave your Mac from your", "domain".
 inline QString greeting(const QString& verb, const QString& noun)
 {
-    return QStringLiteral("Welcome to the Morvanta Join Assistant.  This assistant will help you "
-                          "%1 Active Directory %2.  We will require an Active Directory "
-                          "Administrator's username and password during this process.  If you do "
-                          "not know one, please find your Active Directory Administrator to "
-                          "provide the necessary information.")
+    return QStringLiteral(
+               "Welcome to the Morvanta Join Assistant.  This assistant will help you %1 Active "
+               "Directory %2.  We will require an Active Directory Administrator's username and "
+               "password during this process.  If you do not know one, please find your Active "
+               "Directory Administrator to provide the necessary information.")
         .arg(verb, noun);
 }
 

@@ -50,7 +50,7 @@ public:
         waitUntilFree();
         return texts;
     }
-    // During a step nothing can be pressed; the entry About shows it from its begin to its end.
+    // During a step nothing can be pressed; the entry About is disabled as long.
     void waitUntilFree() const
     {
         const auto* about = wizard.findChild<QAction*>();
@@ -71,6 +71,17 @@ public:
     {
         return child<Widget>(currentPage(), name);
     }
+    QString text(const QString& edit) const
+    {
+        return on<QLineEdit>(edit)->text();
+    }
+    QStringList texts(const QStringList& edits) const
+    {
+        QStringList found;
+        for (const QString& edit : edits)
+            found << text(edit);
+        return found;
+    }
     void type(const QString& edit, const QString& text) const
     {
         on<QLineEdit>(edit)->setText(text);
@@ -81,7 +92,9 @@ public:
     {
         on<QAbstractButton>(name)->click();
     }
-    void enterCredentials(const QString& domain, const QString& user, const QString& password) const
+    void enterCredentials(const QString& domain = QStringLiteral("example.test"),
+                          const QString& user = QStringLiteral("admin"),
+                          const QString& password = QStringLiteral("secret")) const
     {
         type(QStringLiteral("DomainEdit"), domain);
         type(QStringLiteral("UsernameEdit"), user);
@@ -99,12 +112,10 @@ public:
     {
         next();
     }
-    void goToJoinOptions(const QString& domain = QStringLiteral("example.test"),
-                         const QString& user = QStringLiteral("admin"),
-                         const QString& password = QStringLiteral("secret"))
+    template <typename... Credentials> void goToJoinOptions(const Credentials&... credentials)
     {
         goToCredentials();
-        enterCredentials(domain, user, password);
+        enterCredentials(credentials...);
         next();
     }
 

@@ -16,8 +16,8 @@
 
 namespace {
 
-// The world's own folder is in one that the world covers for the tools' sake, so that no other
-// folder of the machine has to make room for it.
+// The world's own folder lies below one that is covered in any case, as the agent's tools are
+// there, so that no further folder of the machine has to be covered.
 const QString share = QStringLiteral("/usr/local/share");
 const QString world = share + QStringLiteral("/test-world");
 // The machine's files as they are without the world.
@@ -89,7 +89,7 @@ void linkOriginals(const QString& folder)
         QFile::link(original.filePath(name), folder + '/' + name);
 }
 
-// Whatever is mounted on the machine shows below the world's folder, but not that folder itself.
+// Below it all files of the machine are seen, mounted ones as well, but for the covered folder.
 void makeOwnFolder()
 {
     mountFolder(share);
@@ -122,9 +122,9 @@ QStringList Call::words() const
 
 void World::enter()
 {
-    // Ignored signals are inherited: a test could not hang its tools up.
+    // A signal that is ignored here would be ignored by the tools, which inherit that.
     signal(SIGHUP, SIG_DFL);
-    // A test may start a test program: the links to what is covered lead into the first world only.
+    // A test program that a test has started stays in the world of that test.
     if (QFile::exists(standin)) {
         reset();
         return;

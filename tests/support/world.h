@@ -52,6 +52,11 @@ void makeWritable(const QString& folder, const QString& options = {});
 void reset();
 
 void answer(const QString& command, const Answer& answer);
+// Has the tool print this, and end with success at release(). The helper tool tells its id first.
+inline void hold(const QString& command, const QByteArray& output = {})
+{
+    answer(command, {output, {}, 0, 0, command.startsWith("gui_helper_tool"), true});
+}
 // Lets a held tool end.
 void release(const QString& command);
 

@@ -198,13 +198,12 @@ QByteArray rest(FILE* stream)
 
 void addRefusedRuns()
 {
-    QTest::addColumn<QString>("missing");
-    QTest::addColumn<int>("prompt");
-    QTest::newRow("tool missing") << "dsconfigad" << 0;
-    QTest::newRow("prompt missing") << "authorization_prompt" << 0;
-    QTest::newRow("prompt cancelled") << "" << 1;
-    QTest::newRow("right denied") << "" << 2;
-    QTest::newRow("prompt failed") << "" << 3;
+    addColumns<QString, int>("missing", "prompt");
+    addRow("tool missing", "dsconfigad", 0);
+    addRow("prompt missing", "authorization_prompt", 0);
+    addRow("prompt cancelled", "", 1);
+    addRow("right denied", "", 2);
+    addRow("prompt failed", "", 3);
 }
 
 void refuseRuns()

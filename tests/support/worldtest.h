@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/support/datarows.h"
 #include "tests/support/world.h"
 
 #include <QApplication>

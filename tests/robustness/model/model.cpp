@@ -28,7 +28,7 @@ View Rules::take(const Step& step)
 {
     commands.clear();
     dialogs.clear();
-    // Consent lapses before a prompt that is not answered with yes can come up again.
+    // A new prompt comes up only when the earlier consent has lapsed.
     if (step.outcome == Outcome::Cancelled || step.outcome == Outcome::Denied)
         consented = false;
     switch (step.act) {

@@ -87,8 +87,8 @@ QMap<QString, QString> Rules::widgets() const
         return {{"Leave_label", greeting("leave your Mac from your", "domain")},
                 {"Domain_label", "You are currently joined to " + on.greetedDomain}};
     case 2:
-        return {{"label", "This machine is currently joined using Apple's Directory Utility to "
-                          "the domain:"},
+        return {{"label",
+                 "This machine is currently joined using Apple's Directory Utility to the domain:"},
                 {"ADName", on.boundName},
                 {"label_3", "To unbind from Apple's Directory Utility and use Morvanta Join "
                             "Assistant to join your domain, enter an Active Directory "
@@ -104,20 +104,20 @@ QMap<QString, QString> Rules::widgets() const
                 {"UsernameEdit", edit(on.user)},
                 {"label_3", "Active Directory Password:"},
                 {"PasswordEdit", edit(on.password)},
-                {"label_4", "Please enter the name of your Active Directory domain to join, and "
-                            "an Active Directory administrator's username and password."}};
+                {"label_4", "Please enter the name of your Active Directory domain to join, and an "
+                            "Active Directory administrator's username and password."}};
     case 4: {
         QMap<QString, QString> seen = {
             {"AutoButton", choice("Auto", on.automatic)},
-            {"label_2", "Recommended for most installations.  All Active Directory users can "
-                        "login to your Mac.  User attributes such as UID, GID and home directory "
-                        "will be created automatically."},
+            {"label_2", "Recommended for most installations.  All Active Directory users can login "
+                        "to your Mac.  User attributes such as UID, GID and home directory will be "
+                        "created automatically."},
             {"ZoneButton", choice("Zone", !on.automatic)},
             {"ZoneEdit", edit(on.zone)},
-            {"label_4", "Recommended for installations in which fine-grained access control is "
-                        "required.  You must enter a name of a Zone that was previously created "
-                        "using the Morvanta Access Manager.  Example of a zone name would be "
-                        "\"MacZone\"."},
+            {"label_4",
+             "Recommended for installations in which fine-grained access control is required.  You "
+             "must enter a name of a Zone that was previously created using the Morvanta Access "
+             "Manager.  Example of a zone name would be \"MacZone\"."},
             {"label_5", "Computer Name: "},
             {"ComputerNameEdit", edit(on.computer)},
             {"AdvancedButton", choice("", on.advanced)},

@@ -94,9 +94,9 @@ struct Walk {
 // Runs the branch in a fork and waits for it.
 template <typename Branch> void fork(const QStringList& path, const QString& step, Branch branch)
 {
-    // No event may have announced itself over the descriptor that all forks share: one of them
-    // would take the announcement, and the others wait for it. With a time to keep to, events are
-    // processed until there are none.
+    // All forks share the descriptor by which the event loop is woken. What waits in it now would
+    // wake only one of them, so all events are handled before; with a time limit processEvents()
+    // goes on until there are none.
     QCoreApplication::processEvents(QEventLoop::AllEvents, 1000);
     const pid_t child = ::fork();
     if (child == 0) {

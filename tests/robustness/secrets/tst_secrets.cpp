@@ -133,261 +133,254 @@ public slots:
     }
 
 private slots:
-    void initTestCase();
-    void passwordGoesOnlyWhereItHasTo_data();
-    void passwordGoesOnlyWhereItHasTo();
-    void processesShowItOnlyWhereTheyHaveTo_data();
-    void processesShowItOnlyWhereTheyHaveTo();
-    void editsDontGiveItAway();
-    void richTextFetchesAndOpensNothing_data();
-    void richTextFetchesAndOpensNothing();
+    // A folder for temporary files, and a home, to which nobody else adds any: what comes there, we
+    // have made.
+    void initTestCase()
+    {
+        World::makeWritable("/tmp");
+        qputenv("HOME", "/tmp");
+        // For the fonts, which the system notes in the home of a user who may not write its own
+        // notes.
+        qputenv("XDG_CACHE_HOME", World::home().toUtf8());
+    }
+
+    void passwordGoesOnlyWhereItHasTo_data()
+    {
+        addColumns<bool>("succeeds");
+        addRow("success", true);
+        addRow("failure", false);
+    }
+
+    void passwordGoesOnlyWhereItHasTo()
+    {
+        QFETCH(bool, succeeds);
+        const rlim_t core = coreLimit();
+        const QStringList before = temporaryFiles();
+        QString seen;
+        QStringList shown;
+        const auto look = [&] { seen += windowTexts() + environmentTexts(); };
+        const auto answer = [&](const char* command, bool helper) {
+            Answer given;
+            given.output = "It says something\n";
+            given.exitStatus = succeeds ? 0 : 7;
+            given.reportsPid = helper;
+            World::answer(command, given);
+        };
+        {
+            World::setBound();
+            WizardDriver driver;
+            driver.next();
+            driver.type("ADUser", "admin");
+            driver.type("ADPass", sentinel);
+            look();
+            if (!succeeds) {
+                answer("mvedit check_domain_cred.tcl", false);
+                shown += driver.next();
+                World::answer("mvedit check_domain_cred.tcl", Answer());
+            }
+            shown += driver.next();
+            QCOMPARE(driver.page(), 3);
+            look();
+            shown += driver.next();
+            QCOMPARE(driver.page(), 4);
+            answer("mvedit mvedit_file_arg.tcl", false);
+            answer("gui_helper_tool", true);
+            driver.on<QAbstractButton>("AdvancedButton")->click();
+            shown += warningsDuring([&] {
+                auto* browse = driver.on<QPushButton>("ContainerDNBrowse");
+                browse->click();
+                QTRY_COMPARE(World::callsOf("mvedit").last().arguments.size(), 4);
+                QTRY_VERIFY(QApplication::activeModalWidget() == nullptr);
+            });
+            look();
+            shown += driver.next();
+            QCOMPARE(driver.page(), succeeds ? 7 : 4);
+            look();
+        }
+        {
+            World::setJoined();
+            World::answer("dsconfigad -show", Answer());
+            WizardDriver driver;
+            driver.next();
+            driver.type("UsernameEdit", "admin");
+            driver.type("PasswordEdit", sentinel);
+            look();
+            shown += driver.next();
+            look();
+            QCOMPARE(driver.page(), succeeds ? 7 : 6);
+        }
+        seen += shown.join('\n') + messages().join('\n');
+        QVERIFY2(!seen.contains(sentinel), "the password is to be seen");
+        QVERIFY(!seen.contains(sentinel.toUtf8().toBase64()));
+        QCOMPARE(temporaryFiles(), before);
+        QCOMPARE(coreLimit(), core);
+
+        // On command lines it is one whole argument, and only at the places that the tools give it.
+        QStringList places;
+        const QList<Call> calls = World::calls();
+        for (const Call& call : calls) {
+            const QStringList words = call.words();
+            for (int i = 0; i < words.size(); ++i) {
+                if (!words.at(i).contains(sentinel))
+                    continue;
+                QCOMPARE(words.at(i), sentinel);
+                places << words.first() + ' ' + words.at(1).section('/', -1) + ' ' +
+                              QString::number(i);
+            }
+        }
+        places.removeDuplicates();
+        QCOMPARE(places, QStringList({"mvedit check_domain_cred.tcl 4", "dsconfigad -r 6",
+                                      "mvedit mvedit_file_arg.tcl 4", "gui_helper_tool mvjoin 5",
+                                      "gui_helper_tool mvleave 5"}));
+    }
+
+    void processesShowItOnlyWhereTheyHaveTo_data()
+    {
+        passwordGoesOnlyWhereItHasTo_data();
+    }
+
+    // Each tool is held while all processes are looked at, the shell that runs it included.
+    void processesShowItOnlyWhereTheyHaveTo()
+    {
+        QFETCH(bool, succeeds);
+        const auto placesWhile = [&](const QString& command, const std::function<void()>& action) {
+            Answer held;
+            held.output = "It says something\n";
+            held.exitStatus = succeeds ? 0 : 7;
+            held.reportsPid = command.startsWith("gui_helper_tool");
+            held.held = true;
+            World::answer(command, held);
+            World::forgetCalls();
+            QStringList places;
+            std::thread look([&] {
+                while (!isRunning(command))
+                    std::this_thread::yield();
+                places = placesOf(sentinel.toUtf8());
+                World::release(command);
+            });
+            action();
+            look.join();
+            World::answer(command, Answer());
+            places.sort();
+            return places;
+        };
+        const auto placesAtNext = [&](const QString& user, const QString& password,
+                                      const QString& command) {
+            WizardDriver driver;
+            driver.next();
+            driver.type(user, "admin");
+            driver.type(password, sentinel);
+            return placesWhile(command, [&] { driver.next(); });
+        };
+        const QString check = "mvedit check_domain_cred.tcl";
+        const QStringList ofTheCheck = {"mvedit 4", "sh 2"};
+
+        World::setBound();
+        QCOMPARE(placesAtNext("ADUser", "ADPass", check), ofTheCheck);
+        QCOMPARE(placesAtNext("ADUser", "ADPass", "dsconfigad -r"), QStringList("dsconfigad 6"));
+        {
+            World::reset();
+            WizardDriver driver;
+            driver.next();
+            driver.type("DomainEdit", "example.test");
+            driver.type("UsernameEdit", "admin");
+            driver.type("PasswordEdit", sentinel);
+            QCOMPARE(placesWhile(check, [&] { driver.next(); }), ofTheCheck);
+            if (!succeeds)
+                driver.next();
+            QCOMPARE(driver.page(), 4);
+            driver.on<QAbstractButton>("AdvancedButton")->click();
+            QCOMPARE(placesWhile("mvedit mvedit_file_arg.tcl",
+                                 [&] {
+                                     warningsDuring([&] {
+                                         driver.on<QPushButton>("ContainerDNBrowse")->click();
+                                         QTRY_VERIFY(QApplication::activeModalWidget() == nullptr);
+                                     });
+                                 }),
+                     QStringList("mvedit 4"));
+            QCOMPARE(placesWhile("gui_helper_tool mvjoin", [&] { driver.next(); }),
+                     QStringList("gui_helper_tool 5"));
+        }
+        World::setJoined();
+        QCOMPARE(placesAtNext("UsernameEdit", "PasswordEdit", check), ofTheCheck);
+        QCOMPARE(placesAtNext("UsernameEdit", "PasswordEdit", "gui_helper_tool mvleave"),
+                 QStringList("gui_helper_tool 5"));
+    }
+
+    void editsDontGiveItAway()
+    {
+        World::setBound();
+        WizardDriver driver;
+        const QMap<int, QString> edits = {{2, "ADPass"}, {3, "PasswordEdit"}, {6, "PasswordEdit"}};
+        for (auto edit = edits.cbegin(); edit != edits.cend(); ++edit)
+            child<QLineEdit>(driver.wizard.page(edit.key()), edit.value())->setText(sentinel);
+        QVERIFY(!windowTexts().contains(sentinel));
+        for (const int page : edits.keys())
+            QVERIFY(!copies(driver.wizard.page(page)).contains(sentinel));
+    }
+
+    void richTextFetchesAndOpensNothing_data()
+    {
+        addColumns<QString>("markup");
+        addRow("remote image", "<p>x<img src=\"http://127.0.0.1:%1/x.png\"></p>");
+        addRow("local image", "<p>x<img src=\"file://%2/x.png\"></p>");
+        addRow("image by its path", "<p>x<img src=\"%2/x.png\"></p>");
+        addRow("style sheet",
+               "<html><head><link rel=\"stylesheet\" href=\"%2/x.css\"></head>x</html>");
+        addRow("background", "<body background=\"%2/x.png\">x</body>");
+        addRow("link to a page", "<a href=\"http://127.0.0.1:%1/\">xxxxxxxxxxxxxxxxxxxx</a>");
+        addRow("link to a file", "<a href=\"file://%2/x.html\">xxxxxxxxxxxxxx</a>");
+    }
+
+    void richTextFetchesAndOpensNothing()
+    {
+        QFETCH(QString, markup);
+        const QString bait = World::file("bait");
+        QVERIFY(QDir().mkdir(bait));
+        for (const char* name : {"x.png", "x.css", "x.html"})
+            QVERIFY(QFile(bait + '/' + name).open(QIODevice::WriteOnly));
+        QTcpServer server;
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+        markup.replace("%1", QString::number(server.serverPort())).replace("%2", bait);
+        const Opened opened(bait);
+        for (const char* scheme : {"http", "file"})
+            QDesktopServices::setUrlHandler(scheme, this, "noteUrl");
+
+        // In a warning, with a click on its text.
+        QString shown;
+        withModalDialogs([&] { showWarning(markup); },
+                         [&](QWidget* warning) {
+                             auto* browser = child<QTextBrowser>(warning, "WarningLabel");
+                             browser->grab();
+                             QTest::mouseClick(browser->viewport(), Qt::LeftButton, {}, {40, 12});
+                             shown = browser->toPlainText();
+                             warning->close();
+                         });
+        QVERIFY(shown.contains('x'));
+
+        // On the pages that show what a tool has printed, where it is no markup at all.
+        World::setJoined(markup.toUtf8(), markup.toUtf8(), markup.toUtf8());
+        {
+            WizardDriver driver;
+            driver.wizard.grab();
+            QVERIFY(visibleTexts(driver.currentPage()).last().endsWith(markup));
+            driver.next();
+            driver.wizard.grab();
+            QVERIFY(visibleTexts(driver.currentPage()).contains(markup));
+            for (const char* name : {"ComputerName_Val", "ActiveDirectory_Val", "JoinedZone_Val"})
+                QCOMPARE(driver.on<QLabel>(name)->textFormat(), Qt::PlainText);
+        }
+        QTest::qWait(20);
+        for (const char* scheme : {"http", "file"})
+            QDesktopServices::unsetUrlHandler(scheme);
+        QVERIFY(!server.hasPendingConnections());
+        QVERIFY(!opened.any());
+        QCOMPARE(urls, QList<QUrl>());
+    }
 
 private:
     QList<QUrl> urls;
 };
-
-// A folder for temporary files, and a home, to which nobody else adds any: what comes there, we
-// have made.
-void TestSecrets::initTestCase()
-{
-    World::makeWritable("/tmp");
-    qputenv("HOME", "/tmp");
-    // For the fonts, which the system notes in the home of a user who may not write its own notes.
-    qputenv("XDG_CACHE_HOME", World::home().toUtf8());
-}
-
-void TestSecrets::passwordGoesOnlyWhereItHasTo_data()
-{
-    QTest::addColumn<bool>("succeeds");
-    QTest::newRow("success") << true;
-    QTest::newRow("failure") << false;
-}
-
-void TestSecrets::passwordGoesOnlyWhereItHasTo()
-{
-    QFETCH(bool, succeeds);
-    const rlim_t core = coreLimit();
-    const QStringList before = temporaryFiles();
-    QString seen;
-    QStringList shown;
-    const auto look = [&] { seen += windowTexts() + environmentTexts(); };
-    const auto answer = [&](const char* command, bool helper) {
-        Answer given;
-        given.output = "It says something\n";
-        given.exitStatus = succeeds ? 0 : 7;
-        given.reportsPid = helper;
-        World::answer(command, given);
-    };
-    {
-        World::setBound();
-        WizardDriver driver;
-        driver.next();
-        driver.type("ADUser", "admin");
-        driver.type("ADPass", sentinel);
-        look();
-        if (!succeeds) {
-            answer("mvedit check_domain_cred.tcl", false);
-            shown += driver.next();
-            World::answer("mvedit check_domain_cred.tcl", Answer());
-        }
-        shown += driver.next();
-        QCOMPARE(driver.page(), 3);
-        look();
-        shown += driver.next();
-        QCOMPARE(driver.page(), 4);
-        answer("mvedit mvedit_file_arg.tcl", false);
-        answer("gui_helper_tool", true);
-        driver.on<QAbstractButton>("AdvancedButton")->click();
-        shown += warningsDuring([&] {
-            auto* browse = driver.on<QPushButton>("ContainerDNBrowse");
-            browse->click();
-            QTRY_COMPARE(World::callsOf("mvedit").last().arguments.size(), 4);
-            QTRY_VERIFY(QApplication::activeModalWidget() == nullptr);
-        });
-        look();
-        shown += driver.next();
-        QCOMPARE(driver.page(), succeeds ? 7 : 4);
-        look();
-    }
-    {
-        World::setJoined();
-        World::answer("dsconfigad -show", Answer());
-        WizardDriver driver;
-        driver.next();
-        driver.type("UsernameEdit", "admin");
-        driver.type("PasswordEdit", sentinel);
-        look();
-        shown += driver.next();
-        look();
-        QCOMPARE(driver.page(), succeeds ? 7 : 6);
-    }
-    seen += shown.join('\n') + messages().join('\n');
-    QVERIFY2(!seen.contains(sentinel), "the password is to be seen");
-    QVERIFY(!seen.contains(sentinel.toUtf8().toBase64()));
-    QCOMPARE(temporaryFiles(), before);
-    QCOMPARE(coreLimit(), core);
-
-    // On command lines it is one whole argument, and only at the places that the tools give it.
-    QStringList places;
-    const QList<Call> calls = World::calls();
-    for (const Call& call : calls) {
-        const QStringList words = call.words();
-        for (int i = 0; i < words.size(); ++i) {
-            if (!words.at(i).contains(sentinel))
-                continue;
-            QCOMPARE(words.at(i), sentinel);
-            places << words.first() + ' ' + words.at(1).section('/', -1) + ' ' + QString::number(i);
-        }
-    }
-    places.removeDuplicates();
-    QCOMPARE(places, QStringList({"mvedit check_domain_cred.tcl 4", "dsconfigad -r 6",
-                                  "mvedit mvedit_file_arg.tcl 4", "gui_helper_tool mvjoin 5",
-                                  "gui_helper_tool mvleave 5"}));
-}
-
-void TestSecrets::processesShowItOnlyWhereTheyHaveTo_data()
-{
-    passwordGoesOnlyWhereItHasTo_data();
-}
-
-// Each tool is held while all processes are looked at, the shell that runs it included.
-void TestSecrets::processesShowItOnlyWhereTheyHaveTo()
-{
-    QFETCH(bool, succeeds);
-    const auto placesWhile = [&](const QString& command, const std::function<void()>& action) {
-        Answer held;
-        held.output = "It says something\n";
-        held.exitStatus = succeeds ? 0 : 7;
-        held.reportsPid = command.startsWith("gui_helper_tool");
-        held.held = true;
-        World::answer(command, held);
-        World::forgetCalls();
-        QStringList places;
-        std::thread look([&] {
-            while (!isRunning(command))
-                std::this_thread::yield();
-            places = placesOf(sentinel.toUtf8());
-            World::release(command);
-        });
-        action();
-        look.join();
-        World::answer(command, Answer());
-        places.sort();
-        return places;
-    };
-    const auto placesAtNext = [&](const QString& user, const QString& password,
-                                  const QString& command) {
-        WizardDriver driver;
-        driver.next();
-        driver.type(user, "admin");
-        driver.type(password, sentinel);
-        return placesWhile(command, [&] { driver.next(); });
-    };
-    const QString check = "mvedit check_domain_cred.tcl";
-    const QStringList ofTheCheck = {"mvedit 4", "sh 2"};
-
-    World::setBound();
-    QCOMPARE(placesAtNext("ADUser", "ADPass", check), ofTheCheck);
-    QCOMPARE(placesAtNext("ADUser", "ADPass", "dsconfigad -r"), QStringList("dsconfigad 6"));
-    {
-        World::reset();
-        WizardDriver driver;
-        driver.next();
-        driver.type("DomainEdit", "example.test");
-        driver.type("UsernameEdit", "admin");
-        driver.type("PasswordEdit", sentinel);
-        QCOMPARE(placesWhile(check, [&] { driver.next(); }), ofTheCheck);
-        if (!succeeds)
-            driver.next();
-        QCOMPARE(driver.page(), 4);
-        driver.on<QAbstractButton>("AdvancedButton")->click();
-        QCOMPARE(placesWhile("mvedit mvedit_file_arg.tcl",
-                             [&] {
-                                 warningsDuring([&] {
-                                     driver.on<QPushButton>("ContainerDNBrowse")->click();
-                                     QTRY_VERIFY(QApplication::activeModalWidget() == nullptr);
-                                 });
-                             }),
-                 QStringList("mvedit 4"));
-        QCOMPARE(placesWhile("gui_helper_tool mvjoin", [&] { driver.next(); }),
-                 QStringList("gui_helper_tool 5"));
-    }
-    World::setJoined();
-    QCOMPARE(placesAtNext("UsernameEdit", "PasswordEdit", check), ofTheCheck);
-    QCOMPARE(placesAtNext("UsernameEdit", "PasswordEdit", "gui_helper_tool mvleave"),
-             QStringList("gui_helper_tool 5"));
-}
-
-void TestSecrets::editsDontGiveItAway()
-{
-    World::setBound();
-    WizardDriver driver;
-    const QMap<int, QString> edits = {{2, "ADPass"}, {3, "PasswordEdit"}, {6, "PasswordEdit"}};
-    for (auto edit = edits.cbegin(); edit != edits.cend(); ++edit)
-        child<QLineEdit>(driver.wizard.page(edit.key()), edit.value())->setText(sentinel);
-    QVERIFY(!windowTexts().contains(sentinel));
-    for (const int page : edits.keys())
-        QVERIFY(!copies(driver.wizard.page(page)).contains(sentinel));
-}
-
-void TestSecrets::richTextFetchesAndOpensNothing_data()
-{
-    QTest::addColumn<QString>("markup");
-    QTest::newRow("remote image") << "<p>x<img src=\"http://127.0.0.1:%1/x.png\"></p>";
-    QTest::newRow("local image") << "<p>x<img src=\"file://%2/x.png\"></p>";
-    QTest::newRow("image by its path") << "<p>x<img src=\"%2/x.png\"></p>";
-    QTest::newRow("style sheet")
-        << "<html><head><link rel=\"stylesheet\" href=\"%2/x.css\"></head>x</html>";
-    QTest::newRow("background") << "<body background=\"%2/x.png\">x</body>";
-    QTest::newRow("link to a page") << "<a href=\"http://127.0.0.1:%1/\">xxxxxxxxxxxxxxxxxxxx</a>";
-    QTest::newRow("link to a file") << "<a href=\"file://%2/x.html\">xxxxxxxxxxxxxx</a>";
-}
-
-void TestSecrets::richTextFetchesAndOpensNothing()
-{
-    QFETCH(QString, markup);
-    const QString bait = World::file("bait");
-    QVERIFY(QDir().mkdir(bait));
-    for (const char* name : {"x.png", "x.css", "x.html"})
-        QVERIFY(QFile(bait + '/' + name).open(QIODevice::WriteOnly));
-    QTcpServer server;
-    QVERIFY(server.listen(QHostAddress::LocalHost));
-    markup.replace("%1", QString::number(server.serverPort())).replace("%2", bait);
-    const Opened opened(bait);
-    for (const char* scheme : {"http", "file"})
-        QDesktopServices::setUrlHandler(scheme, this, "noteUrl");
-
-    // In a warning, with a click on its text.
-    QString shown;
-    withModalDialogs([&] { showWarning(markup); },
-                     [&](QWidget* warning) {
-                         auto* browser = child<QTextBrowser>(warning, "WarningLabel");
-                         browser->grab();
-                         QTest::mouseClick(browser->viewport(), Qt::LeftButton, {}, {40, 12});
-                         shown = browser->toPlainText();
-                         warning->close();
-                     });
-    QVERIFY(shown.contains('x'));
-
-    // On the pages that show what a tool has printed, where it is no markup at all.
-    World::setJoined(markup.toUtf8(), markup.toUtf8(), markup.toUtf8());
-    {
-        WizardDriver driver;
-        driver.wizard.grab();
-        QVERIFY(visibleTexts(driver.currentPage()).last().endsWith(markup));
-        driver.next();
-        driver.wizard.grab();
-        QVERIFY(visibleTexts(driver.currentPage()).contains(markup));
-        for (const char* name : {"ComputerName_Val", "ActiveDirectory_Val", "JoinedZone_Val"})
-            QCOMPARE(driver.on<QLabel>(name)->textFormat(), Qt::PlainText);
-    }
-    QTest::qWait(20);
-    for (const char* scheme : {"http", "file"})
-        QDesktopServices::unsetUrlHandler(scheme);
-    QVERIFY(!server.hasPendingConnections());
-    QVERIFY(!opened.any());
-    QCOMPARE(urls, QList<QUrl>());
-}
 
 WORLD_TEST_MAIN(TestSecrets)
 #include "tst_secrets.moc"

@@ -107,8 +107,7 @@ bool soak(const char* name, int count, qint64 allowed, const std::function<void(
                        after.windows == before.windows && after.children == before.children &&
                        grown <= allowed * count + caches;
     printf("%-4s %5d %-9s descriptors %+d, threads %+d, children %+d, windows %+d, memory %+lld "
-           "bytes each "
-           "(up to %lld are kept), %lld ms\n",
+           "bytes each (up to %lld are kept), %lld ms\n",
            level ? "ok" : "BAD", count, name, after.descriptors - before.descriptors,
            after.threads - before.threads, after.children - before.children,
            after.windows - before.windows, grown / qMax(count, 1), allowed, clock.elapsed());
