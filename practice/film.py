@@ -1,5 +1,5 @@
 """Films a screen: what is seen on it as an animated picture, with the keys that are pressed and the
-clicks of the pointer drawn in. Its time is its own: a wait is as long in it as a viewer likes it."""
+clicks of the pointer drawn in. A wait lasts only as long in the film as a viewer likes it."""
 import mmap
 import struct
 import subprocess
