@@ -140,6 +140,24 @@ private slots:
                  QByteArray("The domain controller dc1.example.test did not answer. Server is busy "
                             "(51)\n"));
     }
+
+    void helperRunsNothingButTheAgentsTools_data()
+    {
+        addColumns<QStringList>("arguments");
+        addRow("another tool", QStringList{"/bin/echo", "run"});
+        addRow("no tool", QStringList());
+    }
+
+    void helperRunsNothingButTheAgentsTools()
+    {
+        QFETCH(QStringList, arguments);
+        QProcess helper;
+        helper.start("/usr/local/share/morvantad/libexec/gui_helper_tool", arguments);
+        QVERIFY(helper.waitForFinished());
+        QVERIFY(helper.exitCode() != 0);
+        QCOMPARE(helper.readAllStandardOutput(), QByteArray());
+        QVERIFY(helper.readAllStandardError().startsWith("usage: gui_helper_tool "));
+    }
 };
 
 DOMAIN_TEST_MAIN(TestPracticeMac)

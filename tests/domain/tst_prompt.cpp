@@ -43,6 +43,8 @@ private slots:
         const QStringList texts = visibleTexts(&prompt);
         QVERIFY(texts.contains("Morvanta Join Assistant wants to make changes."));
         QVERIFY(texts.filter("dsconfigad").size() == 1);
+        QVERIFY(texts.contains("User Name:"));
+        QVERIFY(texts.contains("Password:"));
         QCOMPARE(prompt.findChildren<QLineEdit*>().at(1)->echoMode(), QLineEdit::Password);
     }
 
