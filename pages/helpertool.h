@@ -33,7 +33,13 @@ int runBehind(QDialog* progress, Page* page, int (Page::*run)(char**), void (Pag
         QObject::connect(page, finished, &loop, &QEventLoop::quit);
         // Handed over in an atomic, behind which all that the function wrote is in order, too.
         std::atomic<int> returned{abnormalToolEnd};
-        QFuture<int> end = QtConcurrent::run([&] { return returned = (page->*run)(args); });
+        QFuture<int> end = QtConcurrent::run([&] {
+            // It only waits for the tool; Qt 6 paints with the pool, which may have one thread.
+            QThreadPool::globalInstance()->releaseThread();
+            returned = (page->*run)(args);
+            QThreadPool::globalInstance()->reserveThread();
+            return returned.load();
+        });
         loop.exec();
         end.waitForFinished();
         status = returned;

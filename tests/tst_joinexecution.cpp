@@ -250,6 +250,12 @@ private slots:
         QVERIFY(worker != nullptr);
         QVERIFY(worker != QThread::currentThread());
     }
+
+    void thePoolServesOthersMeanwhile()
+    {
+        JoinDriver driver;
+        compareThreadsMeanwhile(driver);
+    }
 };
 
 WORLD_TEST_MAIN(TestJoinExecution)

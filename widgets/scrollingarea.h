@@ -15,8 +15,12 @@ public:
         setWidgetResizable(true);
         viewport()->setAutoFillBackground(false);
         connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
-            if (now != nullptr && widget()->isAncestorOf(now))
-                ensureWidgetVisible(now);
+            if (now == nullptr || !widget()->isAncestorOf(now))
+                return;
+            ensureWidgetVisible(now);
+            // Of an edit, that shows the cursor alone.
+            const QPoint middle = now->mapTo(widget(), now->rect().center());
+            ensureVisible(middle.x(), middle.y(), 0, now->height() / 2 + 1);
         });
     }
 

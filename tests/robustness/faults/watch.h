@@ -10,10 +10,10 @@
 class Leftovers
 {
 public:
-    // Notes how many descriptors there are, once the pool's threads are idle.
+    // Notes how many descriptors there are, once the pool's threads have ended.
     Leftovers();
-    // What differs from then: descriptors, threads outside the pool, child processes, windows.
-    // Waits until the pool is idle; a row whose pool stays busy hangs.
+    // What differs from then: descriptors, threads, child processes, windows. Waits until the
+    // pool's threads have ended; a row whose pool stays busy hangs.
     QStringList left() const;
 
 private:
