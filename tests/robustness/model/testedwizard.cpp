@@ -16,7 +16,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTextBrowser>
-#include <QThreadPool>
 #include <QTimer>
 #include <QTreeView>
 
@@ -218,8 +217,6 @@ View TestedWizard::take(const Step& step, const Machine& machine)
     const auto* about = child<QAction>(wizard.get(), "");
     while (!about->isEnabled())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    // No thread may be left when this process forks.
-    QThreadPool::globalInstance()->waitForDone();
 
     View view;
     if (wizard->isVisible()) {

@@ -98,6 +98,8 @@ template <typename Branch> void fork(const QStringList& path, const QString& ste
     // wake only one of them, so all events are handled before; with a time limit processEvents()
     // goes on until there are none.
     QCoreApplication::processEvents(QEventLoop::AllEvents, 1000);
+    // The fork would not have the pool's threads, with which Qt 6 paints.
+    QThreadPool::globalInstance()->waitForDone();
     const pid_t child = ::fork();
     if (child == 0) {
         branch();
