@@ -83,8 +83,7 @@ private slots:
                           entry("CFBundleShortVersionString", "1.2") +
                           entry("CFBundleVersion", "345") +
                           entry("NSHumanReadableCopyright", "\xc2\xa9 Somebody"));
-        QCOMPARE(texts(),
-                 QStringList({"A Name", "Version 1.2 (345)", QString::fromUtf8("© Somebody")}));
+        QCOMPARE(texts(), QStringList({"A Name", "Version 1.2 (345)", QString("© Somebody")}));
     }
 
     void shipsThePropertyListItReads()
@@ -94,7 +93,7 @@ private slots:
         QVERIFY(QRegularExpression("\\AVersion \\d+(\\.\\d+)+ \\(\\d+\\)\\z")
                     .match(texts().at(1))
                     .hasMatch());
-        QVERIFY(texts().at(2).startsWith(QString::fromUtf8("Copyright ©")));
+        QVERIFY(texts().at(2).startsWith(QString("Copyright ©")));
     }
 
     // A copy of this program in a folder of another name finds the list where its own test puts it.

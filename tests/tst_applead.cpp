@@ -6,7 +6,7 @@
 
 namespace {
 
-const QString unbound = QStringLiteral("You are unbound from Apple's Active Directory plugin.");
+const QString unbound = "You are unbound from Apple's Active Directory plugin.";
 
 // On the page of a Mac that the system itself has bound to example.test.
 class UnbindDriver : public WizardDriver
@@ -139,7 +139,7 @@ private slots:
                 "head\nActive Directory Domain = one.test\nActive Directory Domain = two.test\n"),
             "two.test");
         addRow("non-ASCII", QByteArray("head\nActive Directory Domain = exämple.test\n"),
-               QString::fromUtf8("exämple.test"));
+               "exämple.test");
         addRow("first line loses its first four characters",
                QByteArray("Active Directory Domain = example.test\n"), "");
         addRow("other case", QByteArray("head\nactive directory domain = example.test\n"), "");

@@ -214,7 +214,7 @@ private slots:
         addRow("several", QStringList{"-u", "admin", "-p", "secret"});
         addRow("empty", QStringList{"", "a", ""});
         addRow("shell characters", QStringList{"a  b", "'", "\"", "$HOME", "`id`", "%1", "*"});
-        addRow("not ASCII", QStringList{QString::fromUtf8("Zoë 東京 🙂")});
+        addRow("not ASCII", QStringList{"Zoë 東京 🙂"});
         addRow("32,767 characters", QStringList{QString(32767, QChar(0x6771))});
     }
 

@@ -10,8 +10,8 @@ Q_DECLARE_METATYPE(CNBROWSER_ERROR)
 
 namespace {
 
-const QString refusal = QStringLiteral("The selected distinguished name(DN) is not a container "
-                                       "object.  Please reselect (e.g. OU or CN)");
+const QString refusal = "The selected distinguished name(DN) is not a container object.  Please "
+                        "reselect (e.g. OU or CN)";
 
 // The browser, and what it has reported.
 class Browser
@@ -241,8 +241,7 @@ private slots:
                "O=Example");
         addRow("a blank before DC", QByteArray("OU=a, DC=com\n"), " DC=com", " DC=com");
         addRow("quotes and more", QByteArray("OU=it's \"%1\" $x \u6771,DC=com\n"),
-               QString::fromUtf8("OU=it's \"%1\" $x 東"),
-               QString::fromUtf8("OU=it's \"%1\" $x 東,DC=com"));
+               "OU=it's \"%1\" $x 東", "OU=it's \"%1\" $x 東,DC=com");
     }
 
     void chosenContainerIsReportedAsItsName()

@@ -72,7 +72,7 @@ private slots:
         addRow("place marker", "%1");
         addRow("later place marker", "%2.test");
         addRow("blanks and quotes", " ex'ample \"test\" ");
-        addRow("not ASCII", QString::fromUtf8("m\u00fcnchen.test"));
+        addRow("not ASCII", "m\u00fcnchen.test");
         addRow("markup", "<b>example</b>");
         addRow("long", QString(32767, 'x'));
     }

@@ -6,7 +6,7 @@ namespace {
 
 const QString longest(32767, 'x');
 
-const QString unbound = QStringLiteral("You are unbound from Apple's Active Directory plugin.");
+const QString unbound = "You are unbound from Apple's Active Directory plugin.";
 
 // Values that a shell, a template or a fixed buffer could take for something else.
 void addValues()
@@ -21,7 +21,7 @@ void addValues()
     addRow("shell operators", "a;b&c|d>e<f(g)h{i}#j!k*l?m[n]~");
     addRow("place markers", "%1 %2 %3 %4 %5 %6 %7 %8 %9 %10 %L1 %%");
     addRow("print formats", "%s %n %d");
-    addRow("non-ASCII", QString::fromUtf8("größe 漢字 пароль 🔑"));
+    addRow("non-ASCII", "größe 漢字 пароль 🔑");
     addRow("an option", "--help");
 }
 

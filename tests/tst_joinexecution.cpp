@@ -73,8 +73,8 @@ private slots:
     {
         answerHelper(QByteArray("Joining\n") + QByteArray(1500, 'x') + "\nUnbekannt: größer", 8);
         JoinDriver driver;
-        QCOMPARE(driver.next(), QStringList{"Joining\n" + QString(1500, 'x') +
-                                            QString::fromUtf8("\nUnbekannt: größer")});
+        QCOMPARE(driver.next(),
+                 QStringList{"Joining\n" + QString(1500, 'x') + QString("\nUnbekannt: größer")});
         QCOMPARE(driver.page(), 4);
     }
 

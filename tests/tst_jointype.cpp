@@ -13,7 +13,7 @@ const QStringList advanced{"AliasEdit",        "AliasLabel",        "ContainerDN
                            "ContainerDNLabel", "ContainerDNBrowse", "PDSEdit",
                            "PDSLabel",         "ForceLeave",        "AppleUIDCheck"};
 
-const QString containerScript = QStringLiteral("mvedit mvedit_file_arg.tcl");
+const QString containerScript = "mvedit mvedit_file_arg.tcl";
 
 // Notes the names of the widgets that are shown or hidden, in order.
 class VisibilityLog : public QObject
@@ -141,7 +141,7 @@ private slots:
         addRow("blank inside the first part", QByteArray("my mac.local\n"), "");
         addRow("blank after the first part", QByteArray("my-mac.a b\n"), "my-mac");
         addRow("only a domain", QByteArray(".local\n"), "");
-        addRow("non-ASCII", QByteArray("büro-mac\n"), QString::fromUtf8("büro-mac"));
+        addRow("non-ASCII", QByteArray("büro-mac\n"), "büro-mac");
         addRow("nothing", QByteArray(), "");
     }
 

@@ -59,7 +59,7 @@ private slots:
         LeaveDriver driver;
         QCOMPARE(driver.page(), 6);
         QCOMPARE(textOf(driver, "ActiveDirectory_Val"), QString("example.test\n"));
-        QCOMPARE(textOf(driver, "JoinedZone_Val"), QString::fromUtf8(" Zone/Größe \n\n"));
+        QCOMPARE(textOf(driver, "JoinedZone_Val"), QString(" Zone/Größe \n\n"));
         QCOMPARE(textOf(driver, "ComputerName_Val"), QString("<b>my-mac</b>"));
     }
 

@@ -8,7 +8,7 @@
 
 namespace {
 
-const QString prompt = QStringLiteral("/usr/libexec/authorization_prompt");
+const QString prompt = "/usr/libexec/authorization_prompt";
 
 // The prompt is answered in another process while the wizard waits, so its answer is fixed before.
 void answerPromptLike(const QString& program)
@@ -34,36 +34,33 @@ QString PracticeMac::run(const QString& program, const QStringList& arguments)
 
 QString PracticeMac::script(const QString& name)
 {
-    return QStringLiteral(PRACTICE_SCRIPTS "/") + name;
+    return QString(PRACTICE_SCRIPTS "/") + name;
 }
 
 Computer PracticeMac::directoryOn(const QString& computerName)
 {
     QMap<QString, QString> said;
-    const QStringList lines =
-        run(script(QStringLiteral("ask_directory")), {computerName}).split(QLatin1Char('\n'));
+    const QStringList lines = run(script("ask_directory"), {computerName}).split(QLatin1Char('\n'));
     for (const QString& line : lines)
-        said.insert(line.section(QStringLiteral(": "), 0, 0),
-                    line.section(QStringLiteral(": "), 1));
-    return {said.value(QStringLiteral("distinguished name")), said.value(QStringLiteral("state")),
-            said.value(QStringLiteral("service names")).split(QStringLiteral(", ")),
-            said.value(QStringLiteral("description"))};
+        said.insert(line.section(": ", 0, 0), line.section(": ", 1));
+    return {said.value("distinguished name"), said.value("state"),
+            said.value("service names").split(", "), said.value("description")};
 }
 
 void PracticeMac::consent()
 {
-    answerPromptLike(QStringLiteral("/bin/true"));
+    answerPromptLike("/bin/true");
 }
 
 void PracticeMac::cancelConsent()
 {
-    answerPromptLike(QStringLiteral("/bin/false"));
+    answerPromptLike("/bin/false");
 }
 
 bool PracticeMac::isJoined()
 {
     QProcess agent;
-    agent.start(QStringLiteral("/usr/local/bin/mvinfo"), {QStringLiteral("-d")});
+    agent.start("/usr/local/bin/mvinfo", {"-d"});
     return agent.waitForFinished() && agent.exitCode() == 0;
 }
 
@@ -73,27 +70,27 @@ void DomainTest::goToJoin(WizardDriver* wizard, const QString& computerName, con
     wizard->enterCredentials(PracticeMac::domain, user, PracticeMac::password);
     QCOMPARE(wizard->next().join('\n'), QString());
     QCOMPARE(wizard->page(), 4);
-    wizard->type(QStringLiteral("ComputerNameEdit"), computerName);
+    wizard->type("ComputerNameEdit", computerName);
 }
 
 void DomainTest::joinMac(const QString& computerName)
 {
-    PracticeMac::run(QStringLiteral("/usr/local/sbin/mvjoin"),
+    PracticeMac::run("/usr/local/sbin/mvjoin",
                      {"-u", PracticeMac::administrator, "-p", PracticeMac::password,
                       PracticeMac::domain, "-w", "-n", computerName});
 }
 
 void DomainTest::initTestCase()
 {
-    QVERIFY2(QFile::exists(QStringLiteral("/var/lib/practice-domain")),
+    QVERIFY2(QFile::exists(QString("/var/lib/practice-domain")),
              "This test runs on the practice Mac: use practice/mac");
 }
 
 void DomainTest::init()
 {
     if (PracticeMac::isJoined())
-        PracticeMac::run(QStringLiteral("/usr/local/sbin/mvleave"), {QStringLiteral("-f")});
-    QFile::remove(QStringLiteral("/var/lib/directory_plugin/binding"));
+        PracticeMac::run("/usr/local/sbin/mvleave", {"-f"});
+    QFile::remove("/var/lib/directory_plugin/binding");
     PracticeMac::consent();
     g_pProcess->setupauth();
     joining = false;

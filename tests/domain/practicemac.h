@@ -31,11 +31,11 @@ bool isJoined();
 // Where the repository's scripts for the practice Mac are.
 QString script(const QString& name);
 
-const QString domain = QStringLiteral("example.test");
-const QString base = QStringLiteral("DC=example,DC=test");
-const QString administrator = QStringLiteral("Administrator");
+const QString domain = "example.test";
+const QString base = "DC=example,DC=test";
+const QString administrator = "Administrator";
 // Of all users of the domain.
-const QString password = QStringLiteral("Practice.1");
+const QString password = "Practice.1";
 
 } // namespace PracticeMac
 

@@ -11,7 +11,7 @@ const char* const path = "/usr/local/bin:/usr/local/sbin:/usr/bin:/bin:/usr/sbin
 
 QString resource(const QString& name)
 {
-    return QStringLiteral(
+    return QString(
                "/Applications/Utilities/Morvanta/Morvanta Join Assistant.app/Contents/Resources/") +
            name;
 }
@@ -43,8 +43,7 @@ QString ScriptResult::firstLine() const
 
 void ScriptTest::startScript(QProcess* process, const QString& script, const QStringList& arguments)
 {
-    process->start(QStringLiteral("/usr/local/bin/mvedit"),
-                   QStringList(resource(script)) + arguments);
+    process->start("/usr/local/bin/mvedit", QStringList(resource(script)) + arguments);
 }
 
 ScriptResult ScriptTest::runScript(const QString& script, const QStringList& arguments)
@@ -61,12 +60,12 @@ ScriptResult ScriptTest::runScript(const QString& script, const QStringList& arg
 
 ScriptResult ScriptTest::check(const QString& domain, const QString& user, const QString& password)
 {
-    return runScript(QStringLiteral("check_domain_cred.tcl"), {domain, user, password});
+    return runScript("check_domain_cred.tcl", {domain, user, password});
 }
 
 ScriptResult ScriptTest::list(const QString& password)
 {
-    return runScript(QStringLiteral("mvedit_file_arg.tcl"),
+    return runScript("mvedit_file_arg.tcl",
                      {PracticeMac::domain, PracticeMac::administrator, password});
 }
 
@@ -85,10 +84,9 @@ void ScriptTest::checkRefusal(const ScriptResult& result, const QString& sentenc
 QString ScriptTest::runTcl(const QString& program)
 {
     QTemporaryDir folder;
-    const QString file = folder.filePath(QStringLiteral("program.tcl"));
-    write(file, "source {" + resource(QStringLiteral("domain_session.tcl")).toUtf8() + "}\n" +
-                    program.toUtf8());
-    return PracticeMac::run(QStringLiteral("/usr/bin/tclsh"), {file}).trimmed();
+    const QString file = folder.filePath("program.tcl");
+    write(file, "source {" + resource("domain_session.tcl").toUtf8() + "}\n" + program.toUtf8());
+    return PracticeMac::run("/usr/bin/tclsh", {file}).trimmed();
 }
 
 void ScriptTest::standIn(const QString& tool, const QByteArray& script)
@@ -101,15 +99,15 @@ void ScriptTest::standIn(const QString& tool, const QByteArray& script)
 void ScriptTest::note(const QStringList& names)
 {
     for (const QString& tool : names)
-        standIn(tool, QStringLiteral("echo \"%1 $*\" >>%2/calls\n"
-                                     "PATH=%3 exec %1 \"$@\"\n")
+        standIn(tool, QString("echo \"%1 $*\" >>%2/calls\n"
+                              "PATH=%3 exec %1 \"$@\"\n")
                           .arg(tool, tools->path(), QLatin1String(path))
                           .toUtf8());
 }
 
 QStringList ScriptTest::noted() const
 {
-    return QString::fromUtf8(contents(tools->filePath(QStringLiteral("calls"))))
+    return QString::fromUtf8(contents(tools->filePath("calls")))
         .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
@@ -122,7 +120,7 @@ void ScriptTest::rewrite(const QString& path, const QByteArray& text)
 
 QString ScriptTest::testScript(const QString& name)
 {
-    return QStringLiteral(DOMAIN_TESTS "/") + name;
+    return QString(DOMAIN_TESTS "/") + name;
 }
 
 void ScriptTest::init()

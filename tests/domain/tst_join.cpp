@@ -89,16 +89,14 @@ private slots:
                QStringList{"OU=Departments", " Marketing", "OU=Sales\\"},
                "OU=Sales\\, Marketing,OU=Departments");
         addRow("OU with umlauts",
-               QStringList{"OU=Europe", "OU=Berlin", "OU=Users",
-                           QString::fromUtf8("OU=Geschäftsführung")},
-               QString::fromUtf8("OU=Geschäftsführung,OU=Users,OU=Berlin,OU=Europe"));
+               QStringList{"OU=Europe", "OU=Berlin", "OU=Users", "OU=Geschäftsführung"},
+               "OU=Geschäftsführung,OU=Users,OU=Berlin,OU=Europe");
         addRow("OU below an apostrophe",
                QStringList{"OU=Europe", "OU=Dublin", "OU=St. Stephen's Green", "OU=Macs"},
                "OU=Macs,OU=St. Stephen's Green,OU=Dublin,OU=Europe");
         addRow("CN container", QStringList{"CN=Kiosk Macs", "CN=Lobby"}, "CN=Lobby,CN=Kiosk Macs");
-        addRow("CN container with an accent",
-               QStringList{"CN=Kiosk Macs", QString::fromUtf8("CN=Café")},
-               QString::fromUtf8("CN=Café,CN=Kiosk Macs"));
+        addRow("CN container with an accent", QStringList{"CN=Kiosk Macs", "CN=Café"},
+               "CN=Café,CN=Kiosk Macs");
     }
 
     void joinsAContainerPickedFromTheTree()

@@ -51,13 +51,13 @@ QRect placeBeside(const QWidget* other, const QWidget* widget)
 
 QString sizes(const QString& what, int given, int needed)
 {
-    return QStringLiteral("%1 is %2, needs %3").arg(what).arg(given).arg(needed);
+    return QString("%1 is %2, needs %3").arg(what).arg(given).arg(needed);
 }
 
 int widestWord(const QWidget* widget, const QString& text)
 {
     int widest = 0;
-    for (const QString& word : text.split(QRegularExpression(QStringLiteral("\\s+"))))
+    for (const QString& word : text.split(QRegularExpression("\\s+")))
         widest = qMax(widest, widget->fontMetrics().horizontalAdvance(word));
     return widest;
 }
@@ -78,20 +78,20 @@ void measureWrapped(const QWidget* widget, const QString& text, QStringList* fou
     const bool breaksWords = dynamic_cast<const WrappingLabel*>(widget) != nullptr;
     const int word = breaksWords ? 0 : widestWord(widget, text);
     if (widget->width() < word)
-        *found << sizes(QStringLiteral("width"), widget->width(), word);
+        *found << sizes("width", widget->width(), word);
     const int height = widget->heightForWidth(widget->width());
     if (widget->height() < height)
-        *found << sizes(QStringLiteral("height"), widget->height(), height);
+        *found << sizes("height", widget->height(), height);
     else if (lacksLines(widget, text))
-        *found << QStringLiteral("it has no room for all lines");
+        *found << QString("it has no room for all lines");
 }
 
 void measureHint(const QWidget* widget, const QSize& needed, QStringList* found)
 {
     if (widget->width() < needed.width())
-        *found << sizes(QStringLiteral("width"), widget->width(), needed.width());
+        *found << sizes("width", widget->width(), needed.width());
     if (widget->height() < needed.height())
-        *found << sizes(QStringLiteral("height"), widget->height(), needed.height());
+        *found << sizes("height", widget->height(), needed.height());
 }
 
 // An edit scrolls what is typed, but shows a useful part of it and all of its placeholder.
@@ -128,7 +128,7 @@ QStringList measured(const QWidget* widget)
         if (qobject_cast<const QScrollArea*>(parent->parentWidget()) != nullptr)
             break;
         if (!parent->rect().contains({widget->mapTo(parent, QPoint()), widget->size()}))
-            found << QStringLiteral("it lies partly outside of ") + parent->objectName();
+            found << QString("it lies partly outside of ") + parent->objectName();
         if (parent->isWindow())
             break;
     }
@@ -137,8 +137,8 @@ QStringList measured(const QWidget* widget)
 
 QString described(const QWidget* widget)
 {
-    return QStringLiteral("%1 %2").arg(QLatin1String(widget->metaObject()->className()),
-                                       widget->objectName());
+    return QString("%1 %2").arg(QLatin1String(widget->metaObject()->className()),
+                                widget->objectName());
 }
 
 } // namespace
@@ -155,13 +155,13 @@ QStringList clippings(const QWidget* window)
         if (QScrollArea* area = scrolling(window, widgets.at(i)))
             area->ensureWidgetVisible(widgets.at(i), 0, 0);
         for (const QString& finding : measured(widgets.at(i)))
-            found << described(widgets.at(i)) + QStringLiteral(": ") + finding;
+            found << described(widgets.at(i)) + QString(": ") + finding;
         for (int j = i + 1; j < widgets.size(); ++j) {
             const bool nested = widgets.at(i)->isAncestorOf(widgets.at(j)) ||
                                 widgets.at(j)->isAncestorOf(widgets.at(i));
             if (!nested && placeBeside(widgets.at(j), widgets.at(i))
                                .intersects(placeBeside(widgets.at(i), widgets.at(j))))
-                found << described(widgets.at(i)) + QStringLiteral(" overlaps with ") +
+                found << described(widgets.at(i)) + QString(" overlaps with ") +
                              described(widgets.at(j));
         }
     }

@@ -54,7 +54,7 @@ QString visibleTextsOf(const QWidget* window)
 
 QImage pictureOf(const QString& scene)
 {
-    QApplication::setFont(QFont(QStringLiteral("Inter"), 13));
+    QApplication::setFont(QFont("Inter", 13));
     QPalette light(QColor(0xec, 0xec, 0xec));
     light.setColor(QPalette::Highlight, QColor(0x0a, 0x66, 0xd8));
     QApplication::setPalette(light);
@@ -63,6 +63,6 @@ QImage pictureOf(const QString& scene)
     const auto opened = Scenes::open(scene);
     QCoreApplication::processEvents();
     QImage picture = opened->window()->grab().toImage().convertToFormat(QImage::Format_RGB32);
-    picture.setText(QStringLiteral("Texts"), visibleTextsOf(opened->window()));
+    picture.setText("Texts", visibleTextsOf(opened->window()));
     return picture;
 }

@@ -11,29 +11,29 @@ namespace {
 QString fontOf(const QWidget* widget)
 {
     const QFont font = widget->font();
-    return QString::number(font.pointSize()) + (font.bold() ? QStringLiteral(" bold") : QString());
+    return QString::number(font.pointSize()) + (font.bold() ? QString(" bold") : QString());
 }
 
 QString stateOf(const QWidget* widget)
 {
     QStringList state;
     if (!widget->isEnabled())
-        state << QStringLiteral("disabled");
+        state << QString("disabled");
     if (const auto* button = qobject_cast<const QAbstractButton*>(widget)) {
         if (button->isChecked())
-            state << QStringLiteral("checked");
+            state << QString("checked");
     }
     if (const auto* label = qobject_cast<const QLabel*>(widget)) {
         state << QString::fromLatin1(
             QMetaEnum::fromType<Qt::Alignment>().valueToKeys(label->alignment()));
         if (label->wordWrap())
-            state << QStringLiteral("wraps");
+            state << QString("wraps");
         if (label->buddy() != nullptr)
-            state << QStringLiteral("of ") + label->buddy()->objectName();
+            state << QString("of ") + label->buddy()->objectName();
     }
     if (!widget->accessibleName().isEmpty())
         state << '"' + widget->accessibleName() + '"';
-    return state.join(QStringLiteral(", "));
+    return state.join(", ");
 }
 
 // A form's own name, or the class of a widget that has none.
@@ -46,7 +46,7 @@ QString nameOf(const QWidget* widget)
 QString placeOf(const QWidget* widget)
 {
     const QPoint corner = widget->mapTo(widget->window(), QPoint());
-    return QStringLiteral("%1 %2,%3 %4x%5 %6 %7")
+    return QString("%1 %2,%3 %4x%5 %6 %7")
         .arg(nameOf(widget))
         .arg(corner.x())
         .arg(corner.y())
@@ -60,11 +60,11 @@ QString placeOf(const QWidget* widget)
 
 QString placesOf(const QString& scene)
 {
-    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 13));
+    QApplication::setFont(QFont("DejaVu Sans", 13));
     const auto opened = Scenes::open(scene);
     QCoreApplication::processEvents();
     const QWidget* window = opened->window();
-    QStringList places{QStringLiteral("\"%1\" %2x%3")
+    QStringList places{QString("\"%1\" %2x%3")
                            .arg(window->windowTitle())
                            .arg(window->width())
                            .arg(window->height())};

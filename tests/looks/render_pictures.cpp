@@ -6,7 +6,7 @@ namespace {
 
 void writePlaces(const QString& scene, const QString& folder)
 {
-    QFile file(QStringLiteral("%1/%2.txt").arg(folder, scene));
+    QFile file(QString("%1/%2.txt").arg(folder, scene));
     if (!file.open(QIODevice::WriteOnly))
         qFatal("%s can't be written", qPrintable(file.fileName()));
     file.write(placesOf(scene).toUtf8());
@@ -24,7 +24,7 @@ int main(int argc, char** argv)
     if (argc != 3)
         qFatal("usage: render_pictures PICTURES PLACES");
     for (const QString& name : Scenes::names()) {
-        const QString file = QStringLiteral("%1/%2.png").arg(QString::fromLocal8Bit(argv[1]), name);
+        const QString file = QString("%1/%2.png").arg(QString::fromLocal8Bit(argv[1]), name);
         // As small as it gets without loss.
         if (!pictureOf(name).save(file, "PNG", 0))
             qFatal("%s can't be written", qPrintable(file));

@@ -86,7 +86,7 @@ std::unique_ptr<Page> credentials()
 
 std::unique_ptr<Page> joinOptions(const Setting& setting)
 {
-    World::answer(QStringLiteral("scutil"), {setting.computer + '\n', ""});
+    World::answer("scutil", {setting.computer + '\n', ""});
     auto page = introduction();
     page->goToJoinOptions(setting.domain);
     return page;
@@ -95,7 +95,7 @@ std::unique_ptr<Page> joinOptions(const Setting& setting)
 std::unique_ptr<Page> advancedOptions(const Setting& setting)
 {
     auto page = joinOptions(setting);
-    page->on<QAbstractButton>(QStringLiteral("AdvancedButton"))->setChecked(true);
+    page->on<QAbstractButton>("AdvancedButton")->setChecked(true);
     return page;
 }
 
@@ -123,7 +123,7 @@ std::unique_ptr<Page> leave(const Setting& setting)
 std::unique_ptr<Page> leaveWithoutContact(const Setting& setting)
 {
     auto page = leave(setting);
-    page->on<QRadioButton>(QStringLiteral("radioButton_3"))->click();
+    page->on<QRadioButton>("radioButton_3")->click();
     return page;
 }
 
@@ -145,16 +145,16 @@ Opened containerBrowser(const Setting& setting)
 {
     Answer tree;
     tree.output = containers;
-    World::answer(QStringLiteral("mvedit"), tree);
+    World::answer("mvedit", tree);
     auto scene = std::make_unique<DialogScene<cnbrowser>>(nullptr);
     bool drawn = false;
     QObject::connect(&scene->dialog, &cnbrowser::treeDrawingDone, [&drawn] { drawn = true; });
-    scene->dialog.setDomainInfo(setting.domain, QStringLiteral("admin"), QStringLiteral("secret"));
+    scene->dialog.setDomainInfo(setting.domain, "admin", "secret");
     scene->dialog.createTree();
     if (!QTest::qWaitFor([&drawn] { return drawn; }))
         qFatal("The container tree is not drawn");
     scene->dialog.disconnect();
-    scene->dialog.findChild<QTreeView*>()->keyboardSearch(QStringLiteral("OU=M"));
+    scene->dialog.findChild<QTreeView*>()->keyboardSearch("OU=M");
     return scene;
 }
 

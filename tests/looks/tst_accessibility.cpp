@@ -27,7 +27,7 @@ void noteAlert(QAccessibleEvent* event)
     if (event->type() != QAccessible::Alert)
         return;
     const QAccessibleInterface* source = event->accessibleInterface();
-    announcements << source->text(QAccessible::Name) + QStringLiteral(": ") +
+    announcements << source->text(QAccessible::Name) + QString(": ") +
                          source->text(QAccessible::Description);
 }
 
@@ -150,20 +150,18 @@ private slots:
 
     void choicesAreReadWithTheirDescriptions()
     {
-        const auto opened = Scenes::open(QStringLiteral("join-options"));
+        const auto opened = Scenes::open("join-options");
         const auto read = [&](const char* name) {
             auto* widget = child<QWidget>(opened->content(), QString::fromLatin1(name));
             return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Description);
         };
-        QVERIFY(
-            read("AutoButton").startsWith(QStringLiteral("Recommended for most installations.")));
-        QVERIFY(read("ZoneButton")
-                    .startsWith(QStringLiteral("Recommended for installations in which")));
+        QVERIFY(read("AutoButton").startsWith(QString("Recommended for most installations.")));
+        QVERIFY(read("ZoneButton").startsWith(QString("Recommended for installations in which")));
     }
 
     void shortcutsAreTold()
     {
-        const auto opened = Scenes::open(QStringLiteral("join-options-advanced"));
+        const auto opened = Scenes::open("join-options-advanced");
         for (const char* name :
              {"AdvancedButton", "ForceLeave", "ContainerDNLabel", "PDSLabel", "AliasLabel"}) {
             auto* button = child<QAbstractButton>(opened->content(), QString::fromLatin1(name));
@@ -205,8 +203,8 @@ private slots:
 
     void warningStartsWithItsMessage()
     {
-        const auto opened = Scenes::open(QStringLiteral("warning-long"));
-        QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("WarningLabel"));
+        const auto opened = Scenes::open("warning-long");
+        QCOMPARE(QApplication::focusWidget()->objectName(), QString("WarningLabel"));
     }
 };
 

@@ -163,8 +163,7 @@ private slots:
             const qreal found = textContrast(picturesOf(opened->window(), widget, widget->rect()));
             QVERIFY2(
                 found >= leastContrast,
-                qPrintable(
-                    QStringLiteral("%1: contrast of %2").arg(widget->objectName()).arg(found)));
+                qPrintable(QString("%1: contrast of %2").arg(widget->objectName()).arg(found)));
             ++texts;
         }
         QVERIFY(texts > 0);
@@ -173,8 +172,8 @@ private slots:
     void faintTextIsFound()
     {
         QApplication::setPalette(macLight());
-        const auto opened = Scenes::open(QStringLiteral("credentials"));
-        auto* label = child<QLabel>(opened->content(), QStringLiteral("label_4"));
+        const auto opened = Scenes::open("credentials");
+        auto* label = child<QLabel>(opened->content(), "label_4");
         QPalette faint;
         faint.setColor(QPalette::WindowText, QColor(0x90, 0x90, 0x90));
         label->setPalette(faint);
@@ -194,8 +193,8 @@ private slots:
     {
         QFETCH(QPalette, palette);
         QApplication::setPalette(palette);
-        const auto opened = Scenes::open(QStringLiteral("containers"));
-        auto* tree = child<QTreeView>(opened->content(), QStringLiteral("browserTree"));
+        const auto opened = Scenes::open("containers");
+        auto* tree = child<QTreeView>(opened->content(), "browserTree");
         tree->setFocus();
         tree->setCurrentIndex(tree->model()->index(0, 0));
         const QRect row = tree->visualRect(tree->currentIndex());
@@ -209,8 +208,8 @@ private slots:
         addColumns<QPalette, QString>("palette", "image");
         for (const char* name :
              {"up", "down", "help", "lock icon", "adlock icon", "blanklock", "Morvanta"}) {
-            addRow(qPrintable(QStringLiteral("%1, light").arg(name)), macLight(), name);
-            addRow(qPrintable(QStringLiteral("%1, dark").arg(name)), macDark(), name);
+            addRow(qPrintable(QString("%1, light").arg(name)), macLight(), name);
+            addRow(qPrintable(QString("%1, dark").arg(name)), macDark(), name);
         }
     }
 
@@ -220,7 +219,7 @@ private slots:
         QFETCH(QPalette, palette);
         QFETCH(QString, image);
         Q_INIT_RESOURCE(Resources);
-        const QImage pixels(QStringLiteral(":/:/%1.png").arg(image));
+        const QImage pixels(QString(":/:/%1.png").arg(image));
         QVERIFY(!pixels.isNull());
         int seen = 0;
         int drawn = 0;
@@ -234,8 +233,7 @@ private slots:
                     ++seen;
             }
         }
-        QVERIFY2(seen * 10 >= drawn * 6,
-                 qPrintable(QStringLiteral("%1 of %2").arg(seen).arg(drawn)));
+        QVERIFY2(seen * 10 >= drawn * 6, qPrintable(QString("%1 of %2").arg(seen).arg(drawn)));
     }
 };
 

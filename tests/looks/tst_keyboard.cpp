@@ -68,14 +68,14 @@ private slots:
 
     void focusComesIntoView()
     {
-        const auto opened = Scenes::open(QStringLiteral("join-options-advanced"));
+        const auto opened = Scenes::open("join-options-advanced");
         const QFont usual = QApplication::font();
         const auto restore = qScopeGuard([&] { QApplication::setFont(usual); });
         QFont big = usual;
         big.setPointSize(24);
         QApplication::setFont(big);
-        auto* last = child<QWidget>(opened->content(), QStringLiteral("AppleUIDCheck"));
-        auto* first = child<QWidget>(opened->content(), QStringLiteral("ContainerDNEdit"));
+        auto* last = child<QWidget>(opened->content(), "AppleUIDCheck");
+        auto* first = child<QWidget>(opened->content(), "ContainerDNEdit");
         const auto isInView = [](const QWidget* widget) {
             return widget->visibleRegion().boundingRect().height() == widget->height();
         };
@@ -107,8 +107,8 @@ private slots:
 
     void download()
     {
-        const auto opened = Scenes::open(QStringLiteral("cloud"));
-        auto* button = child<QPushButton>(opened->content(), QStringLiteral("downloadButton"));
+        const auto opened = Scenes::open("cloud");
+        auto* button = child<QPushButton>(opened->content(), "downloadButton");
         // The page's own slot would open a web browser.
         button->disconnect();
         bool clicked = false;
@@ -126,14 +126,14 @@ private slots:
                              shown = QString::fromLatin1(dialog->metaObject()->className());
                              QTest::keyClick(dialog, Qt::Key_Escape);
                          });
-        QCOMPARE(shown, QStringLiteral("about"));
+        QCOMPARE(shown, QString("about"));
     }
 
     void aboutEntryBesideThePages()
     {
         KeyDriver driver;
         pressKey(Qt::Key_Tab);
-        QCOMPARE(focusName(), QStringLiteral("AboutButton"));
+        QCOMPARE(focusName(), QString("AboutButton"));
         int shown = 0;
         withModalDialogs([] { pressKey(Qt::Key_Space); },
                          [&shown](QWidget* dialog) {
@@ -169,7 +169,7 @@ private slots:
     {
         KeyDriver driver;
         driver.pressReturn();
-        typeText(QStringLiteral("example.test"));
+        typeText("example.test");
         pressKey(Qt::Key_Escape);
         QVERIFY(driver.wizard.isVisible());
         QCOMPARE(driver.page(), 3);
@@ -177,8 +177,8 @@ private slots:
 
     void arrowsScrollTheWarning()
     {
-        const auto opened = Scenes::open(QStringLiteral("warning-long"));
-        auto* text = child<QTextBrowser>(opened->content(), QStringLiteral("WarningLabel"));
+        const auto opened = Scenes::open("warning-long");
+        auto* text = child<QTextBrowser>(opened->content(), "WarningLabel");
         const QRect before = text->cursorRect();
         pressKey(Qt::Key_Down);
         QVERIFY(text->cursorRect() != before);

@@ -16,7 +16,7 @@ private slots:
         QCOMPARE(driver.page(), 4);
         driver.pressReturn();
         QCOMPARE(driver.page(), 7);
-        QCOMPARE(World::callsOf(QStringLiteral("gui_helper_tool")).first().arguments,
+        QCOMPARE(World::callsOf("gui_helper_tool").first().arguments,
                  QStringList({"/usr/local/sbin/mvjoin", "-u", "admin", "-p", "secret",
                               "example.test", "-w", "-n", "my-mac"}));
         pressKey(Qt::Key_Return);
@@ -28,26 +28,26 @@ private slots:
         KeyDriver driver;
         driver.enterCredentials();
         pressKey(Qt::Key_Down);
-        QCOMPARE(focusName(), QStringLiteral("ZoneButton"));
+        QCOMPARE(focusName(), QString("ZoneButton"));
         pressKey(Qt::Key_Tab);
-        typeText(QStringLiteral("MacZone"));
+        typeText("MacZone");
         pressKey(Qt::Key_Tab);
-        retype(QStringLiteral("mac-7"));
+        retype("mac-7");
         driver.toggle(Qt::Key_A, "AdvancedButton");
         driver.toggle(Qt::Key_O, "ForceLeave");
         driver.toggle(Qt::Key_C, "ContainerDNLabel");
         driver.toggle(Qt::Key_P, "PDSLabel");
         driver.toggle(Qt::Key_L, "AliasLabel");
         pressKey(Qt::Key_Tab);
-        typeText(QStringLiteral("OU=Macs,DC=example,DC=test"));
+        typeText("OU=Macs,DC=example,DC=test");
         pressKey(Qt::Key_Tab);
         pressKey(Qt::Key_Tab);
-        typeText(QStringLiteral("dc1"));
+        typeText("dc1");
         pressKey(Qt::Key_Tab);
-        typeText(QStringLiteral("mac-alias"));
+        typeText("mac-alias");
         driver.pressReturn();
         QCOMPARE(
-            World::callsOf(QStringLiteral("gui_helper_tool")).first().arguments,
+            World::callsOf("gui_helper_tool").first().arguments,
             QStringList({"/usr/local/sbin/mvjoin", "-u", "admin", "-p", "secret", "example.test",
                          "-f", "-z", "MacZone", "-c", "OU=Macs,DC=example,DC=test", "-s", "dc1",
                          "-a", "mac-alias", "-n", "mac-7"}));
@@ -58,42 +58,42 @@ private slots:
     {
         KeyDriver driver;
         driver.pressReturn();
-        World::answer(QStringLiteral("mvedit"), {"No such domain\n", "", 1});
-        typeText(QStringLiteral("wrong.test"));
+        World::answer("mvedit", {"No such domain\n", "", 1});
+        typeText("wrong.test");
         QCOMPARE(driver.pressReturn(), QStringList{refusedCheck("No such domain")});
         QCOMPARE(driver.page(), 3);
-        QCOMPARE(focusName(), QStringLiteral("DomainEdit"));
+        QCOMPARE(focusName(), QString("DomainEdit"));
     }
 
     void pickContainer()
     {
         // The display without a desktop has no windows on top of each other.
-        allowWarning(QStringLiteral("does not support raise()"));
+        allowWarning("does not support raise()");
         KeyDriver driver;
         driver.enterCredentials();
-        World::answer(QStringLiteral("mvedit"),
+        World::answer("mvedit",
                       {"OU=Europe,DC=example,DC=test\nOU=Sales,OU=Europe,DC=example,DC=test\n"
                        "OU=Macs,DC=example,DC=test\n",
                        ""});
         driver.toggle(Qt::Key_A, "AdvancedButton");
         for (int i = 0; i < 4; ++i)
             pressKey(Qt::Key_Tab);
-        QCOMPARE(focusName(), QStringLiteral("ContainerDNBrowse"));
+        QCOMPARE(focusName(), QString("ContainerDNBrowse"));
         pressKey(Qt::Key_Space);
         cnbrowser* browser = nullptr;
         QTRY_VERIFY((browser = driver.wizard.findChild<cnbrowser*>()) != nullptr &&
                     browser->isActiveWindow());
-        QCOMPARE(focusName(), QStringLiteral("browserTree"));
-        typeText(QStringLiteral("OU=E"));
+        QCOMPARE(focusName(), QString("browserTree"));
+        typeText("OU=E");
         pressKey(Qt::Key_Right);
         pressKey(Qt::Key_Down);
         pressKey(Qt::Key_Return);
         QTRY_VERIFY(!browser->isVisible());
         driver.activateAgain();
-        QTRY_COMPARE(focusName(), QStringLiteral("ContainerDNEdit"));
-        QCOMPARE(driver.on<QLineEdit>(QStringLiteral("ContainerDNEdit"))->text(),
-                 QStringLiteral("OU=Sales,OU=Europe,DC=example,DC=test"));
-        QVERIFY(driver.on<QCheckBox>(QStringLiteral("ContainerDNLabel"))->isChecked());
+        QTRY_COMPARE(focusName(), QString("ContainerDNEdit"));
+        QCOMPARE(driver.on<QLineEdit>("ContainerDNEdit")->text(),
+                 QString("OU=Sales,OU=Europe,DC=example,DC=test"));
+        QVERIFY(driver.on<QCheckBox>("ContainerDNLabel")->isChecked());
     }
 
     void leave()
@@ -104,12 +104,12 @@ private slots:
         QCOMPARE(driver.page(), 6);
         pressKey(Qt::Key_Down);
         pressKey(Qt::Key_Tab);
-        typeText(QStringLiteral("admin"));
+        typeText("admin");
         pressKey(Qt::Key_Tab);
-        typeText(QStringLiteral("secret"));
+        typeText("secret");
         driver.pressReturn();
         QCOMPARE(driver.page(), 7);
-        QCOMPARE(World::callsOf(QStringLiteral("gui_helper_tool")).first().arguments,
+        QCOMPARE(World::callsOf("gui_helper_tool").first().arguments,
                  QStringList({"/usr/local/sbin/mvleave", "-r", "-u", "admin", "-p", "secret"}));
     }
 
@@ -122,7 +122,7 @@ private slots:
         pressKey(Qt::Key_Down);
         driver.pressReturn();
         QCOMPARE(driver.page(), 7);
-        QCOMPARE(World::callsOf(QStringLiteral("gui_helper_tool")).first().arguments,
+        QCOMPARE(World::callsOf("gui_helper_tool").first().arguments,
                  QStringList({"/usr/local/sbin/mvleave", "-f"}));
     }
 
@@ -132,13 +132,13 @@ private slots:
         KeyDriver driver;
         driver.pressReturn();
         QCOMPARE(driver.page(), 2);
-        typeText(QStringLiteral("admin"));
+        typeText("admin");
         pressKey(Qt::Key_Tab);
-        typeText(QStringLiteral("secret"));
+        typeText("secret");
         QCOMPARE(driver.pressReturn(),
                  QStringList{"You are unbound from Apple's Active Directory plugin."});
         QCOMPARE(driver.page(), 3);
-        QCOMPARE(World::callsOf(QStringLiteral("dsconfigad")).last().arguments,
+        QCOMPARE(World::callsOf("dsconfigad").last().arguments,
                  QStringList({"-r", "-f", "-u", "admin", "-p", "secret"}));
     }
 };

@@ -68,7 +68,7 @@ QStringList clippingsInAllSizes(QWidget* window)
         for (int points = smallest(); points <= largest(); ++points) {
             setFontSize(points);
             for (const QString& finding : clippings(window))
-                found << QStringLiteral("%1 points, %2: %3")
+                found << QString("%1 points, %2: %3")
                              .arg(points)
                              .arg(direction == Qt::LeftToRight ? "left to right" : "right to left")
                              .arg(finding);
@@ -130,32 +130,32 @@ private slots:
     {
         NEEDS_TOOLS();
         setFontSize(10);
-        const auto opened = Scenes::open(QStringLiteral("credentials"));
+        const auto opened = Scenes::open("credentials");
         QCOMPARE(clippings(opened->window()), QStringList());
-        auto* introduction = child<QLabel>(opened->content(), QStringLiteral("label_4"));
+        auto* introduction = child<QLabel>(opened->content(), "label_4");
         introduction->resize(introduction->width(), introduction->height() / 2);
         QCOMPARE(clippings(opened->window()).size(), 1);
         introduction->resize(introduction->width(), opened->window()->height());
         const QStringList found = clippings(opened->window());
-        QVERIFY(!found.filter(QStringLiteral("partly outside")).isEmpty());
-        QVERIFY(!found.filter(QStringLiteral("overlaps with QLabel label_4")).isEmpty());
+        QVERIFY(!found.filter(QString("partly outside")).isEmpty());
+        QVERIFY(!found.filter(QString("overlaps with QLabel label_4")).isEmpty());
     }
 
     void lineEndsAfterATextAreNotSeen()
     {
-        WrappingLabel label(QStringLiteral("example.test"));
+        WrappingLabel label("example.test");
         label.resize(200, 100);
         const QImage alone = label.grab().toImage();
-        label.setText(QStringLiteral("example.test\r\n\n"));
+        label.setText("example.test\r\n\n");
         QCOMPARE(label.grab().toImage(), alone);
     }
 
     void eachLineOfATextHasItsRoom()
     {
         constexpr int width = 300;
-        WrappingLabel label(QStringLiteral("example.test"));
+        WrappingLabel label("example.test");
         const int line = label.heightForWidth(width);
-        label.setText(QStringLiteral("example.test\nand\nmore"));
+        label.setText("example.test\nand\nmore");
         QCOMPARE(label.heightForWidth(width), 3 * line);
         QVERIFY(label.sizeHint().height() == 3 * line);
         QVERIFY(label.sizeHint().width() < 2 * label.fontMetrics().size(0, "example.test").width());
@@ -165,8 +165,8 @@ private slots:
     void aTextIsLaidOutAsFarAsItsTenThousandthCharacter()
     {
         constexpr int width = 300;
-        const int line = WrappingLabel(QStringLiteral("yy")).heightForWidth(width);
-        const QString lines = QStringLiteral("\nx").repeated(4999);
+        const int line = WrappingLabel("yy").heightForWidth(width);
+        const QString lines = QString("\nx").repeated(4999);
         WrappingLabel label("yy" + lines);
         const int height = label.heightForWidth(width);
         QCOMPARE(height, 5000 * line);
@@ -191,7 +191,7 @@ private slots:
     void choicesStandBesideTheirDescriptions()
     {
         NEEDS_TOOLS();
-        const auto opened = Scenes::open(QStringLiteral("join-options-advanced"));
+        const auto opened = Scenes::open("join-options-advanced");
         const auto find = [&](const char* name) {
             return child<QWidget>(opened->content(), QString::fromLatin1(name));
         };
@@ -208,15 +208,15 @@ private slots:
     void chosenContainerIsMarkedFromEdgeToEdge()
     {
         NEEDS_TOOLS();
-        const auto opened = Scenes::open(QStringLiteral("containers"));
-        auto* tree = child<QTreeView>(opened->content(), QStringLiteral("browserTree"));
+        const auto opened = Scenes::open("containers");
+        auto* tree = child<QTreeView>(opened->content(), "browserTree");
         auto* model = qobject_cast<QStandardItemModel*>(tree->model());
         const auto end = [tree] { return tree->visualRect(tree->currentIndex()).right(); };
         QCOMPARE(end(), tree->viewport()->rect().right());
         QVERIFY(!tree->verticalScrollBar()->isVisible());
         // The same beside a vertical scroll bar. A name that needs more room gets a horizontal one.
         for (int i = 0; i < 100; ++i)
-            model->appendRow(new QStandardItem(QStringLiteral("OU=Macs")));
+            model->appendRow(new QStandardItem("OU=Macs"));
         QTRY_VERIFY(tree->verticalScrollBar()->isVisible());
         QTRY_COMPARE(end(), tree->viewport()->rect().right());
         QVERIFY(!tree->horizontalScrollBar()->isVisible());

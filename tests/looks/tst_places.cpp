@@ -14,9 +14,9 @@ private slots:
     {
         QStringList files;
         for (const QString& name : Scenes::names())
-            files << name + QStringLiteral(".txt");
+            files << name + QString(".txt");
         files.sort();
-        QCOMPARE(QDir(QStringLiteral(PLACES_FOLDER)).entryList(QDir::Files, QDir::Name), files);
+        QCOMPARE(QDir(QString(PLACES_FOLDER)).entryList(QDir::Files, QDir::Name), files);
     }
 
     void sceneIsLaidOutAsLaidDown_data()
@@ -29,7 +29,7 @@ private slots:
     void sceneIsLaidOutAsLaidDown()
     {
         QFETCH(QString, scene);
-        QFile file(QStringLiteral(PLACES_FOLDER "/%1.txt").arg(scene));
+        QFile file(QString(PLACES_FOLDER "/%1.txt").arg(scene));
         QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(file.fileName()));
         QStringList laidDown = QString::fromUtf8(file.readAll()).split('\n');
         QStringList seen = placesOf(scene).split('\n');

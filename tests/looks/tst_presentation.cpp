@@ -42,13 +42,13 @@ void verifyIsOver(const QWidget* dialog, const Wizard& wizard)
 // Presses Next on the options of a join or leave; its progress dialog stands over the wizard.
 template <typename Dialog> void verifyProgress(WizardDriver& driver)
 {
-    World::hold(QStringLiteral("gui_helper_tool"));
+    World::hold("gui_helper_tool");
     bool seen = false;
     withModalDialogs([&] { driver.next(); },
                      [&](QWidget* dialog) {
                          seen = qobject_cast<Dialog*>(dialog) != nullptr;
                          verifyIsOver(dialog, driver.wizard);
-                         World::release(QStringLiteral("gui_helper_tool"));
+                         World::release("gui_helper_tool");
                      });
     QVERIFY(seen);
     QCOMPARE(driver.page(), 7);
@@ -91,7 +91,7 @@ private slots:
         World::setJoined();
         WizardDriver driver;
         driver.next();
-        driver.click(QStringLiteral("radioButton_3"));
+        driver.click("radioButton_3");
         verifyProgress<LoadLeave>(driver);
     }
 
@@ -121,10 +121,10 @@ private slots:
     // it loses the focus, as to a warning. Here the edit has the focus and the page stays.
     void nextIsReleasedWhereThePageStays()
     {
-        World::answer(QStringLiteral("mvedit"), {"", "", 1});
+        World::answer("mvedit", {"", "", 1});
         WizardDriver driver;
         driver.goToCredentials();
-        auto* edit = driver.on<QLineEdit>(QStringLiteral("PasswordEdit"));
+        auto* edit = driver.on<QLineEdit>("PasswordEdit");
         edit->setFocus();
         QCOMPARE(warningsDuring([edit] { QTest::keyClick(edit, Qt::Key_Return); }).size(), 1);
         QCOMPARE(driver.page(), 3);
@@ -133,13 +133,13 @@ private slots:
 
     void backgroundIsSharpOnDenseScreens()
     {
-        const auto opened = Scenes::open(QStringLiteral("introduction-join"));
+        const auto opened = Scenes::open("introduction-join");
         QImage shown = opened->window()->grab().toImage().convertToFormat(QImage::Format_RGB32);
         shown.setDevicePixelRatio(1);
         QCOMPARE(shown.size(), QSize(1600, 1200));
         QImage drawn(shown.size(), QImage::Format_RGB32);
         drawn.fill(opened->window()->palette().color(QPalette::Window));
-        QPainter(&drawn).drawImage(0, 0, QImage(QStringLiteral(":/sharp/background.png")));
+        QPainter(&drawn).drawImage(0, 0, QImage(":/sharp/background.png"));
         // The upper part of the picture, above the entry for the About dialog.
         const QRect picture(0, 0, 320, 1000);
         QCOMPARE(shown.copy(picture), drawn.copy(picture));
@@ -148,7 +148,7 @@ private slots:
     void backgroundStandsAtTheRightFromRightToLeft()
     {
         const auto picture = [](int x) {
-            const auto opened = Scenes::open(QStringLiteral("introduction-join"));
+            const auto opened = Scenes::open("introduction-join");
             return opened->window()->grab({x, 0, 170, 500}).toImage();
         };
         const QImage leftToRight = picture(0);

@@ -24,14 +24,14 @@ QString focusName()
 {
     const QWidget* focus = QApplication::focusWidget();
     if (focus == nullptr)
-        return QStringLiteral("nothing");
+        return "nothing";
     if (const auto* wizard = qobject_cast<const QWizard*>(focus->window())) {
         if (focus == wizard->button(QWizard::NextButton))
-            return QStringLiteral("Next");
+            return "Next";
         if (focus == wizard->button(QWizard::BackButton))
-            return QStringLiteral("Back");
+            return "Back";
         if (focus == wizard->button(QWizard::FinishButton))
-            return QStringLiteral("Finish");
+            return "Finish";
     }
     if (const auto* box = qobject_cast<const QDialogButtonBox*>(focus->parentWidget()))
         return box->objectName();
@@ -78,10 +78,10 @@ void KeyDriver::toggle(Qt::Key key, const char* name) const
 void KeyDriver::enterCredentials()
 {
     pressReturn();
-    typeText(QStringLiteral("example.test"));
+    typeText("example.test");
     pressKey(Qt::Key_Tab);
-    retype(QStringLiteral("admin"));
+    retype("admin");
     pressKey(Qt::Key_Tab);
-    typeText(QStringLiteral("secret"));
+    typeText("secret");
     pressReturn();
 }

@@ -13,9 +13,9 @@
 inline QStringList credentialCheck(const QString& domain, const QString& user,
                                    const QString& password)
 {
-    return {QStringLiteral("mvedit"),
-            QStringLiteral("/Applications/Utilities/Morvanta/Morvanta Join Assistant.app/Contents/"
-                           "Resources/check_domain_cred.tcl"),
+    return {"mvedit",
+            "/Applications/Utilities/Morvanta/Morvanta Join Assistant.app/Contents/"
+            "Resources/check_domain_cred.tcl",
             domain, user, password};
 }
 
@@ -92,13 +92,12 @@ public:
     {
         on<QAbstractButton>(name)->click();
     }
-    void enterCredentials(const QString& domain = QStringLiteral("example.test"),
-                          const QString& user = QStringLiteral("admin"),
-                          const QString& password = QStringLiteral("secret")) const
+    void enterCredentials(const QString& domain = "example.test", const QString& user = "admin",
+                          const QString& password = "secret") const
     {
-        type(QStringLiteral("DomainEdit"), domain);
-        type(QStringLiteral("UsernameEdit"), user);
-        type(QStringLiteral("PasswordEdit"), password);
+        type("DomainEdit", domain);
+        type("UsernameEdit", user);
+        type("PasswordEdit", password);
     }
 
     // Begins anew at a page, to which no step has led.

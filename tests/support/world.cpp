@@ -18,13 +18,13 @@ namespace {
 
 // The world's own folder lies below one that is covered in any case, as the agent's tools are
 // there, so that no further folder of the machine has to be covered.
-const QString share = QStringLiteral("/usr/local/share");
-const QString world = share + QStringLiteral("/test-world");
+const QString share = "/usr/local/share";
+const QString world = share + QString("/test-world");
 // The machine's files as they are without the world.
-const QString machine = world + QStringLiteral("/machine");
-const QString standin = world + QStringLiteral("/standin");
+const QString machine = world + QString("/machine");
+const QString standin = world + QString("/standin");
 // Begins anew with each reset.
-const QString state = world + QStringLiteral("/state");
+const QString state = world + QString("/state");
 
 const QMap<QString, QString>& toolPaths()
 {
@@ -265,9 +265,7 @@ void World::replaceByFolder(const QString& tool)
 
 int World::threads()
 {
-    return QDir(QStringLiteral("/proc/self/task"))
-        .entryList(QDir::Dirs | QDir::NoDotAndDotDot)
-        .size();
+    return QDir("/proc/self/task").entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
 }
 
 void World::setJoined(const QByteArray& domain, const QByteArray& zone, const QByteArray& name)

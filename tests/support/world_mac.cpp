@@ -33,7 +33,7 @@ bool World::hasTools()
 
 QString World::file(const QString& name)
 {
-    return folder() + QStringLiteral("/state/") + name;
+    return folder() + QString("/state/") + name;
 }
 
 void World::reset()

@@ -75,11 +75,11 @@ void WorldTest::init()
     unexpected.clear();
     allowed = QStringList{
         // The conclusion page keeps a slot for a widget that its form no longer has.
-        QStringLiteral("No matching signal for on_Enrollcheck_toggled"),
+        QString("No matching signal for on_Enrollcheck_toggled"),
         // The display without a desktop has no order of windows.
-        QStringLiteral("This plugin does not support raise()"),
+        QString("This plugin does not support raise()"),
         // The display without a desktop says so of each window of a fixed size.
-        QStringLiteral("This plugin does not support propagateSizeHints()"),
+        QString("This plugin does not support propagateSizeHints()"),
     };
     previousHandler = qInstallMessageHandler(logMessage);
     descriptorsBefore = openDescriptors();
@@ -126,8 +126,8 @@ QStringList warningsDuring(const std::function<void()>& action)
         auto* warning = qobject_cast<Warning*>(dialog);
         if (warning == nullptr)
             return;
-        texts << child<QTextBrowser>(warning, QStringLiteral("WarningLabel"))->toPlainText();
-        auto* box = child<QDialogButtonBox>(warning, QStringLiteral("buttonBox"));
+        texts << child<QTextBrowser>(warning, "WarningLabel")->toPlainText();
+        auto* box = child<QDialogButtonBox>(warning, "buttonBox");
         QTest::mouseClick(box->button(QDialogButtonBox::Ok), Qt::LeftButton);
     });
     return texts;

@@ -12,7 +12,7 @@ QStringList windowIds(const QByteArray& text)
 {
     QStringList ids;
     QRegularExpressionMatchIterator found =
-        QRegularExpression(QStringLiteral("0x[0-9a-f]+")).globalMatch(QString::fromLatin1(text));
+        QRegularExpression("0x[0-9a-f]+").globalMatch(QString::fromLatin1(text));
     while (found.hasNext())
         ids << QString::number(found.next().captured().toULongLong(nullptr, 16));
     return ids;
@@ -29,23 +29,20 @@ void end(QProcess& process)
 XSession::XSession()
 {
     server.setStandardErrorFile(QProcess::nullDevice());
-    server.start(QStringLiteral("setpriv"),
-                 {"--pdeathsig", "TERM", "Xvfb", "-displayfd", "1", "-screen", "0", "1280x1024x24",
-                  "-nolisten", "tcp", "-noreset"});
+    server.start("setpriv", {"--pdeathsig", "TERM", "Xvfb", "-displayfd", "1", "-screen", "0",
+                             "1280x1024x24", "-nolisten", "tcp", "-noreset"});
     if (!server.waitForReadyRead())
         qFatal("Xvfb did not start");
     display = QLatin1Char(':') + QString::fromLatin1(server.readLine()).trimmed();
 
     windowManager.setProcessEnvironment(environment());
     windowManager.setStandardErrorFile(QProcess::nullDevice());
-    windowManager.start(QStringLiteral("openbox"), {"--sm-disable"});
+    windowManager.start("openbox", {"--sm-disable"});
     const QStringList listOfWindows{"-root", "_NET_CLIENT_LIST"};
-    if (!QTest::qWaitFor(
-            [&] { return ask(QStringLiteral("xprop"), listOfWindows).contains("(WINDOW)"); },
-            20000))
+    if (!QTest::qWaitFor([&] { return ask("xprop", listOfWindows).contains("(WINDOW)"); }, 20000))
         qFatal("openbox did not start");
     watch.setProcessEnvironment(environment());
-    watch.start(QStringLiteral("xprop"), QStringList{"-spy"} + listOfWindows);
+    watch.start("xprop", QStringList{"-spy"} + listOfWindows);
     watch.waitForReadyRead();
 }
 
@@ -59,13 +56,13 @@ XSession::~XSession()
 QProcessEnvironment XSession::environment() const
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("DISPLAY"), display);
-    environment.insert(QStringLiteral("HOME"), World::home());
+    environment.insert("DISPLAY", display);
+    environment.insert("HOME", World::home());
     // Nothing of the user's own session is talked to.
-    environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("disabled:"));
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    environment.insert("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+    environment.insert("QT_QPA_PLATFORM", "xcb");
     // The program draws without OpenGL, whose drivers leak.
-    environment.insert(QStringLiteral("QT_XCB_GL_INTEGRATION"), QStringLiteral("none"));
+    environment.insert("QT_XCB_GL_INTEGRATION", "none");
     return environment;
 }
 
@@ -95,24 +92,22 @@ QString XSession::ask(const QString& tool, const QStringList& arguments) const
 
 QString XSession::title(const QString& window) const
 {
-    return ask(QStringLiteral("xdotool"), {"getwindowname", window});
+    return ask("xdotool", {"getwindowname", window});
 }
 
 QRect XSession::place(const QString& window) const
 {
-    const QStringList lines =
-        ask(QStringLiteral("xdotool"), {"getwindowgeometry", "--shell", window}).split('\n');
+    const QStringList lines = ask("xdotool", {"getwindowgeometry", "--shell", window}).split('\n');
     const auto value = [&lines](const QString& name) {
         return lines.filter(QRegularExpression('^' + name + '=')).value(0).section('=', 1).toInt();
     };
-    return {value(QStringLiteral("X")), value(QStringLiteral("Y")), value(QStringLiteral("WIDTH")),
-            value(QStringLiteral("HEIGHT"))};
+    return {value("X"), value("Y"), value("WIDTH"), value("HEIGHT")};
 }
 
 bool XSession::isInFront(const QString& window, const QString& other) const
 {
     const QStringList stack =
-        windowIds(ask(QStringLiteral("xprop"), {"-root", "_NET_CLIENT_LIST_STACKING"}).toLatin1());
+        windowIds(ask("xprop", {"-root", "_NET_CLIENT_LIST_STACKING"}).toLatin1());
     return stack.contains(other) && stack.indexOf(window) > stack.indexOf(other);
 }
 
@@ -134,30 +129,29 @@ QString XSession::waitForWindow(const QString& title) const
 
 bool XSession::pressIn(const QString& window, const QString& key) const
 {
-    if (!QTest::qWaitFor(
-            [&] { return ask(QStringLiteral("xdotool"), {"getwindowfocus"}) == window; }, 20000))
+    if (!QTest::qWaitFor([&] { return ask("xdotool", {"getwindowfocus"}) == window; }, 20000))
         return false;
-    ask(QStringLiteral("xdotool"), {"key", key});
+    ask("xdotool", {"key", key});
     return true;
 }
 
 void XSession::key(const QStringList& keys) const
 {
-    ask(QStringLiteral("xdotool"), QStringList{"key", "--delay", "1"} + keys);
+    ask("xdotool", QStringList{"key", "--delay", "1"} + keys);
 }
 
 void XSession::pointAt(const QString& window, const QPoint& place) const
 {
-    ask(QStringLiteral("xdotool"),
+    ask("xdotool",
         {"mousemove", "--window", window, QString::number(place.x()), QString::number(place.y())});
 }
 
 void XSession::click() const
 {
-    ask(QStringLiteral("xdotool"), {"click", "1"});
+    ask("xdotool", {"click", "1"});
 }
 
 void XSession::clickInto(const QString& window) const
 {
-    ask(QStringLiteral("xdotool"), {"mousemove", "--window", window, "20", "20", "click", "1"});
+    ask("xdotool", {"mousemove", "--window", window, "20", "20", "click", "1"});
 }

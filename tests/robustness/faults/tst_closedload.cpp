@@ -13,7 +13,7 @@
 namespace {
 
 // A name of this process's own, as other tests run the same script at the same time.
-const QString user = QStringLiteral("admin-%1").arg(getpid());
+const QString user = QString("admin-%1").arg(getpid());
 
 } // namespace
 

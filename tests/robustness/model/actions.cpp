@@ -7,12 +7,11 @@
 namespace Model {
 namespace {
 
-const QString notFound = QStringLiteral("sh: 1: /usr/local/bin/mvedit: not found\n");
-const QString notAContainer = QStringLiteral("The selected distinguished name(DN) is not a "
-                                             "container object.  Please reselect (e.g. OU or CN)");
-const QString scripts =
-    QStringLiteral("/Applications/Utilities/Morvanta/Morvanta Join Assistant.app/Contents/"
-                   "Resources/");
+const QString notFound = "sh: 1: /usr/local/bin/mvedit: not found\n";
+const QString notAContainer = "The selected distinguished name(DN) is not a container object.  "
+                              "Please reselect (e.g. OU or CN)";
+const QString scripts = "/Applications/Utilities/Morvanta/Morvanta Join Assistant.app/Contents/"
+                        "Resources/";
 
 QString firstLine(const QString& text)
 {

@@ -5,13 +5,13 @@
 
 namespace Model {
 
-const QString domain = QStringLiteral("example.test\n");
-const QString zone = QStringLiteral("MacZone\n");
-const QString computer = QStringLiteral("my-mac\n");
-const QString boundDomain = QStringLiteral("bound.test");
-const QString complaint = QStringLiteral("Bad credentials\nof this user\n");
-const QString failure = QStringLiteral("It failed\nfor a reason\n");
-const QString typedMeanwhile = QStringLiteral("x");
+const QString domain = "example.test\n";
+const QString zone = "MacZone\n";
+const QString computer = "my-mac\n";
+const QString boundDomain = "bound.test";
+const QString complaint = "Bad credentials\nof this user\n";
+const QString failure = "It failed\nfor a reason\n";
+const QString typedMeanwhile = "x";
 const QStringList branches = {"DC=test", "DC=example", "OU=Europe", "OU=Sales"};
 
 namespace {

@@ -139,9 +139,9 @@ private:
 
         int option = 1; // page 6
         QString leaveUser, leavePassword;
-        QString leaveDomain = QStringLiteral("placeholder");
-        QString leaveZone = QStringLiteral("placeholder");
-        QString leaveName = QStringLiteral("placeholder");
+        QString leaveDomain = "placeholder";
+        QString leaveZone = "placeholder";
+        QString leaveName = "placeholder";
         QString leaveOutput;
 
         QString report; // page 7

@@ -98,7 +98,7 @@ void answerAs(Outcome outcome)
 
 QString described(const QWidget* widget)
 {
-    const QString end = widget->isEnabled() ? QString() : QStringLiteral(" disabled");
+    const QString end = widget->isEnabled() ? QString() : QString(" disabled");
     if (const auto* label = qobject_cast<const QLabel*>(widget))
         return label->text();
     if (const auto* edit = qobject_cast<const QLineEdit*>(widget))

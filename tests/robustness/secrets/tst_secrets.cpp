@@ -26,7 +26,7 @@
 namespace {
 
 // Of this process alone, since it is looked for among all processes of the machine.
-const QString sentinel = QStringLiteral("s3ntinel-Passw0rd-%1").arg(getpid());
+const QString sentinel = QString("s3ntinel-Passw0rd-%1").arg(getpid());
 
 // The files that are opened below a folder while it lives.
 class Opened
