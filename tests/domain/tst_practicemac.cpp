@@ -141,6 +141,23 @@ private slots:
                             "(51)\n"));
     }
 
+    void agentRefusesAnUnknownOption_data()
+    {
+        addColumns<QString>("tool");
+        addRow("join", QString("mvjoin"));
+        addRow("leave", QString("mvleave"));
+    }
+
+    void agentRefusesAnUnknownOption()
+    {
+        QFETCH(QString, tool);
+        QProcess agent;
+        agent.start("/usr/local/sbin/" + tool, {"-x"});
+        QVERIFY(agent.waitForFinished());
+        QCOMPARE(agent.exitCode(), 1);
+        QCOMPARE(agent.readAllStandardOutput(), tool.toUtf8() + ": unknown option -x\n");
+    }
+
     void helperRunsNothingButTheAgentsTools_data()
     {
         addColumns<QStringList>("arguments");
