@@ -1,6 +1,7 @@
 #include <Security/Authorization.h>
 
 #include <cerrno>
+#include <fcntl.h>
 #include <spawn.h>
 #include <sys/socket.h>
 #include <sys/syscall.h>
@@ -98,14 +99,16 @@ OSStatus AuthorizationExecuteWithPrivileges(AuthorizationRef authorization, cons
     int ends[2];
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
         return errAuthorizationToolExecuteFailure;
-    const pid_t pid = spawn(tool, arguments, ends[1]);
+    // Where a standard stream is closed, not in its place: messages would be written to the tool.
+    const int stream = fcntl(ends[0], F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    close(ends[0]);
+    const pid_t pid = stream < 0 ? -1 : spawn(tool, arguments, ends[1]);
     close(ends[1]);
     if (pid < 0) {
-        close(ends[0]);
+        close(stream);
         return errAuthorizationToolExecuteFailure;
     }
     const auto process = static_cast<int>(syscall(SYS_pidfd_open, pid, 0));
-    *pipe =
-        fopencookie(new Tool{ends[0], process}, "r+", {readTool, writeTool, nullptr, closeTool});
+    *pipe = fopencookie(new Tool{stream, process}, "r+", {readTool, writeTool, nullptr, closeTool});
     return errAuthorizationSuccess;
 }

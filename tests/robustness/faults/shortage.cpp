@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QMap>
+#include <QThreadPool>
 
 #include <cerrno>
 #include <csignal>
@@ -185,6 +186,8 @@ ShortageGuard::~ShortageGuard()
         umount("/tmp");
         break;
     case Shortage::StandardStreams:
+        // A thread with which Qt 6 paints may have the descriptor of one.
+        QThreadPool::globalInstance()->waitForDone();
         for (int i = 0; i < 3; ++i) {
             dup2(standard[i], i);
             close(standard[i]);
