@@ -3,52 +3,6 @@
 #include <QProcess>
 #include <QRegularExpression>
 
-// Which controller the two scripts of the bundle take, and what they do when one is dead or lost.
-class TestControllers : public ScriptTest
-{
-    Q_OBJECT
-
-private slots:
-    void initTestCase();
-    void cleanup();
-
-    void goesPastDeadControllers_data();
-    void goesPastDeadControllers();
-    void saysHowManyWereTried_data();
-    void saysHowManyWereTried();
-    void asksSixteenAtOnce();
-    void asksThePreferredOnesFirst();
-    void asksNoFurtherBatchOnceOneAnswered();
-    void givesTheLastBatchAllOfTheTime();
-    void waitsForNobodyWhenAllHaveFailed();
-    void stopsAskingTheOthers();
-    void takesTheFirstThatAnswers();
-    void goesPastAControllerWithoutKerberos();
-    void goesPastAControllerThatDropsKerberos();
-    void goesPastAControllerOfAnotherDomain();
-    void waitsForASlowController();
-    void goesToAnotherControllerWhenOneIsLost_data();
-    void goesToAnotherControllerWhenOneIsLost();
-    void saysWhichControllerWasLost_data();
-    void saysWhichControllerWasLost();
-    void goesToAnotherControllerOnce();
-    void takesAControllerByAnAlias();
-
-private:
-    // Has DNS list these controllers, in the form of practice/list_controllers.
-    void listControllers(const QStringList& controllers);
-    // A controller beside dc1; see the script second_controller.
-    void startController(const QString& name, const QString& address, int directory, int kerberos);
-    void stopControllers();
-    static QString batches(int answering);
-    // Has dc1's directory answer after the others'.
-    void delayFirstController();
-
-    QList<QProcess*> controllers;
-    QStringList serviceNames; // of dc1, as they were
-    bool listed = false;      // other controllers than dc1
-};
-
 namespace {
 
 // Controllers that drop every packet, for listControllers.
@@ -69,154 +23,8 @@ int childrenOf(qint64 parent, const QString& name)
     return search.readAllStandardOutput().toInt();
 }
 
-} // namespace
-
-void TestControllers::initTestCase()
-{
-    DomainTest::initTestCase();
-    QStringList addresses;
-    for (int number = 1; number <= 120; ++number)
-        addresses << QString("198.51.100.%1").arg(number);
-    PracticeMac::run(PracticeMac::script("packets"), QStringList("lose") + addresses);
-}
-
-void TestControllers::listControllers(const QStringList& controllers)
-{
-    PracticeMac::run(PracticeMac::script("list_controllers"), controllers);
-    listed = true;
-}
-
-void TestControllers::startController(const QString& name, const QString& address, int directory,
-                                      int kerberos)
-{
-    PracticeMac::run("/usr/sbin/ip", {"address", "replace", address + "/32", "dev", "lo"});
-    if (serviceNames.isEmpty()) {
-        QStringList names = {"ldap/dc1.example.test", "ldap/dc2.example.test",
-                             "ldap/dc3.example.test"};
-        serviceNames = PracticeMac::run(testScript("set_service_names"), names)
-                           .split('\n', Qt::SkipEmptyParts);
-    }
-    auto* process = new QProcess(this);
-    controllers << process;
-    process->start(testScript("second_controller"),
-                   {name, address, QString::number(directory), QString::number(kerberos)});
-    QVERIFY(process->waitForReadyRead());
-}
-
-void TestControllers::delayFirstController()
-{
-    standIn("ldapsearch", "case \"$*\" in\n"
-                          "-x*//dc1*) sleep 0.7 ;;\n"
-                          "esac\n"
-                          "exec /usr/bin/ldapsearch \"$@\"\n");
-}
-
-void TestControllers::stopControllers()
-{
-    for (QProcess* process : controllers) {
-        process->kill();
-        process->waitForFinished();
-        delete process;
-    }
-    controllers.clear();
-}
-
-void TestControllers::cleanup()
-{
-    stopControllers();
-    if (!serviceNames.isEmpty())
-        PracticeMac::run(testScript("set_service_names"), serviceNames);
-    serviceNames.clear();
-    if (listed)
-        listControllers({"dc1"});
-    listed = false;
-    ScriptTest::cleanup();
-}
-
-void TestControllers::goesPastDeadControllers_data()
-{
-    QTest::addColumn<int>("dead");
-    for (const int dead : {1, 3, 8, 16})
-        QTest::newRow(qPrintable(QString::number(dead))) << dead;
-}
-
-void TestControllers::goesPastDeadControllers()
-{
-    QFETCH(int, dead);
-    const ScriptResult alone = list();
-    listControllers(deadControllers(dead) + QStringList("dc1/10"));
-    const ScriptResult checked = check();
-    checkResult(checked);
-    QVERIFY2(checked.milliseconds < 3000, qPrintable(QString::number(checked.milliseconds)));
-    const ScriptResult listed = list();
-    checkResult(listed);
-    QCOMPARE(listed.output, alone.output);
-    QVERIFY2(listed.milliseconds < alone.milliseconds + 3000,
-             qPrintable(QString::number(listed.milliseconds)));
-}
-
-void TestControllers::saysHowManyWereTried_data()
-{
-    QTest::addColumn<int>("dead");
-    QTest::addColumn<int>("tried");
-    QTest::addColumn<int>("within");
-    QTest::newRow("1") << 1 << 1 << 4500;
-    QTest::newRow("16") << 16 << 16 << 6000;
-    QTest::newRow("more than there is time for") << 120 << 80 << 6000;
-}
-
-void TestControllers::saysHowManyWereTried()
-{
-    QFETCH(int, dead);
-    QFETCH(int, tried);
-    QFETCH(int, within);
-    listControllers(deadControllers(dead));
-    const ScriptResult result = check();
-    if (dead > tried) {
-        // A busy machine begins fewer batches in the time that there is.
-        const int said =
-            QRegularExpression("\\((\\d+) tried").match(result.errors).captured(1).toInt();
-        QVERIFY2(said >= 32 && said <= tried && said % 16 == 0, qPrintable(result.errors));
-        tried = said;
-    }
-    checkResult(result,
-                QString("No domain controller of example.test can be reached (%1 tried): check "
-                        "network and firewalls.")
-                    .arg(tried));
-    QVERIFY2(result.milliseconds < within, qPrintable(QString::number(result.milliseconds)));
-}
-
-// The stand-in notes when it began.
-void TestControllers::asksSixteenAtOnce()
-{
-    listControllers(deadControllers(40));
-    QTemporaryDir folder;
-    standIn("ldapsearch", "date +%s%3N >>" + folder.filePath("starts").toUtf8() +
-                              "\nexec /usr/bin/ldapsearch \"$@\"\n");
-    QProcess script;
-    startScript(&script, "check_domain_cred.tcl",
-                {PracticeMac::domain, PracticeMac::administrator, PracticeMac::password});
-    int most = 0;
-    while (!script.waitForFinished(10) && script.state() != QProcess::NotRunning)
-        most = qMax(most, childrenOf(script.processId(), "ldapsearch"));
-    QCOMPARE(most, 16);
-
-    QFile file(folder.filePath("starts"));
-    QVERIFY(file.open(QFile::ReadOnly));
-    QList<qint64> starts;
-    for (const QByteArray& line : file.readAll().trimmed().split('\n'))
-        starts << line.toLongLong();
-    std::sort(starts.begin(), starts.end());
-    QCOMPARE(starts.size(), 40);
-    QVERIFY(starts.at(16) - starts.at(0) > 500);
-    QVERIFY(starts.at(16) - starts.at(0) < 2500);
-    QVERIFY(starts.at(32) - starts.at(16) > 500);
-}
-
-// By smaller priority, then by greater weight, each as a number, and otherwise as DNS has them.
-void TestControllers::asksThePreferredOnesFirst()
-{
-    standIn("dig", R"(cat <<'END'
+// What dig says of controllers with different priorities and weights.
+const QByteArray listing = R"(cat <<'END'
 ;; ->>HEADER<<- opcode: QUERY, status: NOERROR, id: 1
 _ldap._tcp.dc._msdcs.example.test. 900 IN SRV 10 9 389 e.example.test.
 _ldap._tcp.dc._msdcs.example.test. 900 IN SRV 9 9 389 c.example.test.
@@ -226,174 +34,344 @@ _ldap._tcp.dc._msdcs.example.test. 900 IN SRV 9 0 389 d.example.test.
 _ldap._tcp.dc._msdcs.example.test. 900 IN SRV 0 0 389 a.example.test.
 _ldap._tcp.dc._msdcs.example.test. 900 IN SRV 0 100 389 .
 END
-)");
-    QCOMPARE(runTcl("set session::domain example.test\n"
-                    "session::list_controllers\n"
-                    "puts $session::controllers"),
-             QString("a.example.test b.example.test c.example.test d.example.test e.example.test "
-                     "f.example.test"));
-}
+)";
 
-// How many are asked in each batch, and whether for at most a second, when one answers in the batch
-// of this number. Asking takes no time here.
-QString TestControllers::batches(int answering)
-{
-    return runTcl(
-        QString("set session::domain example.test\n"
-                "set session::controllers [lrepeat 40 a]\n"
-                "proc session::check_clock {time} {}\n"
-                "proc session::first_answer {hosts until} {\n"
-                "    puts \"[llength $hosts] [expr {$until-[clock milliseconds]<=1000}]\"\n"
-                "    return [expr {[incr ::batch] == %1 ? {a a 0} : {}}]\n"
-                "}\n"
-                "catch {session::choose_controller}")
-            .arg(answering));
-}
+} // namespace
 
-void TestControllers::asksNoFurtherBatchOnceOneAnswered()
+// Which controller the two scripts of the bundle take, and what they do when one is dead or lost.
+class TestControllers : public ScriptTest
 {
-    QCOMPARE(batches(2), QString("16 1\n16 1"));
-}
+    Q_OBJECT
 
-void TestControllers::givesTheLastBatchAllOfTheTime()
-{
-    QCOMPARE(batches(0), QString("16 1\n16 1\n8 0"));
-}
+private slots:
+    void initTestCase()
+    {
+        DomainTest::initTestCase();
+        QStringList addresses;
+        for (int number = 1; number <= 120; ++number)
+            addresses << QString("198.51.100.%1").arg(number);
+        PracticeMac::run(PracticeMac::script("packets"), QStringList("lose") + addresses);
+    }
 
-void TestControllers::waitsForNobodyWhenAllHaveFailed()
-{
-    QCOMPARE(runTcl("set session::base DC=example,DC=test\n"
-                    "set began [clock seconds]\n"
-                    "session::first_answer nowhere.invalid [expr {[clock milliseconds] + 30000}]\n"
-                    "puts [expr {[clock seconds] - $began < 15}]"),
-             QString("1"));
-}
+    void cleanup()
+    {
+        stopControllers();
+        if (!serviceNames.isEmpty())
+            PracticeMac::run(testScript("set_service_names"), serviceNames);
+        serviceNames.clear();
+        if (listed)
+            listControllers({"dc1"});
+        listed = false;
+        ScriptTest::cleanup();
+    }
 
-void TestControllers::stopsAskingTheOthers()
-{
-    QCOMPARE(runTcl("set session::base DC=example,DC=test\n"
-                    "set until [expr {[clock milliseconds] + 5000}]\n"
-                    "lassign [session::first_answer {198.51.100.1 dc1.example.test} $until] host\n"
-                    "puts \"$host [array size session::output]\""),
-             QString("dc1.example.test 0"));
-}
+    void goesPastDeadControllers_data()
+    {
+        QTest::addColumn<int>("dead");
+        for (const int dead : {1, 3, 8, 16})
+            QTest::newRow(qPrintable(QString::number(dead))) << dead;
+    }
 
-void TestControllers::takesTheFirstThatAnswers()
-{
-    startController("dc2", "192.0.2.2", 9, 9);
-    listControllers({"dc1/0", "dc2=192.0.2.2/1"});
-    delayFirstController();
-    standIn("kinit", "grep -q 'kdc = dc2.example.test' \"$KRB5_CONFIG\" || [ \"$1\" = --version ] "
-                     "|| exit 1\n"
-                     "exec /usr/bin/kinit \"$@\"\n");
-    checkResult(check());
-}
+    void goesPastDeadControllers()
+    {
+        QFETCH(int, dead);
+        const ScriptResult alone = list();
+        listControllers(deadControllers(dead) + QStringList("dc1/10"));
+        const ScriptResult checked = check();
+        checkResult(checked);
+        QVERIFY2(checked.milliseconds < 3000, qPrintable(QString::number(checked.milliseconds)));
+        const ScriptResult listed = list();
+        checkResult(listed);
+        QCOMPARE(listed.output, alone.output);
+        QVERIFY2(listed.milliseconds < alone.milliseconds + 3000,
+                 qPrintable(QString::number(listed.milliseconds)));
+    }
 
-void TestControllers::goesPastAControllerWithoutKerberos()
-{
-    startController("dc2", "192.0.2.2", 9, 0);
-    listControllers({"dc1", "dc2=192.0.2.2"});
-    delayFirstController();
-    note({"kinit"});
-    checkResult(check());
-    QCOMPARE(noted(),
-             QStringList({"kinit --version", "kinit -l 10m -- Administrator@EXAMPLE.TEST"}));
-    listControllers({"dc2"});
-    checkResult(check(),
-                "No domain controller of example.test can be reached (1 tried): check network "
-                "and firewalls.");
-}
+    void saysHowManyWereTried_data()
+    {
+        QTest::addColumn<int>("dead");
+        QTest::addColumn<int>("tried");
+        QTest::addColumn<int>("within");
+        QTest::newRow("1") << 1 << 1 << 4500;
+        QTest::newRow("16") << 16 << 16 << 6000;
+        QTest::newRow("more than there is time for") << 120 << 80 << 6000;
+    }
 
-// The one that is listed as slow answers for the directory and calls itself by a dead name.
-void TestControllers::goesPastAControllerThatDropsKerberos()
-{
-    startController("dc2", "192.0.2.2", 9, 0);
-    listControllers({"dc2=198.51.100.1"});
-    listControllers({"dc1", "slow=192.0.2.2"});
-    delayFirstController();
-    const ScriptResult result = check();
-    checkResult(result);
-    QVERIFY2(result.milliseconds < 4000, qPrintable(QString::number(result.milliseconds)));
-}
+    void saysHowManyWereTried()
+    {
+        QFETCH(int, dead);
+        QFETCH(int, tried);
+        QFETCH(int, within);
+        listControllers(deadControllers(dead));
+        const ScriptResult result = check();
+        if (dead > tried) {
+            // A busy machine begins fewer batches in the time that there is.
+            const int said =
+                QRegularExpression("\\((\\d+) tried").match(result.errors).captured(1).toInt();
+            QVERIFY2(said >= 32 && said <= tried && said % 16 == 0, qPrintable(result.errors));
+            tried = said;
+        }
+        checkResult(result,
+                    QString("No domain controller of example.test can be reached (%1 tried): check "
+                            "network and firewalls.")
+                        .arg(tried));
+        QVERIFY2(result.milliseconds < within, qPrintable(QString::number(result.milliseconds)));
+    }
 
-// One alone has all of the time.
-void TestControllers::waitsForASlowController()
-{
-    standIn("ldapsearch", "[ \"$1\" = -x ] && sleep 2\nexec /usr/bin/ldapsearch \"$@\"\n");
-    checkResult(check());
-}
+    // The stand-in notes when it began.
+    void asksSixteenAtOnce()
+    {
+        listControllers(deadControllers(40));
+        QTemporaryDir folder;
+        standIn("ldapsearch", "date +%s%3N >>" + folder.filePath("starts").toUtf8() +
+                                  "\nexec /usr/bin/ldapsearch \"$@\"\n");
+        QProcess script;
+        startScript(&script, "check_domain_cred.tcl",
+                    {PracticeMac::domain, PracticeMac::administrator, PracticeMac::password});
+        int most = 0;
+        while (!script.waitForFinished(10) && script.state() != QProcess::NotRunning)
+            most = qMax(most, childrenOf(script.processId(), "ldapsearch"));
+        QCOMPARE(most, 16);
 
-// As after a move: the address of old.example.test's controller is another domain's now.
-void TestControllers::goesPastAControllerOfAnotherDomain()
-{
-    rewrite("/etc/hosts", "127.0.0.1 localhost\n192.0.2.1 dc1.example.test dc1.old.example.test\n");
-    checkResult(
-        check("old.example.test"),
-        "No domain controller of old.example.test can be reached (1 tried): check network and "
-        "firewalls.");
-}
+        QFile file(folder.filePath("starts"));
+        QVERIFY(file.open(QFile::ReadOnly));
+        QList<qint64> starts;
+        for (const QByteArray& line : file.readAll().trimmed().split('\n'))
+            starts << line.toLongLong();
+        std::sort(starts.begin(), starts.end());
+        QCOMPARE(starts.size(), 40);
+        QVERIFY(starts.at(16) - starts.at(0) > 500);
+        QVERIFY(starts.at(16) - starts.at(0) < 2500);
+        QVERIFY(starts.at(32) - starts.at(16) > 500);
+    }
 
-void TestControllers::goesToAnotherControllerWhenOneIsLost_data()
-{
-    QTest::addColumn<int>("directory");
-    QTest::addColumn<int>("kerberos");
-    QTest::newRow("after its first answer") << 1 << 9;
-    QTest::newRow("at the signing in") << 9 << 1;
-}
+    // By smaller priority, then by greater weight, each as a number, and otherwise as DNS has them.
+    void asksThePreferredOnesFirst()
+    {
+        standIn("dig", listing);
+        QCOMPARE(
+            runTcl("set session::domain example.test\n"
+                   "session::list_controllers\n"
+                   "puts $session::controllers"),
+            QString("a.example.test b.example.test c.example.test d.example.test e.example.test "
+                    "f.example.test"));
+    }
 
-void TestControllers::goesToAnotherControllerWhenOneIsLost()
-{
-    QFETCH(int, directory);
-    QFETCH(int, kerberos);
-    const ScriptResult alone = list();
-    for (const bool listing : {false, true}) {
-        startController("dc2", "192.0.2.2", directory, kerberos);
+    void asksNoFurtherBatchOnceOneAnswered()
+    {
+        QCOMPARE(batches(2), QString("16 1\n16 1"));
+    }
+
+    void givesTheLastBatchAllOfTheTime()
+    {
+        QCOMPARE(batches(0), QString("16 1\n16 1\n8 0"));
+    }
+
+    void waitsForNobodyWhenAllHaveFailed()
+    {
+        QCOMPARE(
+            runTcl("set session::base DC=example,DC=test\n"
+                   "set began [clock seconds]\n"
+                   "session::first_answer nowhere.invalid [expr {[clock milliseconds] + 30000}]\n"
+                   "puts [expr {[clock seconds] - $began < 15}]"),
+            QString("1"));
+    }
+
+    void stopsAskingTheOthers()
+    {
+        QCOMPARE(
+            runTcl("set session::base DC=example,DC=test\n"
+                   "set until [expr {[clock milliseconds] + 5000}]\n"
+                   "lassign [session::first_answer {198.51.100.1 dc1.example.test} $until] host\n"
+                   "puts \"$host [array size session::output]\""),
+            QString("dc1.example.test 0"));
+    }
+
+    void takesTheFirstThatAnswers()
+    {
+        startController("dc2", "192.0.2.2", 9, 9);
+        listControllers({"dc1/0", "dc2=192.0.2.2/1"});
+        delayFirstController();
+        standIn("kinit",
+                "grep -q 'kdc = dc2.example.test' \"$KRB5_CONFIG\" || [ \"$1\" = --version ] "
+                "|| exit 1\n"
+                "exec /usr/bin/kinit \"$@\"\n");
+        checkResult(check());
+    }
+
+    void goesPastAControllerWithoutKerberos()
+    {
+        startController("dc2", "192.0.2.2", 9, 0);
         listControllers({"dc1", "dc2=192.0.2.2"});
         delayFirstController();
-        const ScriptResult result = listing ? list() : check();
-        checkResult(result);
-        QCOMPARE(result.output, listing ? alone.output : QString());
-        stopControllers();
+        note({"kinit"});
+        checkResult(check());
+        QCOMPARE(noted(),
+                 QStringList({"kinit --version", "kinit -l 10m -- Administrator@EXAMPLE.TEST"}));
+        listControllers({"dc2"});
+        checkResult(check(),
+                    "No domain controller of example.test can be reached (1 tried): check network "
+                    "and firewalls.");
     }
-}
 
-void TestControllers::saysWhichControllerWasLost_data()
-{
-    goesToAnotherControllerWhenOneIsLost_data();
-}
+    // The one that is listed as slow answers for the directory and calls itself by a dead name.
+    void goesPastAControllerThatDropsKerberos()
+    {
+        startController("dc2", "192.0.2.2", 9, 0);
+        listControllers({"dc2=198.51.100.1"});
+        listControllers({"dc1", "slow=192.0.2.2"});
+        delayFirstController();
+        const ScriptResult result = check();
+        checkResult(result);
+        QVERIFY2(result.milliseconds < 4000, qPrintable(QString::number(result.milliseconds)));
+    }
 
-void TestControllers::saysWhichControllerWasLost()
-{
-    QFETCH(int, directory);
-    QFETCH(int, kerberos);
-    startController("dc2", "192.0.2.2", directory, kerberos);
-    listControllers({"dc2=192.0.2.2"});
-    const ScriptResult result = check();
-    QCOMPARE(result.firstLine(), QString("The controller dc2.example.test stopped answering: check "
-                                         "the network, and try again."));
-    QCOMPARE(result.status, 1);
-}
+    // As after a move: the address of old.example.test's controller is another domain's now.
+    void goesPastAControllerOfAnotherDomain()
+    {
+        rewrite("/etc/hosts",
+                "127.0.0.1 localhost\n192.0.2.1 dc1.example.test dc1.old.example.test\n");
+        checkResult(
+            check("old.example.test"),
+            "No domain controller of old.example.test can be reached (1 tried): check network and "
+            "firewalls.");
+    }
 
-void TestControllers::goesToAnotherControllerOnce()
-{
-    startController("dc2", "192.0.2.2", 1, 9);
-    startController("dc3", "192.0.2.3", 1, 9);
-    listControllers({"dc1", "dc2=192.0.2.2", "dc3=192.0.2.3"});
-    standIn("ldapsearch", "case \"$*\" in\n"
-                          "-x*//dc1*) sleep 0.8 ;;\n"
-                          "-x*//dc3*) sleep 0.4 ;;\n"
-                          "esac\n"
-                          "exec /usr/bin/ldapsearch \"$@\"\n");
-    const ScriptResult result = check();
-    QCOMPARE(result.firstLine(), QString("The controller dc3.example.test stopped answering: check "
-                                         "the network, and try again."));
-}
+    // One alone has all of the time.
+    void waitsForASlowController()
+    {
+        standIn("ldapsearch", "[ \"$1\" = -x ] && sleep 2\nexec /usr/bin/ldapsearch \"$@\"\n");
+        checkResult(check());
+    }
 
-void TestControllers::takesAControllerByAnAlias()
-{
-    listControllers({"alias=192.0.2.1"});
-    checkResult(check());
-}
+    void goesToAnotherControllerWhenOneIsLost_data()
+    {
+        QTest::addColumn<int>("directory");
+        QTest::addColumn<int>("kerberos");
+        QTest::newRow("after its first answer") << 1 << 9;
+        QTest::newRow("at the signing in") << 9 << 1;
+    }
+
+    void goesToAnotherControllerWhenOneIsLost()
+    {
+        QFETCH(int, directory);
+        QFETCH(int, kerberos);
+        const ScriptResult alone = list();
+        for (const bool listing : {false, true}) {
+            startController("dc2", "192.0.2.2", directory, kerberos);
+            listControllers({"dc1", "dc2=192.0.2.2"});
+            delayFirstController();
+            const ScriptResult result = listing ? list() : check();
+            checkResult(result);
+            QCOMPARE(result.output, listing ? alone.output : QString());
+            stopControllers();
+        }
+    }
+
+    void saysWhichControllerWasLost_data()
+    {
+        goesToAnotherControllerWhenOneIsLost_data();
+    }
+
+    void saysWhichControllerWasLost()
+    {
+        QFETCH(int, directory);
+        QFETCH(int, kerberos);
+        startController("dc2", "192.0.2.2", directory, kerberos);
+        listControllers({"dc2=192.0.2.2"});
+        const ScriptResult result = check();
+        QCOMPARE(result.firstLine(),
+                 QString("The controller dc2.example.test stopped answering: check "
+                         "the network, and try again."));
+        QCOMPARE(result.status, 1);
+    }
+
+    void goesToAnotherControllerOnce()
+    {
+        startController("dc2", "192.0.2.2", 1, 9);
+        startController("dc3", "192.0.2.3", 1, 9);
+        listControllers({"dc1", "dc2=192.0.2.2", "dc3=192.0.2.3"});
+        standIn("ldapsearch", "case \"$*\" in\n"
+                              "-x*//dc1*) sleep 0.8 ;;\n"
+                              "-x*//dc3*) sleep 0.4 ;;\n"
+                              "esac\n"
+                              "exec /usr/bin/ldapsearch \"$@\"\n");
+        const ScriptResult result = check();
+        QCOMPARE(result.firstLine(),
+                 QString("The controller dc3.example.test stopped answering: check "
+                         "the network, and try again."));
+    }
+
+    void takesAControllerByAnAlias()
+    {
+        listControllers({"alias=192.0.2.1"});
+        checkResult(check());
+    }
+
+private:
+    // Has DNS list these controllers, in the form of practice/list_controllers.
+    void listControllers(const QStringList& controllers)
+    {
+        PracticeMac::run(PracticeMac::script("list_controllers"), controllers);
+        listed = true;
+    }
+
+    // A controller beside dc1; see the script second_controller.
+    void startController(const QString& name, const QString& address, int directory, int kerberos)
+    {
+        PracticeMac::run("/usr/sbin/ip", {"address", "replace", address + "/32", "dev", "lo"});
+        if (serviceNames.isEmpty()) {
+            QStringList names = {"ldap/dc1.example.test", "ldap/dc2.example.test",
+                                 "ldap/dc3.example.test"};
+            serviceNames = PracticeMac::run(testScript("set_service_names"), names)
+                               .split('\n', Qt::SkipEmptyParts);
+        }
+        auto* process = new QProcess(this);
+        controllers << process;
+        process->start(testScript("second_controller"),
+                       {name, address, QString::number(directory), QString::number(kerberos)});
+        QVERIFY(process->waitForReadyRead());
+    }
+
+    void stopControllers()
+    {
+        for (QProcess* process : controllers) {
+            process->kill();
+            process->waitForFinished();
+            delete process;
+        }
+        controllers.clear();
+    }
+
+    // How many are asked in each batch, and whether for at most a second, when one answers in the
+    // batch of this number. Asking takes no time here.
+    static QString batches(int answering)
+    {
+        return runTcl(
+            QString("set session::domain example.test\n"
+                    "set session::controllers [lrepeat 40 a]\n"
+                    "proc session::check_clock {time} {}\n"
+                    "proc session::first_answer {hosts until} {\n"
+                    "    puts \"[llength $hosts] [expr {$until-[clock milliseconds]<=1000}]\"\n"
+                    "    return [expr {[incr ::batch] == %1 ? {a a 0} : {}}]\n"
+                    "}\n"
+                    "catch {session::choose_controller}")
+                .arg(answering));
+    }
+
+    // Has dc1's directory answer after the others'.
+    void delayFirstController()
+    {
+        standIn("ldapsearch", "case \"$*\" in\n"
+                              "-x*//dc1*) sleep 0.7 ;;\n"
+                              "esac\n"
+                              "exec /usr/bin/ldapsearch \"$@\"\n");
+    }
+
+    QList<QProcess*> controllers;
+    QStringList serviceNames; // of dc1, as they were
+    bool listed = false;      // other controllers than dc1
+};
 
 DOMAIN_TEST_MAIN(TestControllers)
 #include "tst_controllers.moc"

@@ -133,237 +133,220 @@ class TestBusy : public WorldTest
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-    void textArrivesOnThePageThatFollows_data();
-    void textArrivesOnThePageThatFollows();
-    void textBeyondTheLastEditIsForNone_data();
-    void textBeyondTheLastEditIsForNone();
-    void aMessageTakesNoText_data();
-    void aMessageTakesNoText();
-    void pressesDuringACheckJoinNobody_data();
-    void pressesDuringACheckJoinNobody();
-    void pressesDuringAJoinStartNoSecond_data();
-    void pressesDuringAJoinStartNoSecond();
-    void pressesDuringALeaveStartNoSecond_data();
-    void pressesDuringALeaveStartNoSecond();
-    void closingDuringAStepKeepsItsOutcome_data();
-    void closingDuringAStepKeepsItsOutcome();
-    void aPressCountsAsSoonAsThePageIsUp();
-    void aPressClosesAMessageAsSoonAsItIsUp();
-};
-
-void TestBusy::init()
-{
-    WorldTest::init();
-    desktop = std::make_unique<XSession>();
-    reader = std::make_unique<ScreenReader>(*desktop);
-}
-
-void TestBusy::cleanup()
-{
-    reader.reset();
-    desktop.reset();
-    WorldTest::cleanup();
-}
-
-void TestBusy::textArrivesOnThePageThatFollows_data()
-{
-    addMoments({"text"});
-}
-
-void TestBusy::textArrivesOnThePageThatFollows()
-{
-    QFETCH(int, moment);
-    Assistant assistant;
-    World::answer("dsconfigad", heldAnswer("You are not bound to any directory.\n"));
-    QVERIFY(assistant.nextRuns("dsconfigad"));
-    duringStep("dsconfigad", moment, [] { desktop->key(typed("corp.test\tadm\tsec ret")); });
-    QVERIFY(assistant.nextRuns("mvedit"));
-    QCOMPARE(World::callsOf("mvedit").first().arguments.mid(1),
-             QStringList({"corp.test", "adm", "sec ret"}));
-}
-
-void TestBusy::textBeyondTheLastEditIsForNone_data()
-{
-    addMoments({"text"});
-}
-
-// Of the three texts the page has edits for two; the third must not stand in the open in the first.
-void TestBusy::textBeyondTheLastEditIsForNone()
-{
-    QFETCH(int, moment);
-    Assistant assistant;
-    World::answer("dsconfigad -show", heldAnswer("\nActive Directory Forest = example.test\n"
-                                                 "Active Directory Domain = example.test\n"));
-    QVERIFY(assistant.nextRuns("dsconfigad"));
-    duringStep("dsconfigad -show", moment, [] { desktop->key(typed("corp.test\tadm\tsecret")); });
-    QCOMPARE(World::callsOf("mvedit").size(), 0);
-    desktop->key({"shift+Tab"}); // from the button behind the edits
-    QVERIFY(assistant.nextRuns("mvedit"));
-    QCOMPARE(World::callsOf("mvedit").first().arguments.mid(1),
-             QStringList({"example.test", "corp.test", "adm"}));
-}
-
-void TestBusy::aMessageTakesNoText_data()
-{
-    addMoments({"text"});
-}
-
-void TestBusy::aMessageTakesNoText()
-{
-    QFETCH(int, moment);
-    Assistant assistant;
-    QVERIFY(assistant.goesToFirstEntries("mvinfo"));
-    desktop->key(typed("corp.test"));
-    World::answer("mvedit", heldAnswer("No such domain\n", 1));
-    QVERIFY(assistant.nextRuns("mvedit"));
-    duringStep("mvedit", moment, [] {
-        desktop->key(typed("more") + QStringList{"Escape", "space", "Return"});
-    });
-    const QString warning = desktop->waitForWindow("WARNING");
-    QVERIFY(!warning.isEmpty());
-    QVERIFY(desktop->pressIn(warning, "Return"));
-    QVERIFY(assistant.nextRuns("mvedit"));
-    QCOMPARE(World::callsOf("mvedit").first().arguments.mid(1),
-             QStringList({"corp.test", "Administrator", ""}));
-}
-
-void TestBusy::pressesDuringACheckJoinNobody_data()
-{
-    addMoments({"assistive", "Return", "click", "space"});
-}
-
-void TestBusy::pressesDuringACheckJoinNobody()
-{
-    QFETCH(QString, way);
-    QFETCH(int, moment);
-    Assistant assistant;
-    QVERIFY(assistant.goesToFirstEntries("mvinfo"));
-    QVERIFY(way != "assistive" || reader->await("Continue"));
-    desktop->pointAt(assistant.window, nextButton);
-    World::answer("mvedit", heldAnswer());
-    QVERIFY(assistant.nextRuns("mvedit"));
-    duringStep("mvedit", moment, [&way] {
-        for (int i = 0; i < 3; ++i)
-            press(way, "Continue");
-    });
-    QVERIFY(reader->await("Join"));
-    QCOMPARE(World::callsOf("mvedit").size(), 1);
-    QCOMPARE(World::callsOf("gui_helper_tool").size(), 0);
-}
-
-void TestBusy::pressesDuringAJoinStartNoSecond_data()
-{
-    addMoments({"Join", "Go Back", "Browse", "About"});
-}
-
-void TestBusy::pressesDuringAJoinStartNoSecond()
-{
-    QFETCH(QString, way);
-    QFETCH(int, moment);
-    Assistant assistant;
-    QVERIFY(assistant.goesToFirstEntries("mvinfo"));
-    desktop->key(typed("corp.test\tadm\tsecret"));
-    QVERIFY(assistant.nextRuns("mvedit"));
-    QVERIFY(desktop->pressIn(assistant.window, "ctrl+shift+A"));
-    QVERIFY(reader->await(way));
-    Answer join = heldAnswer();
-    join.reportsPid = true;
-    World::answer("gui_helper_tool", join);
-    QVERIFY(assistant.nextRuns("gui_helper_tool"));
-    duringStep("gui_helper_tool", moment, [&way] { reader->press(way); });
-    QVERIFY(reader->await("Done"));
-    QCOMPARE(World::callsOf("gui_helper_tool").size(), 1);
-    QCOMPARE(World::callsOf("mvedit").size(), 0);
-    QCOMPARE(desktop->windows(), QStringList{assistant.window});
-}
-
-void TestBusy::pressesDuringALeaveStartNoSecond_data()
-{
-    addMoments({"Leave", "Go Back", "About"});
-}
-
-void TestBusy::pressesDuringALeaveStartNoSecond()
-{
-    QFETCH(QString, way);
-    QFETCH(int, moment);
-    World::setJoined();
-    Assistant assistant;
-    QVERIFY(assistant.goesToFirstEntries("mvinfo"));
-    QVERIFY(reader->await(way));
-    Answer leave = heldAnswer();
-    leave.reportsPid = true;
-    World::answer("gui_helper_tool", leave);
-    QVERIFY(assistant.nextRuns("gui_helper_tool"));
-    duringStep("gui_helper_tool", moment, [&way] { reader->press(way); });
-    QVERIFY(reader->await("Done"));
-    QCOMPARE(World::callsOf("gui_helper_tool").size(), 1);
-    QCOMPARE(desktop->windows(), QStringList{assistant.window});
-}
-
-void TestBusy::closingDuringAStepKeepsItsOutcome_data()
-{
-    QTest::addColumn<bool>("bound");
-    QTest::addColumn<int>("status");
-    QTest::addColumn<int>("moment");
-    const int count = qMax(2, qEnvironmentVariableIntValue("MOMENTS"));
-    for (int i = 0; i < count; ++i) {
-        const int moment = i * stepLasts / count;
-        QTest::addRow("check refused, %d ms", moment) << false << 1 << moment;
-        QTest::addRow("check passed, %d ms", moment) << false << 0 << moment;
-        QTest::addRow("unbinding, %d ms", moment) << true << 0 << moment;
+    void init()
+    {
+        WorldTest::init();
+        desktop = std::make_unique<XSession>();
+        reader = std::make_unique<ScreenReader>(*desktop);
     }
-}
 
-void TestBusy::closingDuringAStepKeepsItsOutcome()
-{
-    QFETCH(bool, bound);
-    QFETCH(int, status);
-    QFETCH(int, moment);
-    if (bound)
-        World::setBound();
-    Assistant assistant;
-    QVERIFY(assistant.goesToFirstEntries("dsconfigad"));
-    World::answer("mvedit", heldAnswer("refused\n", status));
-    QVERIFY(assistant.nextRuns("mvedit"));
-    duringStep("mvedit", moment, [] { desktop->key({"alt+F4"}); });
-    if (bound || status != 0) {
+    void cleanup()
+    {
+        reader.reset();
+        desktop.reset();
+        WorldTest::cleanup();
+    }
+
+    void textArrivesOnThePageThatFollows_data()
+    {
+        addMoments({"text"});
+    }
+
+    void textArrivesOnThePageThatFollows()
+    {
+        QFETCH(int, moment);
+        Assistant assistant;
+        World::answer("dsconfigad", heldAnswer("You are not bound to any directory.\n"));
+        QVERIFY(assistant.nextRuns("dsconfigad"));
+        duringStep("dsconfigad", moment, [] { desktop->key(typed("corp.test\tadm\tsec ret")); });
+        QVERIFY(assistant.nextRuns("mvedit"));
+        QCOMPARE(World::callsOf("mvedit").first().arguments.mid(1),
+                 QStringList({"corp.test", "adm", "sec ret"}));
+    }
+
+    void textBeyondTheLastEditIsForNone_data()
+    {
+        addMoments({"text"});
+    }
+
+    // Of the three texts the page has edits for two; the third must not stand in the open in the
+    // first.
+    void textBeyondTheLastEditIsForNone()
+    {
+        QFETCH(int, moment);
+        Assistant assistant;
+        World::answer("dsconfigad -show", heldAnswer("\nActive Directory Forest = example.test\n"
+                                                     "Active Directory Domain = example.test\n"));
+        QVERIFY(assistant.nextRuns("dsconfigad"));
+        duringStep("dsconfigad -show", moment,
+                   [] { desktop->key(typed("corp.test\tadm\tsecret")); });
+        QCOMPARE(World::callsOf("mvedit").size(), 0);
+        desktop->key({"shift+Tab"}); // from the button behind the edits
+        QVERIFY(assistant.nextRuns("mvedit"));
+        QCOMPARE(World::callsOf("mvedit").first().arguments.mid(1),
+                 QStringList({"example.test", "corp.test", "adm"}));
+    }
+
+    void aMessageTakesNoText_data()
+    {
+        addMoments({"text"});
+    }
+
+    void aMessageTakesNoText()
+    {
+        QFETCH(int, moment);
+        Assistant assistant;
+        QVERIFY(assistant.goesToFirstEntries("mvinfo"));
+        desktop->key(typed("corp.test"));
+        World::answer("mvedit", heldAnswer("No such domain\n", 1));
+        QVERIFY(assistant.nextRuns("mvedit"));
+        duringStep("mvedit", moment, [] {
+            desktop->key(typed("more") + QStringList{"Escape", "space", "Return"});
+        });
         const QString warning = desktop->waitForWindow("WARNING");
         QVERIFY(!warning.isEmpty());
-        QVERIFY(assistant.isUp());
         QVERIFY(desktop->pressIn(warning, "Return"));
+        QVERIFY(assistant.nextRuns("mvedit"));
+        QCOMPARE(World::callsOf("mvedit").first().arguments.mid(1),
+                 QStringList({"corp.test", "Administrator", ""}));
     }
-    QVERIFY(reader->await(status == 0 && !bound ? "Join" : "Continue"));
-    QVERIFY(assistant.isUp());
-}
 
-void TestBusy::aPressCountsAsSoonAsThePageIsUp()
-{
-    for (int i = 0; i < qMax(2, qEnvironmentVariableIntValue("MOMENTS")); ++i) {
+    void pressesDuringACheckJoinNobody_data()
+    {
+        addMoments({"assistive", "Return", "click", "space"});
+    }
+
+    void pressesDuringACheckJoinNobody()
+    {
+        QFETCH(QString, way);
+        QFETCH(int, moment);
         Assistant assistant;
         QVERIFY(assistant.goesToFirstEntries("mvinfo"));
+        QVERIFY(way != "assistive" || reader->await("Continue"));
+        desktop->pointAt(assistant.window, nextButton);
+        World::answer("mvedit", heldAnswer());
         QVERIFY(assistant.nextRuns("mvedit"));
+        duringStep("mvedit", moment, [&way] {
+            for (int i = 0; i < 3; ++i)
+                press(way, "Continue");
+        });
         QVERIFY(reader->await("Join"));
-        desktop->key({"Return"});
-        QVERIFY(Assistant::ran("gui_helper_tool"));
+        QCOMPARE(World::callsOf("mvedit").size(), 1);
+        QCOMPARE(World::callsOf("gui_helper_tool").size(), 0);
     }
-}
 
-void TestBusy::aPressClosesAMessageAsSoonAsItIsUp()
-{
-    for (int i = 0; i < qMax(2, qEnvironmentVariableIntValue("MOMENTS")); ++i) {
-        Answer refused;
-        refused.exitStatus = 1;
-        World::answer("mvedit", refused);
+    void pressesDuringAJoinStartNoSecond_data()
+    {
+        addMoments({"Join", "Go Back", "Browse", "About"});
+    }
+
+    void pressesDuringAJoinStartNoSecond()
+    {
+        QFETCH(QString, way);
+        QFETCH(int, moment);
         Assistant assistant;
         QVERIFY(assistant.goesToFirstEntries("mvinfo"));
+        desktop->key(typed("corp.test\tadm\tsecret"));
         QVERIFY(assistant.nextRuns("mvedit"));
-        QVERIFY(reader->await("OK"));
-        reader->press("OK");
-        QTRY_COMPARE(desktop->windows(), QStringList{assistant.window});
+        QVERIFY(desktop->pressIn(assistant.window, "ctrl+shift+A"));
+        QVERIFY(reader->await(way));
+        Answer join = heldAnswer();
+        join.reportsPid = true;
+        World::answer("gui_helper_tool", join);
+        QVERIFY(assistant.nextRuns("gui_helper_tool"));
+        duringStep("gui_helper_tool", moment, [&way] { reader->press(way); });
+        QVERIFY(reader->await("Done"));
+        QCOMPARE(World::callsOf("gui_helper_tool").size(), 1);
+        QCOMPARE(World::callsOf("mvedit").size(), 0);
+        QCOMPARE(desktop->windows(), QStringList{assistant.window});
     }
-}
+
+    void pressesDuringALeaveStartNoSecond_data()
+    {
+        addMoments({"Leave", "Go Back", "About"});
+    }
+
+    void pressesDuringALeaveStartNoSecond()
+    {
+        QFETCH(QString, way);
+        QFETCH(int, moment);
+        World::setJoined();
+        Assistant assistant;
+        QVERIFY(assistant.goesToFirstEntries("mvinfo"));
+        QVERIFY(reader->await(way));
+        Answer leave = heldAnswer();
+        leave.reportsPid = true;
+        World::answer("gui_helper_tool", leave);
+        QVERIFY(assistant.nextRuns("gui_helper_tool"));
+        duringStep("gui_helper_tool", moment, [&way] { reader->press(way); });
+        QVERIFY(reader->await("Done"));
+        QCOMPARE(World::callsOf("gui_helper_tool").size(), 1);
+        QCOMPARE(desktop->windows(), QStringList{assistant.window});
+    }
+
+    void closingDuringAStepKeepsItsOutcome_data()
+    {
+        QTest::addColumn<bool>("bound");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<int>("moment");
+        const int count = qMax(2, qEnvironmentVariableIntValue("MOMENTS"));
+        for (int i = 0; i < count; ++i) {
+            const int moment = i * stepLasts / count;
+            QTest::addRow("check refused, %d ms", moment) << false << 1 << moment;
+            QTest::addRow("check passed, %d ms", moment) << false << 0 << moment;
+            QTest::addRow("unbinding, %d ms", moment) << true << 0 << moment;
+        }
+    }
+
+    void closingDuringAStepKeepsItsOutcome()
+    {
+        QFETCH(bool, bound);
+        QFETCH(int, status);
+        QFETCH(int, moment);
+        if (bound)
+            World::setBound();
+        Assistant assistant;
+        QVERIFY(assistant.goesToFirstEntries("dsconfigad"));
+        World::answer("mvedit", heldAnswer("refused\n", status));
+        QVERIFY(assistant.nextRuns("mvedit"));
+        duringStep("mvedit", moment, [] { desktop->key({"alt+F4"}); });
+        if (bound || status != 0) {
+            const QString warning = desktop->waitForWindow("WARNING");
+            QVERIFY(!warning.isEmpty());
+            QVERIFY(assistant.isUp());
+            QVERIFY(desktop->pressIn(warning, "Return"));
+        }
+        QVERIFY(reader->await(status == 0 && !bound ? "Join" : "Continue"));
+        QVERIFY(assistant.isUp());
+    }
+
+    void aPressCountsAsSoonAsThePageIsUp()
+    {
+        for (int i = 0; i < qMax(2, qEnvironmentVariableIntValue("MOMENTS")); ++i) {
+            Assistant assistant;
+            QVERIFY(assistant.goesToFirstEntries("mvinfo"));
+            QVERIFY(assistant.nextRuns("mvedit"));
+            QVERIFY(reader->await("Join"));
+            desktop->key({"Return"});
+            QVERIFY(Assistant::ran("gui_helper_tool"));
+        }
+    }
+
+    void aPressClosesAMessageAsSoonAsItIsUp()
+    {
+        for (int i = 0; i < qMax(2, qEnvironmentVariableIntValue("MOMENTS")); ++i) {
+            Answer refused;
+            refused.exitStatus = 1;
+            World::answer("mvedit", refused);
+            Assistant assistant;
+            QVERIFY(assistant.goesToFirstEntries("mvinfo"));
+            QVERIFY(assistant.nextRuns("mvedit"));
+            QVERIFY(reader->await("OK"));
+            reader->press("OK");
+            QTRY_COMPARE(desktop->windows(), QStringList{assistant.window});
+        }
+    }
+};
 
 WORLD_TEST_MAIN(TestBusy)
 #include "tst_busy.moc"
