@@ -32,10 +32,9 @@ pid_t spawn(const char* path, char* const* arguments, int stream)
 
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
-    if (stream >= 0) {
-        posix_spawn_file_actions_adddup2(&actions, stream, STDIN_FILENO);
-        posix_spawn_file_actions_adddup2(&actions, stream, STDOUT_FILENO);
-    }
+    // These refuse a negative descriptor, and the program keeps our own streams.
+    posix_spawn_file_actions_adddup2(&actions, stream, STDIN_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, stream, STDOUT_FILENO);
     posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
     pid_t pid = -1; // stays so when the program can't be started
     posix_spawn(&pid, path, &actions, nullptr, vector.data(), environ);
