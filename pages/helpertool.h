@@ -36,9 +36,9 @@ int runBehind(QDialog* progress, Page* page, int (Page::*run)(char**), void (Pag
         QFuture<int> end = QtConcurrent::run([&] {
             // It only waits for the tool; Qt 6 paints with the pool, which may have one thread.
             QThreadPool::globalInstance()->releaseThread();
-            returned = (page->*run)(args);
+            const int result = (page->*run)(args);
             QThreadPool::globalInstance()->reserveThread();
-            return returned.load();
+            return returned = result;
         });
         loop.exec();
         end.waitForFinished();
