@@ -113,13 +113,15 @@ int measureAll()
     qputenv("KRB5CCNAME", folder.filePath(QStringLiteral("ticket")).toLocal8Bit());
 
     QJsonObject all;
+    Times times;
+    // kinit by itself does not get past sixteen.
+    for (int round = 0; round < rounds; ++round)
+        times.peer.append(inShell(signIn() + " && " + question(QStringLiteral("-s base"))));
     for (const int dead : {0, 1, 16}) {
         listDeadControllers(dead);
-        Times times;
-        for (int round = 0; round < rounds; ++round) {
+        times.ours = {};
+        for (int round = 0; round < rounds; ++round)
             times.ours.append(check());
-            times.peer.append(inShell(signIn() + " && " + question(QStringLiteral("-s base"))));
-        }
         all.insert(QStringLiteral("check behind %1").arg(dead), shown(times));
     }
 
