@@ -118,7 +118,7 @@ private slots:
         addRow("base of 300 bytes", World::file({}).leftJustified(300, 'x'),
                World::file({}).leftJustified(255, 'x'));
         addRow("no room for the whole suffix", World::file({}).leftJustified(250, 'x'),
-               World::file({}).leftJustified(250, 'x') + ".XXXX");
+               World::file({}).leftJustified(250, 'x') + '.' + QString(4, 'X'));
     }
 
     void fileThatCannotBeMadeIsOnlyAName()

@@ -1,3 +1,4 @@
+#include "system/lowerpriv.h"
 #include "tests/support/helperruns.h"
 
 #include <QAccessible>
@@ -194,6 +195,35 @@ private slots:
         driver.next();
         QCOMPARE(driver.page(), 3);
         QCOMPARE(driver.wizard.focusWidget(), driver.button(QWizard::NextButton));
+    }
+
+    // What queued up in the latest step was handled in no message's loop, also where a step before
+    // has ended with one.
+    void anEarlierStepsMessageFreesNoButton_data()
+    {
+        addColumns<bool>("leave");
+        addRow("check passes at the second try", false);
+        addRow("leave is cancelled at the second try", true);
+    }
+
+    void anEarlierStepsMessageFreesNoButton()
+    {
+        QFETCH(bool, leave);
+        if (leave)
+            World::setJoined();
+        WizardDriver driver;
+        driver.next();
+        Answer refused;
+        refused.exitStatus = 1;
+        World::answer("mvedit", refused);
+        QCOMPARE(driver.next().size(), 1);
+        World::answer("mvedit", {});
+        World::answer("authorization_prompt", refused);
+        g_pProcess->setupauth();
+        driver.button(QWizard::NextButton)->click();
+        QVERIFY(!driver.button(QWizard::NextButton)->isEnabled());
+        QCOMPARE(driver.page(), leave ? 6 : 4);
+        driver.waitUntilFree();
     }
 
     void thePageCountsAsSoonAsItsMessageIsClosed()

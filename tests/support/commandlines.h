@@ -5,8 +5,8 @@
 #include <atomic>
 #include <thread>
 
-// Where a text stands on the command lines of all processes, as every user of the machine can read
-// them: "mvjoin 4" for the fourth word after the tool's path, an interpreter before it left out;
+// Where a text stands on the command lines of all processes, which all users of the machine can
+// read: "mvjoin 4" for the fourth word after the tool's path, an interpreter before it left out;
 // "kinit environment" for what only the same user can read.
 QStringList placesOf(const QByteArray& text);
 

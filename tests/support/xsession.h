@@ -16,7 +16,8 @@ public:
     // For programs that are to show themselves here.
     QProcessEnvironment environment() const;
 
-    // The ids of the windows that the window manager manages now, and of all it has ever managed.
+    // The ids of the windows that the window manager manages now, and of all that it managed since
+    // it began.
     QStringList windows() const;
     QStringList allWindowsEver() const;
     QString title(const QString& window) const;
