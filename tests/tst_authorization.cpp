@@ -251,6 +251,18 @@ private slots:
         QCOMPARE(rest(run.stream), QByteArray("got a word\n"));
     }
 
+    void whatIsLoggedWithoutStandardErrorReachesNoTool()
+    {
+        const int kept = dup(STDERR_FILENO);
+        close(STDERR_FILENO);
+        Run run(newReference(), "/bin/cat");
+        const ssize_t written = write(STDERR_FILENO, "logged\n", 7);
+        run.finish();
+        dup2(kept, STDERR_FILENO);
+        close(kept);
+        QCOMPARE(written, ssize_t(-1));
+    }
+
     void standardErrorIsLeftAlone()
     {
         struct stat own = {};
