@@ -24,7 +24,8 @@ void needApplication()
     static int argc = 1;
     static char name[] = "benchmarks";
     static char* argv[] = {name, nullptr};
-    static const QApplication application(argc, argv);
+    if (qApp == nullptr)
+        new QApplication(argc, argv); // deleted by main(): at the process's exit it is too late
     QApplication::setQuitOnLastWindowClosed(false);
 }
 
@@ -90,4 +91,5 @@ int main(int argc, char** argv)
         qFatal("Give the folder with the inputs");
     inputFolder = QString::fromLocal8Bit(argv[1]);
     benchmark::RunSpecifiedBenchmarks();
+    delete qApp;
 }
