@@ -16,7 +16,8 @@ public:
     explicit about(QWidget* parent);
     ~about() override;
 
-    // The value between the first "<string>" and the first "</string>" of a line, by position only.
+    // The value between the first "<string>" and the first "</string>" of a line. A line without
+    // them gives a text that means nothing.
     QString parse(QString line);
 
 protected:

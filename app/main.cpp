@@ -5,8 +5,8 @@
 
 int main(int argc, char* argv[])
 {
-    // Sharp icons on dense screens, also where Qt does the scaling; from Qt 6 on nothing else is
-    // known.
+    // Sharp icons on dense screens, also where Qt does the scaling. Qt 6 does so without being
+    // told.
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);

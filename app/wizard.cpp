@@ -68,7 +68,7 @@ void Wizard::offerAboutBesidePages()
     addAction(aboutAction);
 
     auto* side = new QWidget(this);
-    // As wide as the picture, so that the entry stands under its middle.
+    // With the margins beside it as wide as the picture, so that the entry stands under its middle.
     side->setFixedWidth(148);
     auto* aboutButton = new QToolButton(side);
     aboutButton->setObjectName(QStringLiteral("AboutButton"));
@@ -157,7 +157,7 @@ void Wizard::hold(bool choices)
     const QList<QAbstractButton*> buttons = findChildren<QAbstractButton*>();
     for (QAbstractButton* button : buttons) {
         const bool isChoice = qobject_cast<QPushButton*>(button) == nullptr;
-        // A choice that has the focus keeps it, for the keys that move it on to an edit.
+        // A choice that has the focus stays enabled, so that Tab goes on from it to an edit.
         if (!button->isEnabled() || (isChoice && (!choices || button == focusWidget())))
             continue;
         if (button == focusWidget()) {
@@ -181,7 +181,8 @@ void Wizard::release()
     aboutAction->setEnabled(true);
 }
 
-// The buttons keep their place in the order, so that what is typed behind them is for no edit.
+// Tab stops at the disabled buttons, too. Otherwise a text that is typed after the last edit would
+// land in the first one.
 bool Wizard::focusNextPrevChild(bool next)
 {
     if (held.isEmpty())
@@ -194,7 +195,7 @@ bool Wizard::focusNextPrevChild(bool next)
 
 bool Wizard::validateCurrentPage()
 {
-    // Not the choices: the page's check reads them, and which of them can be made.
+    // The choices stay enabled, as the page's check reads which of them are checked and enabled.
     hold(false);
     const bool valid = QWizard::validateCurrentPage();
     release();

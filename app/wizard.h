@@ -54,5 +54,5 @@ private:
     QMenu* aboutMenu;
     QList<QAbstractButton*> held;         // disabled until release()
     QAbstractButton* heldFocus = nullptr; // the one of them that had the keyboard focus
-    bool messageWasLast = false;          // of the dialogs over the current page
+    bool messageWasLast = false;          // the latest dialog over this page was a Warning
 };

@@ -55,15 +55,12 @@ void cnbrowser::drawCNTreeModel()
 {
     if (loader == nullptr)
         return;
-    if (!loader->cnDataCheck()) {
+    QStandardItemModel* drawn = loader->createModelOutOfCNData();
+    if (drawn == nullptr) {
         reportNoData();
         return;
     }
-    model = loader->createModelOutOfCNData();
-    if (model == nullptr) {
-        reportNoData();
-        return;
-    }
+    model = drawn;
     ui->browserTree->setModel(model);
     ui->browserTree->setSelectionMode(QAbstractItemView::ExtendedSelection);
     ui->browserTree->setSelectionBehavior(QAbstractItemView::SelectRows);

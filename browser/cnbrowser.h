@@ -30,10 +30,13 @@ public:
     void clearData();
 
 public slots:
+    // Shows what the loader has fetched; ends with treeDrawingDone().
     void drawCNTreeModel();
+    // Tells the chosen container's name and closes; shows a warning when none is chosen.
     void chooseButtonClicked();
 
 signals:
+    // The end of a createTree().
     void treeDrawingDone(CNBROWSER_ERROR status);
     void browseChooseButtonClicked(QString distinguishedName);
 

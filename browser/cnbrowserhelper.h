@@ -19,6 +19,7 @@ public:
     cnbrowserhelper() = default;
     ~cnbrowserhelper() override;
 
+    // What the next getCNData() asks with.
     void setDomainInfo(QString domain, QString user, QString password);
     // Releases the former load and starts a new one; its end is told by cnDataObtained(). A script
     // that can't be started tells nothing, and there is no time limit.
@@ -28,6 +29,7 @@ public:
     // Builds tree and model from the script's output and drops the output. The model is the
     // caller's; null when there is no usable output.
     QStandardItemModel* createModelOutOfCNData();
+    // Releases tree and output, and ends a script that still runs.
     void clearAllData();
 
     // The tree's operations; see containertree.h and containeritems.h. The name is split at every
@@ -41,6 +43,7 @@ public:
     void clearCNData(Level* level);
 
 signals:
+    // The script has ended, well or not.
     void cnDataObtained();
 
 private slots:

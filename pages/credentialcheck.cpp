@@ -6,8 +6,8 @@
 
 namespace {
 
-// Not escaped, as the agent's line has it: a quote in the value ends the quoted string, and an
-// administrator whose password holds one is refused (docs/known-behaviour.md).
+// Not escaped, since the form of the line is fixed: a single quote in the value ends the quoted
+// string, and the shell reads the rest (docs/known-behaviour.md).
 QString quoted(const QString& value)
 {
     return QLatin1Char('\'') + value + QLatin1Char('\'');
@@ -17,11 +17,13 @@ QString quoted(const QString& value)
 
 bool CredentialCheck::passes(const QString& domain, const QString& user, const QString& password)
 {
-    // All places are filled in one step, so that a place marker within a value stays as typed.
-    const QString command =
-        QStringLiteral("%1 %2 %3 %4 %5 %6")
-            .arg(QLatin1String(Tools::interpreter), QLatin1String(Tools::credentialScript),
-                 quoted(domain), quoted(user), quoted(password), QStringLiteral("2>&1"));
+    const QStringList words{QLatin1String(Tools::interpreter),
+                            QLatin1String(Tools::credentialScript),
+                            quoted(domain),
+                            quoted(user),
+                            quoted(password),
+                            QStringLiteral("2>&1")};
+    const QString command = words.join(QLatin1Char(' '));
     QString output;
     if (runCmd(command.toUtf8().constData(), &output) == 0)
         return true;

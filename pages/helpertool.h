@@ -31,14 +31,14 @@ int runBehind(QDialog* progress, Page* page, int (Page::*run)(char**), void (Pag
     if (canMakeThread()) {
         QEventLoop loop;
         QObject::connect(page, finished, &loop, &QEventLoop::quit);
-        // Handed over in an atomic, behind which all that the function wrote is in order, too.
+        // Atomic: once it is read, all that the function wrote before is seen as well.
         std::atomic<int> returned{abnormalToolEnd};
-        QFuture<int> end = QtConcurrent::run([&] {
-            // It only waits for the tool; Qt 6 paints with the pool, which may have one thread.
+        QFuture<void> end = QtConcurrent::run([&] {
+            // This thread only waits for the tool, so it lends its place in the pool: Qt 6 paints
+            // with the pool, which has one thread where there is one processor.
             QThreadPool::globalInstance()->releaseThread();
-            const int result = (page->*run)(args);
+            returned = (page->*run)(args);
             QThreadPool::globalInstance()->reserveThread();
-            return returned = result;
         });
         loop.exec();
         end.waitForFinished();

@@ -12,6 +12,7 @@ InterimIntro::InterimIntro(QWidget* parent) : QWizardPage(parent), ui(new Ui::In
 
 InterimIntro::~InterimIntro()
 {
+    report.reset(); // closes its stream
     delete ui;
 }
 

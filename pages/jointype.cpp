@@ -31,7 +31,7 @@ JoinType::JoinType(QWidget* parent) : QWizardPage(parent), ui(new Ui::JoinType)
 {
     ui->setupUi(this);
     alignChoicesWithDescriptions();
-    makeReachableByKeysAndEar();
+    addShortcutsAndDescriptions();
     strengthenPlaceholder();
     setButtonText(QWizard::NextButton, tr("Join"));
     for (QWidget* widget : advancedWidgets())
@@ -69,7 +69,7 @@ void JoinType::alignChoicesWithDescriptions()
 
 // The buttons that take no focus get shortcuts, shown in their tool tips; screen readers read each
 // choice out with the label beside it.
-void JoinType::makeReachableByKeysAndEar()
+void JoinType::addShortcutsAndDescriptions()
 {
     setShortcut(ui->AdvancedButton, Qt::CTRL | Qt::SHIFT | Qt::Key_A);
     setShortcut(ui->ForceLeave, Qt::CTRL | Qt::SHIFT | Qt::Key_O);
@@ -188,9 +188,9 @@ void JoinType::containerDNBrowseChose(QString distinguishedName)
     ui->ContainerDNEdit->setFocus(Qt::OtherFocusReason);
 }
 
-// The join tool takes the domain without an option, before all others. The check boxes alone decide
-// which options are passed, also while they are hidden and where their value is empty: the join
-// tool refuses what it can't use. Only an empty computer name is left out.
+// The join tool takes the domain without an option, right after name and password. The check boxes
+// alone decide which options are passed, also while they are hidden and where their value is empty:
+// the join tool refuses what it can't use. Only an empty computer name is left out.
 QStringList JoinType::joinArguments() const
 {
     QStringList arguments{QLatin1String(Tools::join),

@@ -50,7 +50,7 @@ private slots:
 private:
     void strengthenPlaceholder();
     void alignChoicesWithDescriptions();
-    void makeReachableByKeysAndEar();
+    void addShortcutsAndDescriptions();
     QList<QWidget*> advancedWidgets() const;
     QStringList joinArguments() const;
     void refuseBrowsing();

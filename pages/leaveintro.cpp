@@ -56,8 +56,8 @@ void LeaveIntro::setComputerName()
     ui->ComputerName_Val->setText(QString::fromStdString(getReturnValue(Tools::computerCommand)));
 }
 
-// Always: enrolling is not offered to somebody who leaves. The widgets stay, wired, as on the page
-// for enrolling itself.
+// On every visit, since enrolling is not offered to somebody who leaves. The widgets stay
+// connected.
 void LeaveIntro::setCloudUIComponents()
 {
     ui->enrollLabel->hide();

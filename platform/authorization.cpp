@@ -15,14 +15,15 @@ struct AuthorizationOpaqueRef {
 
 namespace {
 
-// A started tool, known by a descriptor: its process id is free again once the caller has waited.
+// A started tool, by two descriptors. Its process id would not do: once the caller has waited for
+// the tool, that may be another process's.
 struct Tool {
     int stream;
     int process;
 };
 
-// Starts a program on its own, or with `stream` as its standard input and output, with no
-// descriptor of ours above standard error. Returns its process id, or -1.
+// Starts a program that gets no descriptor of ours above standard error. Its standard input and
+// output are `stream`, or ours where that is negative. Returns its process id, or -1.
 pid_t spawn(const char* path, char* const* arguments, int stream)
 {
     std::vector<char*> vector{const_cast<char*>(path)};
@@ -32,7 +33,7 @@ pid_t spawn(const char* path, char* const* arguments, int stream)
 
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
-    // These refuse a negative descriptor, and the program keeps our own streams.
+    // These refuse a negative descriptor.
     posix_spawn_file_actions_adddup2(&actions, stream, STDIN_FILENO);
     posix_spawn_file_actions_adddup2(&actions, stream, STDOUT_FILENO);
     posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
@@ -98,7 +99,7 @@ OSStatus AuthorizationExecuteWithPrivileges(AuthorizationRef authorization, cons
     int ends[2];
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
         return errAuthorizationToolExecuteFailure;
-    // Where a standard stream is closed, not in its place: messages would be written to the tool.
+    // Never in the place of a standard stream that is closed: log messages would go to the tool.
     const int stream = fcntl(ends[0], F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
     close(ends[0]);
     const pid_t pid = stream < 0 ? -1 : spawn(tool, arguments, ends[1]);

@@ -90,7 +90,7 @@ class Screen:
             "XCURSOR_THEME": "DMZ-Black",
             "XCURSOR_SIZE": str(24 * self.scale),
             "QT_QPA_PLATFORM": "xcb",
-            "QT_QPA_PLATFORMTHEME": "qt5ct",  # to which Qt 6's listens, too
+            "QT_QPA_PLATFORMTHEME": "qt5ct",  # qt6ct answers to this name, too
             "QT_SCALE_FACTOR": str(self.scale),
             # 72 dots to the inch; Qt itself makes at least 96 of them.
             "QT_FONT_DPI": "72",

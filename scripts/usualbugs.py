@@ -137,7 +137,7 @@ def in_source(path, text):
     quoted = False
     here = None
     for line in text.split("\n"):
-        # What a Python file says of itself is no program, nor is what a shell is given to read.
+        # Docstrings and here-documents are no program.
         quotes = line.count('"""') if rules is PYTHON else 0
         if not quoted and not quotes and here is None and not re.match(rules["comment"], line):
             for kind, start, end, new in in_line(rules, line, previous):

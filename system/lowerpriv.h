@@ -34,8 +34,9 @@ public:
     int runPrivCmd(char* tool, char** args, FILE** pipe) override;
 
 private:
-    // The process id that the latest tool reported; a silent tool waits for the one before. At
-    // first it is one that no child can have.
+    // The process id that the latest tool reported; at first one that no child can have. For a tool
+    // that reports none this one is waited for: it has ended, so the wait fails, and the run counts
+    // as a success.
     std::int32_t toolPid = INT32_MAX;
 };
 

@@ -219,7 +219,7 @@ private slots:
         QCOMPARE(hidden, 3);
     }
 
-    // In the wizard the page has the wizard's name for it.
+    // Outside the wizard, whose form gives the page another name.
     void formHasItsName()
     {
         const AppleAD page;

@@ -42,8 +42,8 @@ QByteArray standardErrorDuring(const std::function<void()>& action)
     return QByteArray(text, static_cast<int>(size));
 }
 
-// A stream that gives "abc", a byte at each read, of which one is interrupted, or all from one on
-// fail.
+// A stream that gives "abc", a byte at each read. Read number `failing` fails, and so do all later
+// ones unless the error is EINTR.
 class FailingStream
 {
 public:

@@ -286,8 +286,8 @@ private slots:
         QCOMPARE(warningsDuring([] { showWarning("a message"); }), QStringList{"a message"});
     }
 
-    // What had been pressed before the message came up must not close it unread; from its event
-    // loop's first turn on a press counts.
+    // What had been pressed before the message came up must not close it unread; once that has
+    // been handled, a press counts.
     void warningIsNotClosedBeforeItIsUp()
     {
         Warning dialog;

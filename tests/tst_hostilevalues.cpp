@@ -31,7 +31,7 @@ void addValuesAndTheLongest()
     addRow("32,767 characters", longest);
 }
 
-// No shell is on the way of these.
+// For values that no shell reads.
 void addValuesOfArguments()
 {
     addValuesAndTheLongest();
@@ -111,7 +111,7 @@ private slots:
     void theJoinGetsEachCredentialWhole_data()
     {
         addValuesAndTheLongest();
-        // Passes the check, in which its quotes are the shell's.
+        // The check's shell takes the quotes away, so it passes.
         addRow("pairs of single quotes", "it''s");
     }
 

@@ -11,8 +11,7 @@
 
 namespace {
 
-// What is done while a tool keeps the program busy is heard of when the program next asks for
-// events.
+// Queues a key as if it were pressed while a tool keeps the program busy.
 void typeUnheard(Wizard* wizard, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
 {
     QMetaObject::invokeMethod(
@@ -51,7 +50,7 @@ void pressUnheard(WizardDriver& driver, const QString& way)
     else if (way == "assistive")
         pressAssistivelyUnheard(driver.button(QWizard::NextButton),
                                 QAccessibleActionInterface::pressAction());
-    else if (way == "quitting") // and the end of a session begin so
+    else if (way == "quitting") // as the end of a desktop session does
         QMetaObject::invokeMethod(qApp, &QApplication::closeAllWindows, Qt::QueuedConnection);
     else
         QCoreApplication::postEvent(driver.wizard.windowHandle(), new QEvent(QEvent::Close));
@@ -197,8 +196,8 @@ private slots:
         QCOMPARE(driver.wizard.focusWidget(), driver.button(QWizard::NextButton));
     }
 
-    // What queued up in the latest step was handled in no message's loop, also where a step before
-    // has ended with one.
+    // A step without a message keeps the buttons disabled until what queued up is handled, even
+    // where the step before ended with a message.
     void anEarlierStepsMessageFreesNoButton_data()
     {
         addColumns<bool>("leave");

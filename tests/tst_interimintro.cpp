@@ -10,7 +10,7 @@ void setReport(const QByteArray& report)
     World::answer("dsconfigad", {report, ""});
 }
 
-// The runner takes the first four bytes for a process id.
+// The runner takes these four bytes for a process id.
 const QByteArray head = "\n\n\n\n";
 const QByteArray domainLine = "Active Directory Domain          = example.test\n";
 

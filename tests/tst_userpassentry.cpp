@@ -131,7 +131,7 @@ private slots:
         QCOMPARE(driver.next(), QStringList{refusedCheck("first the errors")});
     }
 
-    // In the wizard the page has the wizard's name for it.
+    // Outside the wizard, whose form gives the page another name.
     void formHasItsName()
     {
         const UserPassEntry page;

@@ -18,7 +18,7 @@ public:
             if (now == nullptr || !widget()->isAncestorOf(now))
                 return;
             ensureWidgetVisible(now);
-            // Of an edit, that shows the cursor alone.
+            // For an edit, that shows the cursor alone.
             const QPoint middle = now->mapTo(widget(), now->rect().center());
             ensureVisible(middle.x(), middle.y(), 0, now->height() / 2 + 1);
         });
@@ -28,7 +28,7 @@ protected:
     void showEvent(QShowEvent* event) override
     {
         QScrollArea::showEvent(event);
-        // Filled by setWidget().
+        // setWidget() has switched the filling on.
         widget()->setAutoFillBackground(false);
     }
 };

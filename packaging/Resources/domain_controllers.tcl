@@ -1,5 +1,5 @@
-# Finding a domain's controllers: DNS lists them, asked where this Mac asks it, and the first one
-# that answers is taken. Sourced by domain_session.tcl.
+# Finding a domain's controllers: the name servers that this Mac uses for the domain list them, and
+# the first one that answers is taken. Sourced by domain_session.tcl.
 
 # Fetches the host names of the domain's controllers, the preferred ones first.
 proc session::list_controllers {} {

@@ -14,7 +14,8 @@ namespace eval session {
     variable directory "" ;# private: the ticket and the Kerberos settings
     variable output ;# array: what each running tool has written so far, by its channel
     variable ended {} ;# the channels of the tools that have ended, in their order
-    # What kinit and ldapsearch say, in MIT's and in the Mac's words, and the sentence for it.
+    # What kinit and ldapsearch say, in MIT's and in the Mac's words, and the sentence for it. The
+    # first that fits counts.
     variable causes {
         {password (has )?expired}
         "The password of $user has expired or must be changed: change it, for example by logging in once."
@@ -95,7 +96,8 @@ proc session::check_entries {password} {
     }
 }
 
-# Chooses a controller and gets a ticket from it; DNS, which may be slow, is asked for no other.
+# Chooses a controller and gets a ticket from it. The settings name no other, so kinit doesn't ask
+# DNS, which may be slow.
 proc session::sign_in {password} {
     global env
     variable domain; variable user; variable controller; variable directory
@@ -106,7 +108,7 @@ proc session::sign_in {password} {
     puts $settings "\[realms\]\n $realm = \{\n  kdc = $controller\n  master_kdc = $controller\n \}"
     close $settings
     array set env [list KRB5_CONFIG $directory/krb5.conf KRB5CCNAME FILE:$directory/ticket]
-    array set env {LDAPSASL_NOCANON on LC_ALL C} ;# no reverse DNS, and the wordings that are read
+    array set env {LDAPSASL_NOCANON on LC_ALL C} ;# no reverse DNS; messages in English, as `causes` has them
     lassign {-E} enterprise from
     if {[string match *Heimdal* [lindex [execute "" kinit --version] 1]]} {
         lassign {--enterprise --password-file=STDIN} enterprise from
@@ -117,8 +119,8 @@ proc session::sign_in {password} {
     }
 }
 
-# The user in kinit's words: a name of the domain itself, or else an enterprise name, whose owner
-# the controller looks for by its suffix or its domain's short name.
+# The user as kinit takes him: NAME@REALM for a name of the domain itself, or else an enterprise
+# name, whose owner the controller looks for by its suffix or its domain's short name.
 proc session::principal {enterprise} {
     variable domain; variable user
     regexp {^(?:(.*)\\)?([^@]*)(?:@(.*))?$} $user -> short name suffix
@@ -143,7 +145,7 @@ proc session::search {scope filter args} {
 # Fails with the sentence for what a tool said, or else with the tool's own words.
 proc session::explain {answer refusal} {
     variable causes; variable domain; variable user; variable controller
-    # The names that are told again could hold any wording.
+    # Names that a tool repeats are taken out, as they could hold the words of a cause.
     set wording [regsub -all -line {Password for .*: } $answer ""]
     set wording [regsub -all -line {Client ['(].*\\@.*[')]} $wording "Enterprise name"]
     set wording [regsub -all -line {Client ['(].*[')]} $wording "Client"]

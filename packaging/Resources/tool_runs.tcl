@@ -41,8 +41,8 @@ proc session::collect {channel} {
     }
 }
 
-# Opens a connection, as if it were a tool that ends when it stands or has failed. Returns its
-# channel, or nothing when the host has no address.
+# Opens a connection, which counts as a tool that ends once the connection is made or has failed.
+# Returns its channel, or nothing when the host has no address.
 proc session::connect {host port} {
     if {[catch {socket -async $host $port} channel]} {
         return ""

@@ -67,8 +67,8 @@ void Warning::setWarning(QString text)
 {
     // Looking for the ends of words takes minutes in a line of a million characters, and a tool
     // gone wrong may print one.
-    constexpr int longestMessage = 10000;
-    if (text.size() > longestMessage)
+    constexpr int longestWrappedAtWords = 10000;
+    if (text.size() > longestWrappedAtWords)
         ui->WarningLabel->setWordWrapMode(QTextOption::WrapAnywhere);
     ui->WarningLabel->setText(text);
 }
@@ -80,8 +80,7 @@ void Warning::setTitle(QString title)
 
 void showWarning(const QString& text)
 {
-    auto* warning = new Warning;
-    warning->setWarning(text);
-    warning->exec();
-    delete warning;
+    Warning warning;
+    warning.setWarning(text);
+    warning.exec();
 }

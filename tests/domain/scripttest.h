@@ -48,7 +48,7 @@ protected:
     // The calls that were noted: the tool's name and its arguments.
     QStringList noted() const;
 
-    // A file of the practice Mac that is as it was after the test function.
+    // Replaces the content of a file of the practice Mac until the end of the test function.
     static void rewrite(const QString& path, const QByteArray& text);
 
     static QString testScript(const QString& name);

@@ -30,7 +30,7 @@ bool isMeasured(const QWidget* widget)
 }
 
 // The part of the window that scrolls the widget, or none.
-QScrollArea* scrolling(const QWidget* window, const QWidget* widget)
+QScrollArea* scrollAreaOf(const QWidget* window, const QWidget* widget)
 {
     for (auto* area : window->findChildren<QScrollArea*>())
         if (area->widget()->isAncestorOf(widget))
@@ -43,8 +43,8 @@ QScrollArea* scrolling(const QWidget* window, const QWidget* widget)
 QRect placeBeside(const QWidget* other, const QWidget* widget)
 {
     const QWidget* window = widget->window();
-    const QScrollArea* area = scrolling(window, widget);
-    if (area != nullptr && area != scrolling(window, other))
+    const QScrollArea* area = scrollAreaOf(window, widget);
+    if (area != nullptr && area != scrollAreaOf(window, other))
         widget = area;
     return {widget->mapTo(window, QPoint()), widget->size()};
 }
@@ -152,7 +152,7 @@ QStringList clippings(const QWidget* window)
 
     QStringList found;
     for (int i = 0; i < widgets.size(); ++i) {
-        if (QScrollArea* area = scrolling(window, widgets.at(i)))
+        if (QScrollArea* area = scrollAreaOf(window, widgets.at(i)))
             area->ensureWidgetVisible(widgets.at(i), 0, 0);
         for (const QString& finding : measured(widgets.at(i)))
             found << described(widgets.at(i)) + QString(": ") + finding;

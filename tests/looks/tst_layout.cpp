@@ -33,13 +33,13 @@ void lengthenTexts(const QWidget* window)
         edit->setPlaceholderText(lengthened(edit->placeholderText()));
 }
 
-// The sizes for which the pages are made, in points: a Mac has 72 dots to the inch of text and
-// shows 13, other desktops have 96 and show 9 or 10.
+// Whether text has 72 dots to the inch, as on a Mac, and not 96.
 bool isLikeAMac()
 {
     return qEnvironmentVariableIntValue("QT_FONT_DPI") == 72;
 }
 
+// The sizes for which the pages are made, in points: a Mac shows 13, other desktops 9 or 10.
 int smallest()
 {
     return isLikeAMac() ? 10 : 9;

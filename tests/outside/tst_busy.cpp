@@ -102,15 +102,15 @@ void duringStep(const QString& command, int moment, const std::function<void()>&
     }
 }
 
-void addMoments(const QStringList& ways)
+// Until the step's end, after which a press counts for the next page, or also later.
+void addMoments(const QStringList& ways, int until = stepLasts)
 {
     QTest::addColumn<QString>("way");
     QTest::addColumn<int>("moment");
     const int count = qMax(2, qEnvironmentVariableIntValue("MOMENTS"));
     for (const QString& way : ways) {
-        // The last one is after the step's end, where a press may count already.
         for (int i = 0; i < count; ++i) {
-            const int moment = i * stepLasts / count;
+            const int moment = i * until / count;
             QTest::addRow("%s at %d ms", qPrintable(way), moment) << way << moment;
         }
     }
@@ -149,7 +149,7 @@ private slots:
 
     void textArrivesOnThePageThatFollows_data()
     {
-        addMoments({"text"});
+        addMoments({"text"}, stepLasts + watchedAfter);
     }
 
     void textArrivesOnThePageThatFollows()
@@ -166,7 +166,7 @@ private slots:
 
     void textBeyondTheLastEditIsForNone_data()
     {
-        addMoments({"text"});
+        addMoments({"text"}, stepLasts + watchedAfter);
     }
 
     // Of the three texts the page has edits for two; the third must not stand in the open in the
@@ -248,6 +248,7 @@ private slots:
         QVERIFY(assistant.goesToFirstEntries("mvinfo"));
         desktop->key(typed("corp.test\tadm\tsecret"));
         QVERIFY(assistant.nextRuns("mvedit"));
+        QVERIFY(reader->await("Join"));
         QVERIFY(desktop->pressIn(assistant.window, "ctrl+shift+A"));
         QVERIFY(reader->await(way));
         Answer join = heldAnswer();

@@ -17,11 +17,12 @@ class KeyDriver : public WizardDriver
 public:
     KeyDriver();
 
-    // Once a dialog has closed. A desktop's window manager does so by itself.
+    // Gives the wizard the focus back after a dialog has closed, as a window manager does.
     void activateAgain();
-    // Return, with each warning that comes up closed by Return as well; its texts.
+    // Presses Return, and again for each warning that comes up; returns their texts.
     QStringList pressReturn();
-    // A widget that takes no focus. It shows for a moment that it is pressed before it is toggled.
+    // Toggles a widget that takes no focus by Ctrl+Shift and the key, and waits until it has
+    // changed.
     void toggle(Qt::Key key, const char* name) const;
     void enterCredentials();
 };

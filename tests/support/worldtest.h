@@ -11,8 +11,9 @@
 #include <functional>
 #include <sys/resource.h>
 
-// Base of every test: before each test function the world is as new, and after it no window, child
-// process, descriptor or thread is left, and no warning was logged that the test had not allowed.
+// Base of the tests in the test world: before each test function the world is as new, and after it
+// no window, child process, descriptor or thread is left, and no warning was logged that the test
+// had not allowed.
 class WorldTest : public QObject
 {
     Q_OBJECT

@@ -243,8 +243,8 @@ int main(int argc, char** argv)
                 rows.run(use.name, fault.name, waits(use, fault),
                          [&](FILE* verdict) { runFault(use, fault, verdict); });
         }
-        const QList<Shortage> short_of = shortages();
-        for (const Shortage& shortage : short_of) {
+        const QList<Shortage> lacking = shortages();
+        for (const Shortage& shortage : lacking) {
             if ((use.name + ' ' + shortage.name).contains(wanted))
                 rows.run(use.name, shortage.name, false,
                          [&](FILE* verdict) { runShortage(use, shortage, verdict); });

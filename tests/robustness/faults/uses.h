@@ -9,7 +9,7 @@ struct Fault {
     QString name;
     enum Place { InPlace, Missing, NotExecutable, Folder } place = InPlace;
     int signal = 0;
-    int exitStatus = -1; // of its own; -1 for the use's
+    int exitStatus = -1; // -1: the use's
     QByteArray output;
     bool reportsPid = true; // where the tool has to
 };

@@ -12,7 +12,6 @@
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFile>
-#include <QSemaphore>
 #include <QThreadPool>
 
 #include <cstdio>
@@ -45,32 +44,13 @@ int children()
     return count;
 }
 
-struct Level {
+struct Counts {
     int descriptors = entries("/proc/self/fd");
     int threads = entries("/proc/self/task");
     int children = ::children();
     int windows = QApplication::topLevelWidgets().size();
     size_t memory = mallinfo2().uordblks;
 };
-
-// Starts all threads of the pool now, so that none starts during a measurement, which would count
-// its descriptor and memory.
-void fillPool()
-{
-    waitForIdleThreads();
-    const int count = QThreadPool::globalInstance()->maxThreadCount();
-    QSemaphore here;
-    QSemaphore on;
-    for (int i = 0; i < count; ++i) {
-        QThreadPool::globalInstance()->start([&here, &on] {
-            here.release();
-            on.acquire();
-        });
-    }
-    here.acquire(count);
-    on.release(count);
-    waitForIdleThreads();
-}
 
 // The C library counts what is in a thread's cache as in use. The cache can be turned off by the
 // environment only, when the program starts.
@@ -95,13 +75,16 @@ bool soak(const char* name, int count, qint64 allowed, const std::function<void(
     };
     while (done < 20)
         run();
-    const Level before;
+    // Ends the pool's threads: how many are idle, with a descriptor and memory each, varies.
+    QThreadPool::globalInstance()->waitForDone();
+    const Counts before;
     QElapsedTimer clock;
     clock.start();
     for (int i = 0; i < count; ++i)
         run();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    const Level after;
+    QThreadPool::globalInstance()->waitForDone();
+    const Counts after;
     const qint64 grown = static_cast<qint64>(after.memory - before.memory);
     const bool level = after.descriptors == before.descriptors && after.threads == before.threads &&
                        after.windows == before.windows && after.children == before.children &&
@@ -194,8 +177,6 @@ int main(int argc, char** argv)
     parser.process(application);
     if (parser.isSet("workers"))
         QThreadPool::globalInstance()->setMaxThreadCount(parser.value("workers").toInt());
-    QThreadPool::globalInstance()->setExpiryTimeout(-1);
-    fillPool();
 
     const auto number = [&parser](const char* name) { return parser.value(name).toInt(); };
     bool level = soakJoins(number("joins"));
