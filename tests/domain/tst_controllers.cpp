@@ -87,6 +87,12 @@ private slots:
                  qPrintable(QString::number(listed.milliseconds)));
     }
 
+    void goesOnForFiveSeconds()
+    {
+        listControllers(deadControllers(48) + QStringList("dc1/10"));
+        checkResult(check());
+    }
+
     void saysHowManyWereTried_data()
     {
         QTest::addColumn<int>("dead");

@@ -10,13 +10,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     Fuzz::Runner& runner = Fuzz::Runner::installed();
     runner.output = QByteArray(reinterpret_cast<const char*>(data), static_cast<int>(size));
-    QString decoded;
-    QByteArray raw;
-    const QList<QByteArray> pieces = Reference::pieces(runner.output);
-    for (const QByteArray& piece : pieces) {
-        decoded += QString::fromUtf8(piece);
-        raw += piece;
-    }
+    const QString decoded = Reference::decoded(runner.output);
     // An earlier run's output does not survive.
     QString output = "earlier";
     char* arguments[] = {nullptr};
@@ -35,6 +29,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     output = "earlier";
     Fuzz::check(runCmd(command.constData(), &output) == 0, "cat exits with 0");
     Fuzz::check(output == "earlier" + decoded, "a command's output is appended");
-    Fuzz::check(getReturnValue(command.constData()) == raw.toStdString(), "bytes stay bytes");
+    Fuzz::check(getReturnValue(command.constData()) ==
+                    Reference::pieces(runner.output).join().toStdString(),
+                "bytes stay bytes");
     return 0;
 }
