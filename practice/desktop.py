@@ -9,9 +9,10 @@ import time
 import gi
 
 gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi, Gio, GLib  # noqa: E402
+from gi.repository import Atspi, GLib  # noqa: E402
 
 from film import Film  # noqa: E402
+from reading import offer_to_read  # noqa: E402
 from screen import DESCRIPTOR, DESKTOP, HEIGHT, WIDTH, Screen  # noqa: E402
 
 SECONDS = 20  # that anything awaited may take
@@ -195,22 +196,6 @@ class Desktop(Screen):
         subprocess.run(["import", "-window", "root", path], check=True)
         subprocess.run(["mogrify", "-trim", "+repage", "-bordercolor", DESKTOP, "-border",
                         str(20 * self.scale), "-strip", path], check=True)
-
-
-def offer_to_read():
-    """Programs that start after it offer their widgets to be read."""
-    session = Gio.bus_get_sync(Gio.BusType.SESSION)
-    bus = ("org.a11y.Bus", "/org/a11y/bus")
-    # Qt 5 misses over the session bus what is there before the program; it looks for the address
-    # of the readers' bus here first.
-    address = session.call_sync(*bus, "org.a11y.Bus", "GetAddress", None, None,
-                                Gio.DBusCallFlags.NONE, SECONDS * 1000).unpack()[0]
-    subprocess.run(["xprop", "-root", "-format", "AT_SPI_BUS", "8s", "-set", "AT_SPI_BUS", address],
-                   check=True)
-    # Qt 6 offers nothing before somebody who reads has said so on the session bus.
-    session.call_sync(*bus, "org.freedesktop.DBus.Properties", "Set",
-                      GLib.Variant("(ssv)", ("org.a11y.Status", "IsEnabled", GLib.Variant("b", True))),
-                      None, Gio.DBusCallFlags.NONE, SECONDS * 1000)
 
 
 def xdotool(*arguments):

@@ -196,6 +196,24 @@ private slots:
         QCOMPARE(driver.wizard.focusWidget(), driver.button(QWizard::NextButton));
     }
 
+    void heldButtonTakesNoFocusFromAnEdit()
+    {
+        World::setJoined();
+        WizardDriver driver;
+        driver.next();
+        Answer cancelled;
+        cancelled.exitStatus = 1;
+        World::answer("authorization_prompt", cancelled);
+        g_pProcess->setupauth();
+        driver.button(QWizard::NextButton)->setFocus();
+        auto* edit = driver.on<QLineEdit>("PasswordEdit");
+        // As an assistive tool does.
+        QMetaObject::invokeMethod(edit, qOverload<>(&QWidget::setFocus), Qt::QueuedConnection);
+        driver.next();
+        QCOMPARE(driver.page(), 6);
+        QCOMPARE(driver.wizard.focusWidget(), edit);
+    }
+
     // A step without a message keeps the buttons disabled until what queued up is handled, even
     // where the step before ended with a message.
     void anEarlierStepsMessageFreesNoButton_data()

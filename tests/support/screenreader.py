@@ -3,14 +3,17 @@ line, and answers each with a line once it has been done:
 
 await CAPTION   waits until a button with this caption is shown and can be pressed, and keeps it
 press CAPTION   presses the button that was kept under this caption, whatever it reads by now"""
-import subprocess
+import pathlib
 import sys
 import time
 
 import gi
 
 gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi, Gio, GLib  # noqa: E402
+from gi.repository import Atspi, GLib  # noqa: E402
+
+sys.path.append(str(pathlib.Path(__file__).parents[2] / "practice"))
+from reading import offer_to_read  # noqa: E402
 
 kept = {}
 
@@ -58,21 +61,6 @@ def press(caption):
         pass
     Atspi.set_timeout(500, 5000)
     return "pressed"
-
-
-def offer_to_read():
-    """Programs that start after it offer their widgets to be read."""
-    session = Gio.bus_get_sync(Gio.BusType.SESSION)
-    bus = ("org.a11y.Bus", "/org/a11y/bus")
-    # Where Qt 5 looks for the address of the readers' bus first.
-    address = session.call_sync(*bus, "org.a11y.Bus", "GetAddress", None, None,
-                                Gio.DBusCallFlags.NONE, 20000).unpack()[0]
-    subprocess.run(["xprop", "-root", "-format", "AT_SPI_BUS", "8s", "-set", "AT_SPI_BUS", address],
-                   check=True)
-    # Qt 6 offers nothing before somebody who reads has said so on the session bus.
-    session.call_sync(*bus, "org.freedesktop.DBus.Properties", "Set",
-                      GLib.Variant("(ssv)", ("org.a11y.Status", "IsEnabled", GLib.Variant("b", True))),
-                      None, Gio.DBusCallFlags.NONE, 20000)
 
 
 offer_to_read()
