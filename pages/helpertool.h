@@ -5,7 +5,8 @@
 #include <QDialog>
 #include <QEventLoop>
 #include <QString>
-#include <QtConcurrent>
+#include <QThreadPool>
+#include <QtConcurrentRun>
 
 #include <atomic>
 

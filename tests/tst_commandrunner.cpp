@@ -3,7 +3,7 @@
 #include "tests/support/worldtest.h"
 
 #include <QScopeGuard>
-#include <QtConcurrent>
+#include <QtConcurrentRun>
 
 #include <cerrno>
 #include <csignal>

@@ -2,7 +2,8 @@
 
 #include <QDir>
 #include <QProcess>
-#include <QtTest>
+#include <QRegularExpression>
+#include <QTest>
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include <QDir>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 // The domain's directory, which the practice Mac prepares once and keeps in the user's cache.
 class TestPreparation : public QObject

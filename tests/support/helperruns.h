@@ -3,9 +3,10 @@
 #include "tests/support/wizarddriver.h"
 
 #include <QLabel>
+#include <QScopeGuard>
 #include <QThread>
 #include <QThreadPool>
-#include <QtConcurrent>
+#include <QtConcurrentRun>
 
 // What the join and the leave have in common: the agent's helper tool runs behind a progress
 // dialog.
