@@ -68,7 +68,7 @@ void Wizard::offerAboutBesidePages()
     addAction(aboutAction);
 
     auto* side = new QWidget(this);
-    // With the margins beside it as wide as the picture, so that the entry stands under its middle.
+    // So wide that the entry stands under the middle of the tree in the picture.
     side->setFixedWidth(148);
     auto* aboutButton = new QToolButton(side);
     aboutButton->setObjectName(QStringLiteral("AboutButton"));

@@ -1,4 +1,3 @@
-#include "system/lowerpriv.h"
 #include "tests/support/helperruns.h"
 
 #include <QAccessible>
@@ -188,9 +187,7 @@ private slots:
         WizardDriver driver;
         driver.goToCredentials();
         driver.button(QWizard::NextButton)->setFocus();
-        Answer refused;
-        refused.exitStatus = 1;
-        World::answer("mvedit", refused);
+        World::answer("mvedit", {"", "", 1});
         driver.next();
         QCOMPARE(driver.page(), 3);
         QCOMPARE(driver.wizard.focusWidget(), driver.button(QWizard::NextButton));
@@ -198,13 +195,9 @@ private slots:
 
     void heldButtonTakesNoFocusFromAnEdit()
     {
-        World::setJoined();
         WizardDriver driver;
-        driver.next();
-        Answer cancelled;
-        cancelled.exitStatus = 1;
-        World::answer("authorization_prompt", cancelled);
-        g_pProcess->setupauth();
+        driver.startAt(6);
+        World::answer("authorization_prompt", {"", "", 1});
         driver.button(QWizard::NextButton)->setFocus();
         auto* edit = driver.on<QLineEdit>("PasswordEdit");
         // As an assistive tool does.
@@ -226,17 +219,12 @@ private slots:
     void anEarlierStepsMessageFreesNoButton()
     {
         QFETCH(bool, leave);
-        if (leave)
-            World::setJoined();
         WizardDriver driver;
-        driver.next();
-        Answer refused;
-        refused.exitStatus = 1;
-        World::answer("mvedit", refused);
+        driver.startAt(leave ? 6 : 3);
+        World::answer("authorization_prompt", {"", "", 1});
+        World::answer("mvedit", {"", "", 1});
         QCOMPARE(driver.next().size(), 1);
         World::answer("mvedit", {});
-        World::answer("authorization_prompt", refused);
-        g_pProcess->setupauth();
         driver.button(QWizard::NextButton)->click();
         QVERIFY(!driver.button(QWizard::NextButton)->isEnabled());
         QCOMPARE(driver.page(), leave ? 6 : 4);
@@ -247,9 +235,7 @@ private slots:
     {
         WizardDriver driver;
         driver.goToCredentials();
-        Answer refused;
-        refused.exitStatus = 1;
-        World::answer("mvedit", refused);
+        World::answer("mvedit", {"", "", 1});
         auto* next = driver.button(QWizard::NextButton);
         const QStringList messages = warningsDuring([next] { next->click(); });
         QVERIFY(next->isEnabled());

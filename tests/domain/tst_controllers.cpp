@@ -87,7 +87,7 @@ private slots:
                  qPrintable(QString::number(listed.milliseconds)));
     }
 
-    void goesOnForFiveSeconds()
+    void asksAFourthBatch()
     {
         listControllers(deadControllers(48) + QStringList("dc1/10"));
         checkResult(check());

@@ -336,9 +336,7 @@ private slots:
     void aPressClosesAMessageAsSoonAsItIsUp()
     {
         for (int i = 0; i < qMax(2, qEnvironmentVariableIntValue("MOMENTS")); ++i) {
-            Answer refused;
-            refused.exitStatus = 1;
-            World::answer("mvedit", refused);
+            World::answer("mvedit", {"", "", 1});
             Assistant assistant;
             QVERIFY(assistant.goesToFirstEntries("mvinfo"));
             QVERIFY(assistant.nextRuns("mvedit"));

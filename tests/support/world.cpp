@@ -169,15 +169,9 @@ void World::reset()
         QDir().mkpath(path.section('/', 0, -2));
         require(QFile::link(standin, path), "link");
     }
-    Answer notJoined;
-    notJoined.exitStatus = 1;
-    answer("mvinfo", notJoined);
-    Answer hostName;
-    hostName.output = "my-mac\n";
-    answer("scutil", hostName);
-    Answer report;
-    report.output = "You are not bound to any directory.\n";
-    answer("dsconfigad", report);
+    answer("mvinfo", {"", "", 1});
+    answer("scutil", {"my-mac\n", ""});
+    answer("dsconfigad", {"You are not bound to any directory.\n", ""});
     Answer helper;
     helper.reportsPid = true;
     answer("gui_helper_tool", helper);
