@@ -15,20 +15,31 @@ public:
         setWidgetResizable(true);
         viewport()->setAutoFillBackground(false);
         connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
-            if (now == nullptr || !widget()->isAncestorOf(now))
+            if (now == nullptr || !contents->isAncestorOf(now))
                 return;
             ensureWidgetVisible(now);
             // For an edit, that shows the cursor alone.
-            const QPoint middle = now->mapTo(widget(), now->rect().center());
+            const QPoint middle = now->mapTo(contents, now->rect().center());
             ensureVisible(middle.x(), middle.y(), 0, now->height() / 2 + 1);
         });
+    }
+
+    // Hides QScrollArea's, which computes the contents' size at once: that is left until they are
+    // shown, so that no start waits for the fonts of pages that come later. Takes ownership.
+    void setWidget(QWidget* widget)
+    {
+        contents = widget;
+        contents->setParent(viewport());
     }
 
 protected:
     void showEvent(QShowEvent* event) override
     {
+        QScrollArea::setWidget(contents); // does nothing from the second time on
+        contents->setAutoFillBackground(false);
         QScrollArea::showEvent(event);
-        // setWidget() has switched the filling on.
-        widget()->setAutoFillBackground(false);
     }
+
+private:
+    QWidget* contents = nullptr;
 };
