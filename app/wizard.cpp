@@ -150,7 +150,7 @@ void Wizard::endStep(bool forward)
 // presses by mouse, key or assistive tool wait, and would be taken for presses of what the next
 // page shows. So the buttons are disabled during a step, and after it until these are handled. Text
 // that was typed meanwhile goes to the page's edits.
-void Wizard::hold(bool choices)
+void Wizard::hold(bool alsoChoices)
 {
     aboutAction->setEnabled(false);
     currentPage()->setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -158,7 +158,7 @@ void Wizard::hold(bool choices)
     for (QAbstractButton* button : buttons) {
         const bool isChoice = qobject_cast<QPushButton*>(button) == nullptr;
         // A choice that has the focus stays enabled, so that Tab goes on from it to an edit.
-        if (!button->isEnabled() || (isChoice && (!choices || button == focusWidget())))
+        if (!button->isEnabled() || (isChoice && (!alsoChoices || button == focusWidget())))
             continue;
         if (button == focusWidget()) {
             heldFocus = button;
@@ -227,7 +227,7 @@ void Wizard::pageAdjustment(bool forward)
             button(QWizard::BackButton)->setEnabled(false);
         break;
     case PageId::LeaveIntro:
-        // Cleared only when going back.
+        // At present nothing leads back here, as the report has no Back.
         if (!forward)
             enrolling = false;
         break;
@@ -243,6 +243,7 @@ void Wizard::passInterimPage(bool forward)
         return;
     }
     next();
+    // The query of the system's binding was refused: back to the first page.
     if (currentId() == PageId::Interim)
         restart();
 }

@@ -21,10 +21,11 @@ public:
     ~Wizard() override;
 
     // Puts right what QWizard's own step (forward or back) has left: the interim page is passed
-    // through, and Back is disabled where there is no way back.
+    // through, Back is disabled where there is no way back, and going back to the leave page ends
+    // enrolling.
     void pageAdjustment(bool forward);
 
-    // As QWizard's, with no button to press while a check, a join or a leave is under way.
+    // As QWizard's, with the push buttons disabled while a check, a join or a leave is under way.
     bool validateCurrentPage() override;
     // Finishes or closes; does nothing during a step, whose outcome would be lost.
     void done(int result) override;
@@ -43,7 +44,7 @@ private slots:
 private:
     void takeOverButton(WizardButton which, void (Wizard::*step)());
     void endStep(bool forward);
-    void hold(bool choices);
+    void hold(bool alsoChoices); // choices are check boxes and radio buttons
     void release();
     void passInterimPage(bool forward);
     void addAboutMenu();

@@ -9,7 +9,7 @@
 #include <functional>
 
 // What the benchmarks share. ./bench runs each once in a process of its own, because the wizard,
-// too, loads a tree into fresh memory. Nothing that a benchmark builds is released.
+// too, loads a tree into fresh memory.
 
 // The folder with the inputs, from the command line.
 extern QString inputFolder;
@@ -24,12 +24,14 @@ void needApplication();
 // Processor time in seconds that this process, without its children, has used.
 double processorTime();
 
-// Runs an action as often as its size asks for and takes the processor time of each run.
+// Runs an action as often as Google Benchmark asks and reports the processor time of each run, for
+// which the benchmark has to be set to manual time.
 void measure(benchmark::State& state, const std::function<void()>& action);
 
 // Resident memory of this process in bytes, now and at most so far.
 double residentMemory();
 double peakMemory();
 
-// For 10,000, 100,000 and 1,000,000 names, in tree order and shuffled.
+// Sets a benchmark to 10,000, 100,000 and 1,000,000 names, in tree order and shuffled, and to the
+// time that measure() reports.
 void allSizes(benchmark::internal::Benchmark* benchmark);

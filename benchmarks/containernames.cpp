@@ -52,8 +52,11 @@ public:
         containers.reserve(total);
         if (widest > 0)
             addChildren(add(0), widest, total);
-        while (containers.size() < total)
-            addChildren(openContainer(), familySize(), total);
+        while (containers.size() < total) {
+            // By itself: in which order a call's arguments are computed is the compiler's choice.
+            const int size = familySize();
+            addChildren(openContainer(), size, total);
+        }
     }
 
     QByteArrayList inTreeOrder() const

@@ -25,7 +25,7 @@ void needApplication()
     static char name[] = "benchmarks";
     static char* argv[] = {name, nullptr};
     if (qApp == nullptr)
-        new QApplication(argc, argv); // deleted by main(): at the process's exit it is too late
+        new QApplication(argc, argv); // deleted by main(): at exit Qt 6 can't any more
     QApplication::setQuitOnLastWindowClosed(false);
 }
 
@@ -55,8 +55,8 @@ double memory(const char* kind)
     if (!file.open(QIODevice::ReadOnly))
         qFatal("No /proc");
     const QByteArray status = file.readAll();
-    const QByteArray line = status.mid(status.indexOf(kind) + static_cast<int>(qstrlen(kind)));
-    return line.left(line.indexOf("kB")).trimmed().toDouble() * 1024;
+    const QByteArray rest = status.mid(status.indexOf(kind) + static_cast<int>(qstrlen(kind)));
+    return rest.left(rest.indexOf("kB")).trimmed().toDouble() * 1024;
 }
 
 } // namespace
@@ -74,9 +74,9 @@ double peakMemory()
 void allSizes(benchmark::internal::Benchmark* benchmark)
 {
     benchmark->UseManualTime();
-    for (const int order : {0, 1}) {
+    for (const Order order : {Order::Tree, Order::Shuffled}) {
         for (const int size : {10000, 100000, 1000000})
-            benchmark->Args({size, order});
+            benchmark->Args({size, static_cast<int>(order)});
     }
 }
 

@@ -15,7 +15,8 @@ void write(const QString& path, const QByteArray& content)
 
 } // namespace
 
-// writeinputs FOLDER
+// writeinputs FOLDER: writes the inputs of the benchmarks into the folder: the names in tree order
+// and shuffled for each size, those with a wide level, and a text such as tools print.
 int main(int argc, char** argv)
 {
     if (argc != 2)
@@ -26,11 +27,10 @@ int main(int argc, char** argv)
         write(name + "-tree", containerNames(count, Order::Tree).join('\n') + '\n');
         write(name + "-shuffled", containerNames(count, Order::Shuffled).join('\n') + '\n');
     }
-    constexpr int wideLevel = 50000;
+    constexpr int widest = 50000;
     write(folder.filePath("wide"),
-          containerNames(2 * wideLevel, Order::Tree, wideLevel).join('\n') + '\n');
-    constexpr int textSize = 64 << 20;
-    write(folder.filePath("text"),
-          QByteArray("A line as tools print them, now and then in other letters: Zürich\n")
-              .repeated(textSize / 67));
+          containerNames(2 * widest, Order::Tree, widest).join('\n') + '\n');
+    constexpr int textSize = 64 << 20; // bytes
+    const QByteArray line("A line as tools print them, now and then in other letters: Zürich\n");
+    write(folder.filePath("text"), line.repeated(textSize / line.size()));
 }

@@ -37,6 +37,7 @@ void AppleAD::initializePage()
 
 void AppleAD::setUIDomain()
 {
+    ui->ADName->clear();
     BindingReport report;
     while (const char* next = report.nextDomainLine()) {
         const QByteArray line(next);

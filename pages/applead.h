@@ -29,7 +29,8 @@ public:
     bool leaveAppleAD();
 
 private:
-    // Never shown; they only carry the values of the fields.
+    // The fields' values, never shown. QWizard empties the edit of a field when the user goes back;
+    // those that are shown keep what was typed.
     QLineEdit* userCarrier;
     QLineEdit* passwordCarrier;
     QLineEdit* domainCarrier;

@@ -174,6 +174,15 @@ private slots:
         QCOMPARE(World::callsOf("authorization_prompt").size(), 0);
     }
 
+    void anUnreadableBindingShowsNoFormerDomain()
+    {
+        UnbindDriver driver;
+        QCOMPARE(shownDomain(driver), QString("example.test"));
+        World::removeTool("dsconfigad");
+        driver.currentPage()->initializePage();
+        QCOMPARE(shownDomain(driver), QString());
+    }
+
     void okChecksThenUnbinds()
     {
         UnbindDriver driver;

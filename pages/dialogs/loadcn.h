@@ -16,6 +16,7 @@ public:
     explicit LoadCN(QWidget* parent = nullptr);
     ~LoadCN() override;
 
+    // The program keeps the form's text.
     void setLabel(QString text);
     void setTitle(QString title);
     // 0 to 100; stands at 99 from the start. Nothing moves it, as no tool tells how far it is.

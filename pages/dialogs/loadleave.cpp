@@ -4,6 +4,7 @@
 LoadLeave::LoadLeave(QWidget* parent) : ProgressDialog(parent), ui(new Ui::LoadLeave)
 {
     ui->setupUi(this);
+    // Overrides the form's title, which says nothing.
     setWindowTitle(tr("Leaving"));
 }
 

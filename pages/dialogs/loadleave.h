@@ -15,6 +15,7 @@ public:
     explicit LoadLeave(QWidget* parent = nullptr);
     ~LoadLeave() override;
 
+    // The program keeps the form's text.
     void setCurrText(QString text);
     void setCurrTitle(QString title);
 

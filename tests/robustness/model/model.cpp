@@ -219,8 +219,9 @@ void Rules::initialize(int page)
     switch (page) {
     case 2:
         run({"dsconfigad", "-show"});
+        on.boundName = mac.bound ? boundDomain : QString();
         if (mac.bound)
-            on.boundName = on.carriedDomain = boundDomain;
+            on.carriedDomain = boundDomain;
         break;
     case 3:
         on.user = on.carriedUser.isEmpty() ? "Administrator" : on.carriedUser;
