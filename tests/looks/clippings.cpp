@@ -3,15 +3,12 @@
 #include "widgets/wrappinglabel.h"
 
 #include <QAbstractButton>
-#include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
-#include <QPushButton>
 #include <QRegularExpression>
 #include <QScrollArea>
 #include <QTextBrowser>
-#include <QToolTip>
 #include <QTreeView>
 
 namespace {

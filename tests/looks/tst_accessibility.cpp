@@ -3,7 +3,6 @@
 
 #include <QAbstractButton>
 #include <QAccessible>
-#include <QLabel>
 #include <QLineEdit>
 #include <QTextBrowser>
 #include <QTreeView>
@@ -64,7 +63,7 @@ QStringList labelsOf(QAccessibleInterface* interface)
     return texts;
 }
 
-// The accessible objects from this one down that belong to visible widgets.
+// Collects the objects that a screen reader reaches from this one down.
 void collect(QAccessibleInterface* interface, QSet<const QObject*>* objects)
 {
     if (interface == nullptr)
@@ -167,10 +166,9 @@ private slots:
             auto* button = child<QAbstractButton>(opened->content(), QString::fromLatin1(name));
             QAccessibleActionInterface* actions =
                 QAccessible::queryAccessibleInterface(button)->actionInterface();
-            QCOMPARE(button->focusPolicy(), Qt::NoFocus);
-            QVERIFY2(
-                !actions->keyBindingsForAction(QAccessibleActionInterface::pressAction()).isEmpty(),
-                name);
+            QVERIFY2(!button->shortcut().isEmpty(), name);
+            QCOMPARE(actions->keyBindingsForAction(QAccessibleActionInterface::pressAction()),
+                     QStringList{button->shortcut().toString()});
             QCOMPARE(button->toolTip(), button->shortcut().toString(QKeySequence::NativeText));
         }
     }
@@ -199,12 +197,6 @@ private slots:
         QAccessible::installUpdateHandler(previous);
         QCOMPARE(announcements.size(), 1);
         QTEST(announcements.first(), "announcement");
-    }
-
-    void warningStartsWithItsMessage()
-    {
-        const auto opened = Scenes::open("warning-long");
-        QCOMPARE(QApplication::focusWidget()->objectName(), QString("WarningLabel"));
     }
 };
 

@@ -233,6 +233,7 @@ private slots:
                     ++seen;
             }
         }
+        QVERIFY(drawn > 0);
         QVERIFY2(seen * 10 >= drawn * 6, qPrintable(QString("%1 of %2").arg(seen).arg(drawn)));
     }
 };

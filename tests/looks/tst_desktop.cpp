@@ -25,9 +25,8 @@ private slots:
         if (joined)
             World::setJoined();
         World::hold("gui_helper_tool");
-        if (tools.last() == "mvedit") {
+        if (tools.last() == "mvedit")
             World::answer("mvedit", {"", "", 1});
-        }
         Program program;
         QVERIFY(program.showsTheWizard());
         for (const QString& tool : tools)
@@ -45,6 +44,7 @@ private slots:
         QTRY_VERIFY(isCentred());
         QVERIFY(program.session.isInFront(dialog, program.wizard));
         program.session.clickInto(program.wizard);
+        program.session.awaitWindowManager();
         QVERIFY(program.session.isInFront(dialog, program.wizard));
         World::release("gui_helper_tool");
     }

@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScopeGuard>
+#include <QScrollBar>
 #include <QTextBrowser>
 
 namespace {
@@ -79,23 +80,20 @@ private slots:
         const auto isInView = [](const QWidget* widget) {
             return widget->visibleRegion().boundingRect().height() == widget->height();
         };
-        QTRY_VERIFY(!isInView(last));
         for (QWidget* widget : {last, first}) {
+            QTRY_VERIFY(!isInView(widget));
             widget->setFocus();
             QVERIFY(isInView(widget));
         }
     }
 
+    // The others show it in their tab order.
     void pagesOpenAtTheirFirstField_data()
     {
         addColumns<QString, QString>("scene", "first");
-        addRow("introduction", "introduction-join", "Next");
-        addRow("unbind", "unbind", "ADUser");
-        addRow("credentials", "credentials", "DomainEdit");
         addRow("options", "join-options", "AutoButton");
         addRow("leave", "leave", "radioButton");
         addRow("conclusion", "conclusion-leave", "Finish");
-        addRow("containers", "containers", "browserTree");
     }
 
     void pagesOpenAtTheirFirstField()
@@ -105,7 +103,7 @@ private slots:
         QTEST(focusName(), "first");
     }
 
-    void download()
+    void downloadHasItsShortcut()
     {
         const auto opened = Scenes::open("cloud");
         auto* button = child<QPushButton>(opened->content(), "downloadButton");
@@ -117,7 +115,7 @@ private slots:
         QTRY_VERIFY(clicked);
     }
 
-    void about()
+    void f1OpensAbout()
     {
         KeyDriver driver;
         QString shown;
@@ -141,28 +139,21 @@ private slots:
                              QTest::keyClick(dialog, Qt::Key_Escape);
                          });
         QCOMPARE(shown, 1);
-        QCOMPARE(driver.wizard.options(),
-                 QWizard::NoCancelButton | QWizard::NoBackButtonOnLastPage);
     }
 
     void escapeClosesDialogs_data()
     {
-        addColumns<QString, bool>("scene", "closes");
-        addRow("warning", "warning", true);
-        addRow("about", "about", true);
-        addRow("containers", "containers", true);
-        addRow("loading", "progress-containers", true);
-        addRow("joining goes on", "progress-join", false);
-        addRow("leaving goes on", "progress-leave", false);
+        addColumns<QString>("scene");
+        addRow("warning", "warning");
+        addRow("containers", "containers");
     }
 
     void escapeClosesDialogs()
     {
         QFETCH(QString, scene);
-        QFETCH(bool, closes);
         const auto opened = Scenes::open(scene);
         pressKey(Qt::Key_Escape);
-        QCOMPARE(opened->window()->isVisible(), !closes);
+        QVERIFY(!opened->window()->isVisible());
     }
 
     void escapeKeepsTheWizard()
@@ -178,10 +169,11 @@ private slots:
     void arrowsScrollTheWarning()
     {
         const auto opened = Scenes::open("warning-long");
-        auto* text = child<QTextBrowser>(opened->content(), "WarningLabel");
-        const QRect before = text->cursorRect();
+        const auto* bar =
+            child<QTextBrowser>(opened->content(), "WarningLabel")->verticalScrollBar();
+        QCOMPARE(bar->value(), 0);
         pressKey(Qt::Key_Down);
-        QVERIFY(text->cursorRect() != before);
+        QVERIFY(bar->value() > 0);
         pressKey(Qt::Key_Return);
         QVERIFY(!opened->window()->isVisible());
     }

@@ -23,14 +23,14 @@ private slots:
         QCOMPARE(pictures, files);
     }
 
-    void pictureShowsTheScene_data()
+    void pictureHasTheScenesSizeAndTexts_data()
     {
         addColumns<QString>("scene");
         for (const QString& name : Scenes::names())
             addRow(qPrintable(name), name);
     }
 
-    void pictureShowsTheScene()
+    void pictureHasTheScenesSizeAndTexts()
     {
         QFETCH(QString, scene);
         const QString file = QString(PICTURES_FOLDER "/%1.png").arg(scene);

@@ -172,9 +172,7 @@ void World::reset()
     answer("mvinfo", {"", "", 1});
     answer("scutil", {"my-mac\n", ""});
     answer("dsconfigad", {"You are not bound to any directory.\n", ""});
-    Answer helper;
-    helper.reportsPid = true;
-    answer("gui_helper_tool", helper);
+    answer("gui_helper_tool", {"", "", 0, 0, true});
 }
 
 void World::answer(const QString& command, const Answer& answer)
@@ -264,20 +262,15 @@ int World::threads()
 
 void World::setJoined(const QByteArray& domain, const QByteArray& zone, const QByteArray& name)
 {
-    Answer value;
-    value.output = domain;
-    answer("mvinfo -d", value);
-    value.output = zone;
-    answer("mvinfo -z", value);
-    value.output = name;
-    answer("mvinfo -n", value);
+    answer("mvinfo -d", {domain, ""});
+    answer("mvinfo -z", {zone, ""});
+    answer("mvinfo -n", {name, ""});
 }
 
 void World::setBound(const QByteArray& domain)
 {
-    Answer report;
-    report.output = "\nActive Directory Forest          = " + domain +
-                    "\nActive Directory Domain          = " + domain +
-                    "\nComputer Account                 = my-mac$\n";
-    answer("dsconfigad -show", report);
+    const QByteArray report = "\nActive Directory Forest          = " + domain +
+                              "\nActive Directory Domain          = " + domain +
+                              "\nComputer Account                 = my-mac$\n";
+    answer("dsconfigad -show", {report, ""});
 }

@@ -172,6 +172,8 @@ void whileRunning(const QString& tool, const std::function<void()>& action,
     });
     poll.start(1);
     action();
+    if (poll.isActive())
+        qFatal("%s has not run", qPrintable(tool));
 }
 
 void waitForIdleThreads()

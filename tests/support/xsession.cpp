@@ -2,7 +2,6 @@
 
 #include "tests/support/world.h"
 
-#include <QDir>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -149,6 +148,15 @@ void XSession::pointAt(const QString& window, const QPoint& place) const
 void XSession::click() const
 {
     ask("xdotool", {"click", "1"});
+}
+
+void XSession::awaitWindowManager() const
+{
+    // It handles requests in their order; the number of desktops is one that it answers.
+    const QString number = QString::number(ask("xdotool", {"get_num_desktops"}).toInt() + 1);
+    ask("xdotool", {"set_num_desktops", number});
+    if (!QTest::qWaitFor([&] { return ask("xdotool", {"get_num_desktops"}) == number; }, 20000))
+        qFatal("The window manager does not answer");
 }
 
 void XSession::clickInto(const QString& window) const

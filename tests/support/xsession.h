@@ -36,6 +36,8 @@ public:
     // Moves the pointer to a place in the window, and clicks where it is.
     void pointAt(const QString& window, const QPoint& place) const;
     void click() const;
+    // Waits until the window manager has handled all that was done before.
+    void awaitWindowManager() const;
     // Clicks into the window near its upper left corner, as who wants it in front does.
     void clickInto(const QString& window) const;
 

@@ -41,11 +41,7 @@ private:
 
 Answer saying(const QString& output, int exitStatus, int signal = 0)
 {
-    Answer answer;
-    answer.output = output.toUtf8();
-    answer.exitStatus = exitStatus;
-    answer.signal = signal;
-    return answer;
+    return {output.toUtf8(), {}, exitStatus, signal};
 }
 
 void answerAs(const Machine& machine)
@@ -247,8 +243,15 @@ void TestedWizard::queue(Meanwhile meanwhile) const
         QCoreApplication::postEvent(window,
                                     new QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier, text));
     };
-    if (all || meanwhile == Meanwhile::Type)
+    if (all || meanwhile == Meanwhile::Type) {
+        // The pages of the join and the leave open with another focus: in an edit the letter could
+        // be seen.
+        const QString edit = QMap<int, QString>{{4, "ComputerNameEdit"}, {6, "UsernameEdit"}}.value(
+            wizard->currentId());
+        if (!edit.isEmpty())
+            child<QLineEdit>(wizard->currentPage(), edit)->setFocus();
         type(Qt::Key_X, typedMeanwhile);
+    }
     if (all || meanwhile == Meanwhile::Press) {
         type(Qt::Key_Return, "\r");
         type(Qt::Key_Escape, {});
@@ -286,13 +289,8 @@ void TestedWizard::press(const QString& widget)
 void TestedWizard::browse()
 {
     press("ContainerDNBrowse");
-    const auto isLoading = [] {
-        const QWidgetList windows = QApplication::topLevelWidgets();
-        return std::any_of(windows.cbegin(), windows.cend(), [](QWidget* window) {
-            return qobject_cast<LoadCN*>(window) != nullptr && window->isVisible();
-        });
-    };
-    while (isLoading())
+    const auto* loading = windowOf<LoadCN>();
+    while (loading != nullptr && loading->isVisible())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 

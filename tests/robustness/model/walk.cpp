@@ -91,6 +91,22 @@ struct Walk {
     QStringList path;
 };
 
+// Waits for a fork; what is to be said of its end, unless it ended well. The sanitizers end it with
+// a status.
+QString trouble(pid_t child)
+{
+    int status = 0;
+    while (child > 0 && waitpid(child, &status, 0) < 0 && errno == EINTR) {
+    }
+    if (child < 0)
+        return "can't be forked";
+    if (WIFSIGNALED(status))
+        return WTERMSIG(status) == SIGALRM
+                   ? "hangs"
+                   : QString("is killed by signal %1").arg(WTERMSIG(status));
+    return WEXITSTATUS(status) == 0 ? QString() : QString("exits with %1").arg(WEXITSTATUS(status));
+}
+
 // Runs the branch in a fork and waits for it.
 template <typename Branch> void fork(const QStringList& path, const QString& step, Branch branch)
 {
@@ -105,13 +121,9 @@ template <typename Branch> void fork(const QStringList& path, const QString& ste
         branch();
         _exit(0);
     }
-    int status = 0;
-    waitpid(child, &status, 0);
-    if (WIFSIGNALED(status)) {
-        const int signal = WTERMSIG(status);
-        fail(path + QStringList{step},
-             signal == SIGALRM ? "hangs" : QString("is killed by signal %1").arg(signal));
-    }
+    const QString said = trouble(child);
+    if (!said.isEmpty())
+        fail(path + QStringList{step}, said);
 }
 
 // Whether this is the first time that this step is taken from this state.
@@ -327,11 +339,11 @@ int main(int argc, char** argv)
         if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
             tally->failed++;
     }
+    const bool alike = tally->failed == 0 && tally->paths > 0;
     fprintf(report,
             "depth %d, %d random walks of %d steps from seed %u: %ld paths (%ld with a known end), "
             "%ld steps, %s\n",
             extent.depth, extent.walks, extent.steps, extent.seed, tally->paths.load(),
-            tally->known.load(), tally->steps.load(),
-            tally->failed != 0 ? "DIFFERENT" : "all alike");
-    return tally->failed != 0 ? 1 : 0;
+            tally->known.load(), tally->steps.load(), alike ? "all alike" : "DIFFERENT");
+    return alike ? 0 : 1;
 }
