@@ -19,16 +19,17 @@ public:
     explicit PressedPainting(QAbstractButton* button) : button(button)
     {
         button->installEventFilter(this);
-        connect(button, &QAbstractButton::released, this, [this] { count = 0; });
+        connect(button, &QAbstractButton::released, this, [this] { letGo = true; });
     }
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        if (event->type() == QEvent::Paint && button->isDown() && World::calls().isEmpty())
+        if (letGo && event->type() == QEvent::Paint && button->isDown() && World::calls().isEmpty())
             ++count;
         return QObject::eventFilter(watched, event);
     }
 
     QAbstractButton* button;
+    bool letGo = false; // by the mouse or the key
     int count = 0;
 };
 
