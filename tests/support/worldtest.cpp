@@ -88,9 +88,9 @@ void WorldTest::init()
 
 void WorldTest::cleanup()
 {
-    qInstallMessageHandler(previousHandler);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QThreadPool::globalInstance()->waitForDone();
+    qInstallMessageHandler(previousHandler);
     const QWidgetList windows = QApplication::topLevelWidgets();
     for (QWidget* window : windows)
         qWarning() << "left:" << window;
