@@ -3,6 +3,7 @@
 #include "tests/support/worldtest.h"
 
 #include <QScopeGuard>
+#include <QThreadPool>
 #include <QtConcurrentRun>
 
 #include <cerrno>
@@ -24,7 +25,7 @@ QByteArray returnValuePrinting(const QByteArray& bytes)
     return QByteArray::fromStdString(getReturnValue("/usr/local/bin/mvinfo"));
 }
 
-// What an action writes to the process's standard error; as much as a pipe holds.
+// What an action writes to the process's standard error, up to 1,000 bytes.
 QByteArray standardErrorDuring(const std::function<void()>& action)
 {
     int ends[2];
@@ -337,8 +338,13 @@ private slots:
         World::answer("mvinfo -z", {"zone\n", "", 2, 0, false, true});
         QString domain;
         QString zone;
-        auto first = QtConcurrent::run([&] { return runCmd("/usr/local/bin/mvinfo -d", &domain); });
-        auto second = QtConcurrent::run([&] { return runCmd("/usr/local/bin/mvinfo -z", &zone); });
+        // The global pool has one thread where there is one processor.
+        QThreadPool pool;
+        pool.setMaxThreadCount(2);
+        auto first =
+            QtConcurrent::run(&pool, [&] { return runCmd("/usr/local/bin/mvinfo -d", &domain); });
+        auto second =
+            QtConcurrent::run(&pool, [&] { return runCmd("/usr/local/bin/mvinfo -z", &zone); });
         const auto release = qScopeGuard([&] {
             World::release("mvinfo -d");
             World::release("mvinfo -z");
