@@ -312,17 +312,6 @@ private slots:
         }
     }
 
-    void restartKeepsWhatThePagesHold()
-    {
-        WizardDriver driver;
-        driver.wizard.page(4)->findChild<QLineEdit*>("ZoneEdit")->setText("MacZone");
-        World::removeTool("dsconfigad");
-        driver.next();
-        QCOMPARE(driver.page(), 0);
-        QCOMPARE(driver.wizard.page(4)->findChild<QLineEdit*>("ZoneEdit")->text(),
-                 QString("MacZone"));
-    }
-
     void joinOptionsSurviveBackAndNext()
     {
         WizardDriver driver;

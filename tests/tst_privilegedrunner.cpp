@@ -2,7 +2,6 @@
 #include "system/lowerpriv.h"
 #include "tests/support/worldtest.h"
 
-#include <QScopeGuard>
 #include <QThread>
 
 #include <atomic>
@@ -109,6 +108,12 @@ class TestPrivilegedRunner : public WorldTest
     Q_OBJECT
 
 private slots:
+    void initTestCase()
+    {
+        // init() opens another session before each test function.
+        QVERIFY2(authorizationRef != nullptr, "no session is open before main()");
+    }
+
     void toolThatCannotStartGivesTheServicesCode()
     {
         World::removeTool("gui_helper_tool");
@@ -155,11 +160,10 @@ private slots:
         QCOMPARE(World::calls().size(), 0);
     }
 
-    void sessionIsOpenBeforeMainAndAsksNothing()
+    void eachRunnerOpensASessionAndAsksNothing()
     {
         QVERIFY(dynamic_cast<LowerPriv*>(g_pProcess) != nullptr);
         const AuthorizationRef before = authorizationRef;
-        QVERIFY(before != nullptr);
         const LowerPriv another;
         QVERIFY(authorizationRef != nullptr);
         QVERIFY(authorizationRef != before);
@@ -315,28 +319,6 @@ private slots:
         delete disturber;
         sigaction(SIGUSR1, &before, nullptr);
         QCOMPARE(result, 7);
-    }
-
-    void runWaitsForTheToolsEnd()
-    {
-        World::hold("gui_helper_tool");
-        std::atomic<bool> returned{false};
-        int result = -1;
-        QThread* worker = QThread::create([&] {
-            result = Run("gui_helper_tool").result;
-            returned = true;
-        });
-        worker->start();
-        const auto end = qScopeGuard([worker] {
-            World::release("gui_helper_tool");
-            worker->wait();
-            delete worker;
-        });
-        QTRY_COMPARE(World::callsOf("gui_helper_tool").size(), 1);
-        QVERIFY(!returned);
-        World::release("gui_helper_tool");
-        QTRY_VERIFY(returned);
-        QCOMPARE(result, 0);
     }
 };
 
