@@ -24,6 +24,8 @@ QString makeRandomFile(const QString& base)
     const QList<int> before = openDescriptors();
     const QString path = randomizeFileName(base);
     const QList<int> after = openDescriptors();
+    if (after.size() > before.size() + 1)
+        qFatal("It keeps more than one descriptor open");
     for (const int descriptor : after) {
         if (!before.contains(descriptor))
             close(descriptor);

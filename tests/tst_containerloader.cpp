@@ -130,15 +130,6 @@ private slots:
         QCOMPARE(messages(), QStringList());
     }
 
-    void thereIsNoModelUntilALoadEnds()
-    {
-        Loader loader;
-        loader.helper.getCNData();
-        QVERIFY(loader.model() == nullptr);
-        QSignalSpy obtained(&loader.helper, &cnbrowserhelper::cnDataObtained);
-        QVERIFY(obtained.wait());
-    }
-
     void newLoaderHasNothing()
     {
         cnbrowserhelper helper;
@@ -189,9 +180,11 @@ private slots:
         QTRY_COMPARE(World::calls().size(), 1);
         QCOMPARE(obtained.count(), 0);
         QVERIFY(!loader.helper.cnDataCheck());
+        QVERIFY(loader.model() == nullptr);
         World::release("mvedit");
         QVERIFY(obtained.wait());
         QVERIFY(loader.helper.cnDataCheck());
+        QVERIFY(loader.model() != nullptr);
     }
 
     void outputMakesTheModel_data()
@@ -289,10 +282,14 @@ private slots:
         World::answer("mvedit", {"DC=x\n", ""});
         Loader loader;
         QVERIFY(loader.run());
+        QVERIFY(loader.model() != nullptr);
+        loader.helper.clearAllData();
+        loader.helper.clearAllData(); // a second time, which does no harm
+        // And with an output of which no tree was made yet.
+        QVERIFY(loader.run());
         loader.helper.clearAllData();
         QVERIFY(!loader.helper.cnDataCheck());
         QVERIFY(loader.model() == nullptr);
-        loader.helper.clearAllData(); // a second time, which does no harm
     }
 };
 

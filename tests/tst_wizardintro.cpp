@@ -109,11 +109,11 @@ private slots:
         const WizardIntro page;
         const QList<QLabel*> labels = page.findChildren<QLabel*>();
         QCOMPARE(labels.size(), 3);
+        for (const QLabel* label : labels)
+            QVERIFY(label->wordWrap());
         QCOMPARE(labels.at(0)->objectName(), QString("Join_label"));
         QCOMPARE(labels.at(1)->objectName(), QString("Leave_label"));
         QCOMPARE(labels.at(2)->objectName(), QString("Domain_label"));
-        QVERIFY(labels.at(0)->wordWrap());
-        QVERIFY(labels.at(1)->wordWrap());
         QCOMPARE(labels.at(0)->text(), joinText);
         QCOMPARE(labels.at(1)->text(), leaveText);
         QCOMPARE(labels.at(2)->text(), QString("TextLabel"));
