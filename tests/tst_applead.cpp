@@ -196,15 +196,6 @@ private slots:
                  QStringList({"dsconfigad", "-r", "-f", "-u", "admin", "-p", "secret"}));
     }
 
-    void afterOkTheCredentialsPageOffersTheSame()
-    {
-        UnbindDriver driver;
-        driver.next();
-        QCOMPARE(driver.page(), 3);
-        QCOMPARE(driver.texts({"DomainEdit", "UsernameEdit", "PasswordEdit"}),
-                 QStringList({"example.test", "admin", "secret"}));
-    }
-
     void nextReadsOkOnThisPageOnly()
     {
         UnbindDriver driver;

@@ -49,8 +49,6 @@ private slots:
         Conclusion page;
         page.show();
         QCOMPARE(visibleTexts(&page), QStringList{report});
-        QCOMPARE(World::calls().size(), 1);
-        QCOMPARE(World::calls().at(0).words(), QStringList({"mvinfo", "-d"}));
     }
 
     void choiceDoesNotFollowTheFlow()

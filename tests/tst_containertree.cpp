@@ -150,14 +150,6 @@ private slots:
         QCOMPARE(root->getNode()->value("aris")->getNode(), nullptr);
     }
 
-    void itemsCannotBeEdited()
-    {
-        Tree tree({"OU=a,DC=x"});
-        const std::unique_ptr<QStandardItemModel> model(tree.helper.getTreeModel(&tree.top));
-        QVERIFY(!model->item(0)->isEditable());
-        QVERIFY(!model->item(0)->child(0)->isEditable());
-    }
-
     void itemsBelongToTheirModel()
     {
         Tree tree({"OU=a,OU=b,DC=x"});

@@ -1,13 +1,11 @@
 #include "pages/joinflags.h"
 #include "tests/support/wizarddriver.h"
 
-#include <QCheckBox>
 #include <QLabel>
 #include <QSignalSpy>
 
 namespace {
 
-const QStringList showBinding{"dsconfigad", "-show"};
 const QStringList askJoined{"mvinfo", "-d"};
 
 QList<QStringList> wordsOfAllCalls()
@@ -17,24 +15,6 @@ QList<QStringList> wordsOfAllCalls()
     for (const Call& call : calls)
         words << call.words();
     return words;
-}
-
-// The states of the Mac that decide where Next on the introduction leads.
-void addStates()
-{
-    addColumns<bool, bool, int>("bound", "joined", "page");
-    addRow("bound by the system: unbind", true, false, 2);
-    addRow("bound and joined: unbind first", true, true, 2);
-    addRow("joined: leave", false, true, 6);
-    addRow("neither: credentials", false, false, 3);
-}
-
-void setState(bool bound, bool joined)
-{
-    if (bound)
-        World::setBound();
-    if (joined)
-        World::setJoined();
 }
 
 void press(WizardDriver& driver, QWizard::WizardButton which)
@@ -65,19 +45,6 @@ private slots:
         QVERIFY(!driver.button(QWizard::BackButton)->isEnabled());
     }
 
-    void afterARefusedCheckNextAsksAgain()
-    {
-        World::answer("authorization_prompt", {"", "", 1});
-        WizardDriver driver;
-        driver.next();
-        QCOMPARE(driver.page(), 0);
-        World::answer("authorization_prompt", {});
-        driver.next();
-        QCOMPARE(driver.page(), 3);
-        QCOMPARE(World::callsOf("authorization_prompt").size(), 2);
-        QCOMPARE(driver.wizard.visitedIds(), QList<int>({0, 1, 3}));
-    }
-
     void startUpProbesInOrder_data()
     {
         const QStringList hostName{"scutil", "--get", "LocalHostName"};
@@ -92,47 +59,14 @@ private slots:
     void startUpProbesInOrder()
     {
         QFETCH(bool, joined);
-        setState(true, joined);
+        World::setBound();
+        if (joined)
+            World::setJoined();
         WizardDriver driver;
         QTEST(wordsOfAllCalls(), "probes");
     }
 
-    void nextNeverStopsOnTheInterimPage_data()
-    {
-        addStates();
-    }
-
-    void nextNeverStopsOnTheInterimPage()
-    {
-        QFETCH(bool, bound);
-        QFETCH(bool, joined);
-        setState(bound, joined);
-        WizardDriver driver;
-        World::forgetCalls();
-        driver.next();
-        QTEST(driver.page(), "page");
-        QVERIFY(!driver.wizard.page(1)->isVisible());
-        QCOMPARE(World::callsOf("dsconfigad").at(0).words(), showBinding);
-    }
-
-    void backNeverLandsOnTheInterimPage_data()
-    {
-        addStates();
-    }
-
-    void backNeverLandsOnTheInterimPage()
-    {
-        QFETCH(bool, bound);
-        QFETCH(bool, joined);
-        setState(bound, joined);
-        WizardDriver driver;
-        driver.next();
-        driver.back();
-        QCOMPARE(driver.page(), 0);
-        QCOMPARE(driver.wizard.visitedIds(), QList<int>{0});
-    }
-
-    void interimCheckIsRepeatedOnEachWay()
+    void interimCheckIsRepeatedOnEachWayForward()
     {
         WizardDriver driver;
         driver.next();
@@ -266,17 +200,6 @@ private slots:
         QVERIFY(!driver.button(QWizard::BackButton)->isEnabled());
     }
 
-    void backIsEnabledWithoutAnUnbind()
-    {
-        WizardDriver driver;
-        driver.goToCredentials();
-        QVERIFY(driver.button(QWizard::BackButton)->isEnabled());
-        driver.next();
-        driver.back();
-        QCOMPARE(driver.page(), 3);
-        QVERIFY(driver.button(QWizard::BackButton)->isEnabled());
-    }
-
     // All ways of five presses, N for Next and B for Back.
     void backAndNextInEveryOrder_data()
     {
@@ -294,7 +217,8 @@ private slots:
     {
         QFETCH(bool, bound);
         QFETCH(QString, presses);
-        setState(bound, false);
+        if (bound)
+            World::setBound();
         const QList<int> way = bound ? QList<int>{0, 2, 3, 4, 7} : QList<int>{0, 3, 4, 7};
         WizardDriver driver;
         int step = 0;
@@ -310,21 +234,6 @@ private slots:
             }
             QCOMPARE(driver.page(), way.at(step));
         }
-    }
-
-    void joinOptionsSurviveBackAndNext()
-    {
-        WizardDriver driver;
-        driver.goToJoinOptions();
-        driver.on<QCheckBox>("ContainerDNLabel")->setChecked(true);
-        driver.type("ContainerDNEdit", "OU=Macs,DC=example,DC=test");
-        driver.type("ComputerNameEdit", "another");
-        driver.back();
-        driver.next();
-        QCOMPARE(driver.page(), 4);
-        QVERIFY(driver.on<QCheckBox>("ContainerDNLabel")->isChecked());
-        QCOMPARE(driver.text("ContainerDNEdit"), QString("OU=Macs,DC=example,DC=test"));
-        QCOMPARE(driver.text("ComputerNameEdit"), QString("another"));
     }
 
     void joinFlowNeverReachesTheCloudPage()

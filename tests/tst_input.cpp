@@ -5,7 +5,6 @@
 #include <QCheckBox>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QSignalSpy>
 #include <QToolButton>
 
 namespace {
@@ -63,17 +62,6 @@ class TestInput : public WorldTest
     Q_OBJECT
 
 private slots:
-    void eachPressMovesOnce()
-    {
-        WizardDriver driver;
-        driver.goToCredentials();
-        QSignalSpy moves(&driver.wizard, &QWizard::currentIdChanged);
-        driver.next();
-        QCOMPARE(moves, QList<QVariantList>({{4}}));
-        driver.back();
-        QCOMPARE(moves, QList<QVariantList>({{4}, {3}}));
-    }
-
     void pressesDuringACheckStartNothing_data()
     {
         addColumns<QString>("way");

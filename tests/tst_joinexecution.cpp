@@ -86,13 +86,6 @@ private slots:
         QCOMPARE(driver.page(), 4);
     }
 
-    void aFailureWithoutOutputShowsAnEmptyWarning()
-    {
-        answerHelper("", 8);
-        JoinDriver driver;
-        QCOMPARE(driver.next(), QStringList{""});
-    }
-
     void aNewRunForgetsThePreviousOutput()
     {
         answerHelper("Unknown user\n", 1);
@@ -185,16 +178,6 @@ private slots:
                  QStringList({"/usr/local/sbin/mvjoin", "-u", "admin", "-p", " two  words ",
                               "example.test"}) +
                      arguments);
-    }
-
-    void withoutAHostNameNoNameIsPassed()
-    {
-        World::answer("scutil", {});
-        JoinDriver driver;
-        driver.next();
-        QCOMPARE(World::callsOf("gui_helper_tool").at(0).arguments,
-                 QStringList({"/usr/local/sbin/mvjoin", "-u", "admin", "-p", "secret",
-                              "example.test", "-w"}));
     }
 
     void joiningIsSetByEveryAttempt()

@@ -154,14 +154,6 @@ private slots:
         QCOMPARE(driver.text("ComputerNameEdit"), computerName);
     }
 
-    void buildingThePageAsksNameThenProfiles()
-    {
-        const JoinType page;
-        QCOMPARE(World::calls().size(), 2);
-        QCOMPARE(World::calls().at(0).words(), QStringList({"scutil", "--get", "LocalHostName"}));
-        QCOMPARE(World::calls().at(1).words(), QStringList({"profiles", "-C"}));
-    }
-
     void enrolledMacsCantEnrollAgain()
     {
         {
@@ -331,7 +323,6 @@ private slots:
         QVERIFY(driver.button(QWizard::NextButton)->text() != QString("Join"));
         driver.next();
         QCOMPARE(driver.button(QWizard::NextButton)->text(), QString("Join"));
-        QCOMPARE(driver.currentPage()->nextId(), 7);
     }
 };
 

@@ -175,15 +175,6 @@ private slots:
         QCOMPARE(driver.page(), 7);
     }
 
-    void aPasswordWithBlanksIsOneElement()
-    {
-        LeaveDriver driver;
-        driver.type("PasswordEdit", " two  words ");
-        driver.next();
-        QCOMPARE(World::callsOf("gui_helper_tool").at(0).words(),
-                 helperCall({"-u", "admin", "-p", " two  words "}));
-    }
-
     void theDomainIsTrimmedForTheCheck()
     {
         World::setJoined(" \texample.test \r\n\n");

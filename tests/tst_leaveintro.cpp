@@ -170,12 +170,6 @@ private slots:
         QCOMPARE(driver.button(QWizard::NextButton)->text(), QString("Leave"));
     }
 
-    void theReportFollows()
-    {
-        LeaveDriver driver;
-        QCOMPARE(driver.currentPage()->nextId(), 7);
-    }
-
     void formHasItsWidgets_data()
     {
         addFormRows(

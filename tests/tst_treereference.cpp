@@ -102,7 +102,7 @@ private slots:
         }
     }
 
-    void itemsAppendedBelowAnItemOfAModel()
+    void itemsAreAppendedBelowAnItemOfAModel()
     {
         cnbrowserhelper helper;
         Level tree;

@@ -115,15 +115,6 @@ private slots:
         QCOMPARE(World::callsOf("mvedit").at(0).words(), credentialCheck("", "", ""));
     }
 
-    void aPasswordWithBlanksIsOneArgument()
-    {
-        CredentialsDriver driver;
-        driver.enterCredentials("example.test", "admin", " two  words ");
-        driver.next();
-        QCOMPARE(World::callsOf("mvedit").at(0).words(),
-                 credentialCheck("example.test", "admin", " two  words "));
-    }
-
     void theScriptsErrorOutputIsReadAsWell()
     {
         World::answer("mvedit", {"then the output\n", "first the errors\n", 1});
@@ -170,12 +161,6 @@ private slots:
     {
         CredentialsDriver driver;
         QVERIFY(driver.on<QLabel>("label_4")->wordWrap());
-    }
-
-    void firstEntryOffersOnlyAdministrator()
-    {
-        CredentialsDriver driver;
-        QCOMPARE(driver.entries(), QStringList({"", "Administrator", ""}));
     }
 
     void enteringAgainEmptiesDomainAndPassword()

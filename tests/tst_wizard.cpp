@@ -151,20 +151,6 @@ private slots:
             QVERIFY(driver.wizard.page(id)->isComplete());
     }
 
-    void carriersAreNeverSeen()
-    {
-        World::setBound();
-        WizardDriver driver;
-        driver.next();
-        QCOMPARE(driver.wizard.field("appleADDomain").toString(), QString("example.test"));
-        const QList<QLineEdit*> edits = driver.wizard.findChildren<QLineEdit*>();
-        for (const QLineEdit* edit : edits)
-            QVERIFY(edit->text() != "example.test");
-        const QWidgetList windows = QApplication::topLevelWidgets();
-        for (const QWidget* window : windows)
-            QVERIFY(window == &driver.wizard || !window->isVisible());
-    }
-
     void finishAcceptsAndCloses()
     {
         WizardDriver driver;

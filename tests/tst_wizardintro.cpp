@@ -64,18 +64,6 @@ private slots:
                                                                   QString::fromUtf8(output)}));
     }
 
-    void domainIsAskedForOnlyWhenJoined()
-    {
-        const WizardIntro notJoined;
-        QCOMPARE(World::calls().size(), 1);
-        World::setJoined();
-        const WizardIntro joined;
-        QCOMPARE(World::calls().size(), 3);
-        const QList<Call> calls = World::calls();
-        for (const Call& call : calls)
-            QCOMPARE(call.words(), QStringList({"mvinfo", "-d"}));
-    }
-
     void choiceIsMadeOnce()
     {
         WizardIntro page;
@@ -85,15 +73,6 @@ private slots:
         page.hide();
         page.show();
         QCOMPARE(visibleTexts(&page), QStringList{joinText});
-    }
-
-    void alwaysLeadsToTheInterimPage()
-    {
-        const WizardIntro notJoined;
-        QCOMPARE(notJoined.nextId(), 1);
-        World::setJoined();
-        const WizardIntro joined;
-        QCOMPARE(joined.nextId(), 1);
     }
 
     void formHasItsNameTitleAndSize()
