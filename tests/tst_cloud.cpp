@@ -1,11 +1,10 @@
 #include "system/probes.h"
 #include "tests/support/formtest.h"
+#include "tests/support/webbrowser.h"
 #include "tests/support/wizarddriver.h"
 
-#include <QDesktopServices>
 #include <QLabel>
 #include <QPushButton>
-#include <QUrl>
 
 namespace {
 
@@ -24,13 +23,6 @@ class TestCloud : public WorldTest
 {
     Q_OBJECT
 
-public slots:
-    // Takes the place of the web browser.
-    void openUrl(const QUrl& url)
-    {
-        opened << url;
-    }
-
 private slots:
     void downloadGoesOnWhenNoBrowserOpens()
     {
@@ -44,10 +36,9 @@ private slots:
     void downloadOpensThePageOnceAndGoesOn()
     {
         CloudDriver driver;
-        QDesktopServices::setUrlHandler("https", this, "openUrl");
+        WebBrowser browser;
         driver.click("downloadButton");
-        QDesktopServices::unsetUrlHandler("https");
-        QCOMPARE(opened,
+        QCOMPARE(browser.opened,
                  QList<QUrl>{QUrl(QString("https://%1/AppLoad?noumc=1").arg(enrollmentHost))});
         QCOMPARE(driver.page(), 7);
     }
@@ -95,9 +86,6 @@ private slots:
         CloudDriver driver;
         QCOMPARE(driver.on<QPushButton>("downloadButton")->focusPolicy(), Qt::ClickFocus);
     }
-
-private:
-    QList<QUrl> opened;
 };
 
 WORLD_TEST_MAIN(TestCloud)

@@ -1,11 +1,10 @@
 #include "system/probes.h"
 #include "tests/support/formtest.h"
+#include "tests/support/webbrowser.h"
 #include "tests/support/wizarddriver.h"
 
-#include <QDesktopServices>
 #include <QLabel>
 #include <QRadioButton>
-#include <QUrl>
 
 namespace {
 
@@ -29,13 +28,6 @@ public:
 class TestLeaveIntro : public WorldTest
 {
     Q_OBJECT
-
-public slots:
-    // Takes the place of the web browser.
-    void openUrl(const QUrl& url)
-    {
-        opened << url;
-    }
 
 private slots:
     void init()
@@ -154,10 +146,9 @@ private slots:
     void downloadOpensTheBrowser()
     {
         LeaveDriver driver;
-        QDesktopServices::setUrlHandler("https", this, "openUrl");
+        WebBrowser browser;
         driver.click("downloadButton");
-        QDesktopServices::unsetUrlHandler("https");
-        QCOMPARE(opened,
+        QCOMPARE(browser.opened,
                  QList<QUrl>{QUrl(QString("https://%1/AppLoad?noumc=1").arg(enrollmentHost))});
         QCOMPARE(driver.page(), 6);
     }
@@ -233,9 +224,6 @@ private slots:
         driver.type("PasswordEdit", QString(32768, 'x'));
         QCOMPARE(driver.text("PasswordEdit").size(), 32767);
     }
-
-private:
-    QList<QUrl> opened;
 };
 
 WORLD_TEST_MAIN(TestLeaveIntro)

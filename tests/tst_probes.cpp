@@ -1,22 +1,13 @@
 #include "system/commandrunner.h"
 #include "system/probes.h"
+#include "tests/support/webbrowser.h"
 #include "tests/support/worldtest.h"
-
-#include <QDesktopServices>
-#include <QUrl>
 
 #include <csignal>
 
 class TestProbes : public WorldTest
 {
     Q_OBJECT
-
-public slots:
-    // Takes the place of the web browser.
-    void openUrl(const QUrl& url)
-    {
-        opened << url;
-    }
 
 private slots:
     void joinedIsTrueWhenNoShellCanStart()
@@ -51,15 +42,15 @@ private slots:
 
     void joinedIsFalseWithoutTheAgent_data()
     {
-        addColumns<bool>("left");
+        addColumns<bool>("inPlace");
         addRow("missing", false);
         addRow("not executable", true);
     }
 
     void joinedIsFalseWithoutTheAgent()
     {
-        QFETCH(bool, left);
-        if (left)
+        QFETCH(bool, inPlace);
+        if (inPlace)
             World::replaceByPlainFile("mvinfo");
         else
             World::removeTool("mvinfo");
@@ -114,12 +105,10 @@ private slots:
 
     void downloadOpensTheEnrollmentPage()
     {
-        QDesktopServices::setUrlHandler("https", this, "openUrl");
-        opened.clear();
-        const bool accepted = download_mac_agent();
-        QDesktopServices::unsetUrlHandler("https");
-        QVERIFY(accepted);
-        QCOMPARE(opened, QList<QUrl>{QUrl("https://cloud.morvanta.example/AppLoad?noumc=1")});
+        WebBrowser browser;
+        QVERIFY(download_mac_agent());
+        QCOMPARE(browser.opened,
+                 QList<QUrl>{QUrl("https://cloud.morvanta.example/AppLoad?noumc=1")});
     }
 
     void downloadTellsWhenTheDesktopRefuses()
@@ -128,9 +117,6 @@ private slots:
         allowWarning("does not support QPlatformServices::openUrl()");
         QVERIFY(!download_mac_agent());
     }
-
-private:
-    QList<QUrl> opened;
 };
 
 WORLD_TEST_MAIN(TestProbes)
