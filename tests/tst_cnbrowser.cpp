@@ -13,12 +13,13 @@ namespace {
 const QString refusal = "The selected distinguished name(DN) is not a container object.  Please "
                         "reselect (e.g. OU or CN)";
 
-// The browser, and what it has reported.
+// The browser, and what it has reported; the containers' script prints what is given.
 class Browser
 {
 public:
-    Browser()
+    explicit Browser(const QByteArray& output = {})
     {
+        World::answer("mvedit", {output, ""});
         dialog.setDomainInfo("example.test", "admin", "secret");
     }
 
@@ -105,15 +106,15 @@ private slots:
     {
         QFETCH(QByteArray, output);
         QFETCH(int, exitStatus);
-        World::answer("mvedit", {output, "", exitStatus});
         Browser browser;
+        World::answer("mvedit", {output, "", exitStatus});
         QCOMPARE(browser.load(), QList<int>{CNBROWSER_NO_DATA});
     }
 
     void failedLoadIsLoadedAnew()
     {
-        World::answer("mvedit", {"", "", 1});
         Browser browser;
+        World::answer("mvedit", {"", "", 1});
         QCOMPARE(browser.load(), QList<int>{CNBROWSER_NO_DATA});
         QCOMPARE(browser.load(), QList<int>{CNBROWSER_NO_DATA});
         World::answer("mvedit", {"OU=a,DC=x\n", ""});
@@ -121,7 +122,7 @@ private slots:
         QCOMPARE(World::calls().size(), 3);
     }
 
-    void formIsAsItShouldBe()
+    void formHasItsNameTitleSizeAndButtons()
     {
         Browser browser;
         QCOMPARE(browser.dialog.objectName(), QString("cnbrowser"));
@@ -137,8 +138,7 @@ private slots:
 
     void loadDrawsTheTree()
     {
-        World::answer("mvedit", {"OU=Sales,DC=example,DC=test\n", ""});
-        Browser browser;
+        Browser browser("OU=Sales,DC=example,DC=test\n");
         QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
         QCOMPARE(World::calls().size(), 1);
         QCOMPARE(World::calls().at(0).arguments.mid(1),
@@ -150,8 +150,7 @@ private slots:
 
     void sameDomainIsNotLoadedAgain()
     {
-        World::answer("mvedit", {"OU=a,DC=x\n", ""});
-        Browser browser;
+        Browser browser("OU=a,DC=x\n");
         QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
         const QAbstractItemModel* model = browser.tree()->model();
         QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
@@ -163,8 +162,7 @@ private slots:
 
     void otherDomainIsLoaded()
     {
-        World::answer("mvedit", {"OU=a,DC=x\n", ""});
-        Browser browser;
+        Browser browser("OU=a,DC=x\n");
         QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
         World::answer("mvedit", {"OU=b,DC=y\n", ""});
         browser.dialog.setDomainInfo("Example.test", "admin", "secret");
@@ -178,8 +176,7 @@ private slots:
     // of the second's may come up under the first's name.
     void duringALoadNothingCountsAsDrawn()
     {
-        World::answer("mvedit", {"OU=a,DC=x\n", ""});
-        Browser browser;
+        Browser browser("OU=a,DC=x\n");
         QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
         allowWarning("Destroyed while process"); // the second load's, which the third ends
         World::hold("mvedit", "OU=Other,DC=other,DC=test\n");
@@ -197,8 +194,7 @@ private slots:
 
     void loadIsDrawnForTheDomainThatItWasStartedFor()
     {
-        World::answer("mvedit", {"OU=a,DC=x\n", ""});
-        Browser browser;
+        Browser browser("OU=a,DC=x\n");
         QSignalSpy done(&browser.dialog, &cnbrowser::treeDrawingDone);
         browser.dialog.createTree();
         browser.dialog.setDomainInfo("other.test", "admin", "secret");
@@ -218,8 +214,7 @@ private slots:
 
     void clearedDataIsLoadedAgain()
     {
-        World::answer("mvedit", {"OU=a,DC=x\n", ""});
-        Browser browser;
+        Browser browser("OU=a,DC=x\n");
         browser.load();
         browser.dialog.clearData();
         QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
@@ -249,8 +244,7 @@ private slots:
         QFETCH(QByteArray, output);
         QFETCH(QString, item);
         QFETCH(QString, name);
-        World::answer("mvedit", {output, ""});
-        Browser browser;
+        Browser browser(output);
         browser.load();
         browser.dialog.show();
         browser.select(item);
@@ -270,8 +264,7 @@ private slots:
     void chosenDomainIsRefused()
     {
         QFETCH(QString, item);
-        World::answer("mvedit", {"DCx=a,DC=example,DC=com\n", ""});
-        Browser browser;
+        Browser browser("DCx=a,DC=example,DC=com\n");
         browser.load();
         browser.dialog.show();
         browser.select(item);
@@ -283,8 +276,7 @@ private slots:
 
     void choosingNothingIsRefused()
     {
-        World::answer("mvedit", {"OU=a,DC=x\n", ""});
-        Browser browser;
+        Browser browser("OU=a,DC=x\n");
         browser.load();
         browser.dialog.show();
         browser.tree()->setCurrentIndex({});
@@ -296,8 +288,7 @@ private slots:
 
     void onlyTheCurrentRowCounts()
     {
-        World::answer("mvedit", {"OU=a,DC=x\nOU=b,DC=x\n", ""});
-        Browser browser;
+        Browser browser("OU=a,DC=x\nOU=b,DC=x\n");
         browser.load();
         browser.dialog.show();
         browser.tree()->expandAll();
@@ -312,8 +303,7 @@ private slots:
 
     void afterTwoLoadsOneClickChoosesTwice()
     {
-        World::answer("mvedit", {"OU=a,DC=x\n", ""});
-        Browser browser;
+        Browser browser("OU=a,DC=x\n");
         browser.load();
         browser.load(); // which is none, for the same domain
         browser.dialog.setDomainInfo("other.test", "admin", "secret");
@@ -329,8 +319,7 @@ private slots:
 
     void cancelReportsNothing()
     {
-        World::answer("mvedit", {"OU=a,DC=x\n", ""});
-        Browser browser;
+        Browser browser("OU=a,DC=x\n");
         browser.load();
         browser.dialog.show();
         browser.select("OU=a");

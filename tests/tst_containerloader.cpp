@@ -11,12 +11,13 @@
 
 namespace {
 
-// A loader with credentials; run() takes one load to its end.
+// A loader with credentials, and what its script answers; run() takes one load to its end.
 class Loader
 {
 public:
-    Loader()
+    explicit Loader(const Answer& answer = {})
     {
+        World::answer("mvedit", answer);
         helper.setDomainInfo("example.test", "admin", "secret");
     }
     bool run()
@@ -92,8 +93,7 @@ private slots:
     void failedScriptGivesNoData()
     {
         QFETCH(int, code);
-        World::answer("mvedit", {"OU=a,DC=x\n", "", code});
-        Loader loader;
+        Loader loader({"OU=a,DC=x\n", "", code});
         QVERIFY(loader.run());
         QCOMPARE(messages(), QStringList{QString("readStdOutput errcode:  %1").arg(code)});
         QVERIFY(!loader.helper.cnDataCheck());
@@ -102,8 +102,7 @@ private slots:
 
     void killedScriptGivesNoData()
     {
-        World::answer("mvedit", {"OU=a,DC=x\n", "", 0, SIGKILL});
-        Loader loader;
+        Loader loader({"OU=a,DC=x\n", "", 0, SIGKILL});
         QVERIFY(loader.run());
         QCOMPARE(messages(), QStringList{"readStdOutput errcode:  9"});
         QVERIFY(!loader.helper.cnDataCheck());
@@ -122,8 +121,7 @@ private slots:
     void outputWithoutADomainGivesNoModel()
     {
         QFETCH(QByteArray, output);
-        World::answer("mvedit", {output, ""});
-        Loader loader;
+        Loader loader({output, ""});
         QVERIFY(loader.run());
         QVERIFY(!loader.helper.cnDataCheck());
         QVERIFY(loader.model() == nullptr);
@@ -172,8 +170,8 @@ private slots:
 
     void loadReturnsBeforeTheScriptEnds()
     {
-        World::hold("mvedit", "DC=x\n");
         Loader loader;
+        World::hold("mvedit", "DC=x\n");
         QSignalSpy obtained(&loader.helper, &cnbrowserhelper::cnDataObtained);
         loader.helper.getCNData();
         const auto release = qScopeGuard([] { World::release("mvedit"); });
@@ -208,8 +206,7 @@ private slots:
     void outputMakesTheModel()
     {
         QFETCH(QByteArray, output);
-        World::answer("mvedit", {output, ""});
-        Loader loader;
+        Loader loader({output, ""});
         QVERIFY(loader.run());
         QVERIFY(loader.helper.cnDataCheck());
         const auto model = loader.model();
@@ -219,16 +216,14 @@ private slots:
 
     void standardErrorIsNotData()
     {
-        World::answer("mvedit", {"", "DC=x\n"});
-        Loader loader;
+        Loader loader({"", "DC=x\n"});
         QVERIFY(loader.run());
         QVERIFY(!loader.helper.cnDataCheck());
     }
 
     void modelIsMadeOnce()
     {
-        World::answer("mvedit", {"DC=x\n", ""});
-        Loader loader;
+        Loader loader({"DC=x\n", ""});
         QVERIFY(loader.run());
         QVERIFY(loader.model() != nullptr);
         QVERIFY(!loader.helper.cnDataCheck());
@@ -237,8 +232,7 @@ private slots:
 
     void secondLoadReleasesTheFirst()
     {
-        World::answer("mvedit", {"DC=first\n", ""});
-        Loader loader;
+        Loader loader({"DC=first\n", ""});
         QVERIFY(loader.run());
         QVERIFY(loader.model() != nullptr);
         World::answer("mvedit", {"DC=second\n", ""});
@@ -255,8 +249,8 @@ private slots:
     void secondLoadEndsAScriptThatStillRuns()
     {
         allowWarning("Destroyed while process");
-        World::hold("mvedit");
         Loader loader;
+        World::hold("mvedit");
         loader.helper.getCNData();
         QTRY_COMPARE(World::calls().size(), 1);
         // For the second script alone: the first one stays held, and cleanup() would find it.
@@ -279,8 +273,7 @@ private slots:
 
     void clearingReleasesEverything()
     {
-        World::answer("mvedit", {"DC=x\n", ""});
-        Loader loader;
+        Loader loader({"DC=x\n", ""});
         QVERIFY(loader.run());
         QVERIFY(loader.model() != nullptr);
         loader.helper.clearAllData();

@@ -1,8 +1,6 @@
 #include "system/commandrunner.h"
 #include "system/lowerpriv.h"
-#include "tests/support/worldtest.h"
-
-#include <QThread>
+#include "tests/support/helperruns.h"
 
 #include <atomic>
 #include <csignal>
@@ -38,11 +36,6 @@ public:
     int result = 0;
     FILE* stream = nullptr;
 };
-
-void answerHelper(int exitStatus, const QByteArray& output = {}, int signal = 0, bool held = false)
-{
-    World::answer("gui_helper_tool", {output, "", exitStatus, signal, true, held});
-}
 
 // Listens in the place of the system log and collects its lines.
 class SystemLog
@@ -193,13 +186,13 @@ private slots:
     void exitStatusIsReturned()
     {
         QFETCH(int, status);
-        answerHelper(status);
+        answerHelper("", status);
         QCOMPARE(Run("gui_helper_tool").result, status);
     }
 
     void exitIsLogged()
     {
-        answerHelper(7);
+        answerHelper("", 7);
         Run run("gui_helper_tool");
         QCOMPARE(exitLines(messages()),
                  QStringList{"[ rc: 1792 ] [ WIFEXITED(rc):  true ] [WEXITSTATUS(rc):  7 ]"});
@@ -208,7 +201,7 @@ private slots:
     void restOfTheOutputIsTheCallers()
     {
         const QByteArray output = "first line\nsecond" + QByteArray(2000, 'x');
-        answerHelper(7, output);
+        answerHelper(output, 7);
         const Run run("gui_helper_tool");
         QCOMPARE(rest(run.stream), output);
     }
@@ -224,7 +217,7 @@ private slots:
     void killedToolIs998()
     {
         QFETCH(int, signal);
-        answerHelper(0, "text", signal);
+        answerHelper("text", 0, signal);
         const Run run("gui_helper_tool");
         QCOMPARE(run.result, 998);
         QCOMPARE(rest(run.stream), QByteArray("text"));
@@ -297,7 +290,7 @@ private slots:
 
     void interruptedWaitGoesOn()
     {
-        answerHelper(7, {}, 0, true);
+        answerHelper("", 7, 0, true);
         struct sigaction before = {};
         struct sigaction interrupt = {}; // without SA_RESTART
         interrupt.sa_handler = [](int) { ++interruptions; };
