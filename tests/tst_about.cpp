@@ -60,20 +60,9 @@ private slots:
         QCOMPARE(texts(), noTexts);
     }
 
-    void unreadablePropertyListLeavesAllEmpty_data()
+    void aFolderInItsPlaceLeavesAllEmpty()
     {
-        addColumns<bool>("folder");
-        addRow("a folder", true);
-        addRow("an empty file", false);
-    }
-
-    void unreadablePropertyListLeavesAllEmpty()
-    {
-        QFETCH(bool, folder);
-        if (folder)
-            QVERIFY(QDir().mkdir(propertyListPath()));
-        else
-            writePropertyList({});
+        QVERIFY(QDir().mkdir(propertyListPath()));
         QCOMPARE(texts(), noTexts);
     }
 
@@ -112,6 +101,7 @@ private slots:
         const QByteArray version = entry("CFBundleVersion", "345");
         const QByteArray copyright = entry("NSHumanReadableCopyright", "C");
         addColumns<QByteArray, QStringList>("list", "texts");
+        addRow("no key at all", QByteArray(), noTexts);
         addRow("no name", shortVersion + version + copyright,
                QStringList{"", "Version 1.2 (345)", "C"});
         addRow("only the short version", name + shortVersion + copyright,
