@@ -2,7 +2,6 @@
 // table of what the user sees and fails where that is not what the rules give, where the program
 // crashes or hangs, or where a child process, descriptor, thread or window is left.
 
-#include "pages/helpertool.h"
 #include "tests/robustness/faults/shortage.h"
 #include "tests/robustness/faults/uses.h"
 #include "tests/robustness/faults/watch.h"
@@ -40,45 +39,25 @@ int socketCapacity()
 
 Fault printing(const QString& name, const QByteArray& output)
 {
-    Fault fault;
-    fault.name = name;
-    fault.output = output;
-    return fault;
+    return {name, Fault::InPlace, 0, -1, output};
 }
 
 QList<Fault> faults(Way way)
 {
-    QList<Fault> all;
-    Fault fault;
-    const auto add = [&all](Fault& added, const QString& name) {
-        added.name = name;
-        all << added;
-        added = Fault();
+    QList<Fault> all = {
+        {"missing", Fault::Missing},
+        {"not executable", Fault::NotExecutable},
+        {"a folder in its place", Fault::Folder},
+        {"stopped", Fault::InPlace, SIGSTOP},
+        {"silent", Fault::InPlace, 0, 0},
+        {"1 byte", Fault::InPlace, 0, -1, "x", false},
+        {"3 bytes, no process id", Fault::InPlace, 0, -1, "xyz", false},
     };
-    fault.place = Fault::Missing;
-    add(fault, "missing");
-    fault.place = Fault::NotExecutable;
-    add(fault, "not executable");
-    fault.place = Fault::Folder;
-    add(fault, "a folder in its place");
-    for (const int signal : {SIGHUP, SIGABRT, SIGKILL, SIGSEGV, SIGTERM}) {
-        fault.signal = signal;
-        add(fault, QString("killed by %1").arg(strsignal(signal)).toLower());
-    }
-    fault.signal = SIGSTOP;
-    add(fault, "stopped");
-    for (const int status : {1, 2, 126, 127, 255}) {
-        fault.exitStatus = status;
-        add(fault, QString("exit %1").arg(status));
-    }
-    fault.exitStatus = 0;
-    add(fault, "silent");
-    fault.reportsPid = false;
-    fault.output = "x";
-    add(fault, "1 byte");
-    fault.reportsPid = false;
-    fault.output = "xyz";
-    add(fault, "3 bytes, no process id");
+    for (const int signal : {SIGHUP, SIGABRT, SIGKILL, SIGSEGV, SIGTERM})
+        all << Fault{QString("killed by %1").arg(strsignal(signal)).toLower(), Fault::InPlace,
+                     signal};
+    for (const int status : {1, 2, 126, 127, 255})
+        all << Fault{QString("exit %1").arg(status), Fault::InPlace, 0, status};
     const int capacity = way == Way::Privileged ? socketCapacity() : 65536;
     all << printing("capacity less 1", QByteArray(capacity - 1, 'x'));
     QByteArray bytes;
@@ -110,12 +89,8 @@ void plant(const Use& use, const Fault& fault, int status)
     case Fault::InPlace:
         break;
     }
-    Answer answer;
-    answer.output = fault.output;
-    answer.signal = fault.signal;
-    answer.exitStatus = status;
-    answer.reportsPid = use.tool == "gui_helper_tool" && fault.reportsPid;
-    World::answer(use.command, answer);
+    const bool reportsPid = use.tool == "gui_helper_tool" && fault.reportsPid;
+    World::answer(use.command, {fault.output, "", status, fault.signal, reportsPid});
 }
 
 // A tool that is stopped is waited for; so is one with administrator rights that prints more than
@@ -167,7 +142,9 @@ void runFault(const Use& use, const Fault& fault, FILE* verdict)
 
 void runShortage(const Use& use, const Shortage& shortage, FILE* verdict)
 {
+    const Fault speaking = printing("", use.words);
     readyWorld(use);
+    plant(use, speaking, use.outputStatus);
     QThreadPool::globalInstance()->setExpiryTimeout(0);
     const Leftovers before;
     QString seen;
@@ -185,12 +162,12 @@ void runShortage(const Use& use, const Shortage& shortage, FILE* verdict)
         seen = use.use(*driver);
         driver.reset();
     }
-    const QString expected = shortage.expected(use.name);
+    const QString well = use.expected(speaking, use.outputStatus);
     QStringList left = before.left();
     // The loader leaves the QProcess of a failed fork behind, with one descriptor.
     if (shortage.kind == Shortage::Processes && use.name == "containers")
         left.removeAll("1 descriptors");
-    report(verdict, seen, seen.startsWith(expected) ? seen : expected, left);
+    report(verdict, seen, shortage.expected(use.name, well), left);
 }
 
 // A process namespace, so that a signal sent astray reaches none but the processes of this test.

@@ -10,8 +10,8 @@ struct Shortage {
     QString name;
     Kind kind;
 
-    // How the text begins that is to be seen for a use.
-    QString expected(const QString& use) const;
+    // What is to be seen for a use, given what is seen where nothing is lacking.
+    QString expected(const QString& use, const QString& well) const;
 };
 
 QList<Shortage> shortages();

@@ -10,7 +10,7 @@ struct Fault {
     enum Place { InPlace, Missing, NotExecutable, Folder } place = InPlace;
     int signal = 0;
     int exitStatus = -1; // -1: the use's
-    QByteArray output;
+    QByteArray output = {};
     bool reportsPid = true; // where the tool has to
 };
 
@@ -20,6 +20,7 @@ struct Use {
     QString command; // whose answer is at fault
     Way way;
     int outputStatus; // with which a tool that speaks exits, so that its words are seen
+    QByteArray words; // and such as only a tool that was run and read brings about
     // Brings the wizard to where the tool is used; then uses it and tells what is to be seen.
     void (*prepare)(WizardDriver&);
     QString (*use)(WizardDriver&);
