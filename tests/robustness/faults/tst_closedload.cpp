@@ -14,6 +14,8 @@ namespace {
 
 // A name of this process's own, as other tests run the same script at the same time.
 const QString user = QString("admin-%1").arg(getpid());
+const QString script = "mvedit mvedit_file_arg.tcl";
+const QByteArray containers = "OU=Sales,DC=example,DC=test\n";
 
 } // namespace
 
@@ -24,23 +26,26 @@ class TestClosedLoad : public WorldTest
 private slots:
     void theBrowserOpensWhenTheScriptEnds()
     {
-        answer(true);
+        World::hold(script, containers);
         WizardDriver driver;
         browseAndClose(driver);
-        World::release("mvedit mvedit_file_arg.tcl");
+        World::release(script);
         QTRY_VERIFY(driver.wizard.findChild<cnbrowser*>()->isVisible());
     }
 
     void theNextBrowseEndsTheScript()
     {
         allowWarning("Destroyed while process");
-        answer(true);
+        World::answer("mvedit check_domain_cred.tcl", {});
+        World::hold("mvedit");
         WizardDriver driver;
         browseAndClose(driver);
-        answer(false);
+        // For the second script alone: the first one stays held.
+        World::answer(script, {containers, ""});
         driver.on<QPushButton>("ContainerDNBrowse")->click();
         QTRY_VERIFY(driver.wizard.findChild<cnbrowser*>()->isVisible());
         QCOMPARE(World::callsOf("mvedit").size(), 2);
+        QCOMPARE(placesOf(user.toUtf8()), QStringList());
     }
 
     void aFailureDuringACheckIsToldInAMessageThatCloses_data()
@@ -57,20 +62,17 @@ private slots:
         QFETCH(int, exitStatus);
         QFETCH(QStringList, beginnings);
         QFETCH(int, page);
-        answer(true, 1);
+        World::answer(script, {"", "", 1, 0, false, true});
         WizardDriver driver;
         browseAndClose(driver);
         driver.back();
         driver.type("UsernameEdit", "admin");
-        Answer check;
-        check.exitStatus = exitStatus;
-        check.held = true;
-        World::answer("mvedit check_domain_cred.tcl", check);
+        World::answer("mvedit check_domain_cred.tcl", {"", "", exitStatus, 0, false, true});
         World::forgetCalls();
         std::thread outage([] {
             while (World::callsOf("mvedit").isEmpty())
                 std::this_thread::yield();
-            World::release("mvedit mvedit_file_arg.tcl");
+            World::release(script);
             while (!placesOf(user.toUtf8()).isEmpty())
                 std::this_thread::yield();
             World::release("mvedit check_domain_cred.tcl");
@@ -89,15 +91,6 @@ private slots:
     }
 
 private:
-    static void answer(bool held, int exitStatus = 0)
-    {
-        Answer script;
-        script.exitStatus = exitStatus;
-        script.output = "OU=Sales,DC=example,DC=test\n";
-        script.held = held;
-        World::answer("mvedit mvedit_file_arg.tcl", script);
-    }
-
     static void browseAndClose(WizardDriver& driver)
     {
         driver.goToJoinOptions("example.test", user);
