@@ -4,8 +4,7 @@
 
 #include "browser/cnbrowser.h"
 #include "pages/dialogs/warning.h"
-#include "pages/helpertool.h"
-#include "tests/support/wizarddriver.h"
+#include "tests/support/helperruns.h"
 
 #include <QCommandLineParser>
 #include <QDir>
@@ -25,11 +24,6 @@ constexpr int containers = 5000;
 // Bytes for caches that are filled once, when a dialog stays up long enough to be painted.
 constexpr qint64 caches = 32768;
 
-int entries(const char* folder)
-{
-    return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size();
-}
-
 // Child processes of all threads, ended or not.
 int children()
 {
@@ -45,8 +39,8 @@ int children()
 }
 
 struct Counts {
-    int descriptors = entries("/proc/self/fd");
-    int threads = entries("/proc/self/task");
+    int descriptors = openDescriptors().size();
+    int threads = World::threads();
     int children = ::children();
     int windows = QApplication::topLevelWidgets().size();
     size_t memory = mallinfo2().uordblks;
@@ -86,8 +80,7 @@ bool soak(const char* name, int count, qint64 allowed, const std::function<void(
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QThreadPool::globalInstance()->waitForDone();
     // The system counts a thread a little longer, maybe in `before`, too.
-    const bool ended =
-        QTest::qWaitFor([&] { return entries("/proc/self/task") <= before.threads; });
+    const bool ended = QTest::qWaitFor([&] { return World::threads() <= before.threads; });
     const Counts after;
     const qint64 grown = static_cast<qint64>(after.memory - before.memory);
     const bool level = ended && after.descriptors == before.descriptors &&
@@ -102,14 +95,17 @@ bool soak(const char* name, int count, qint64 allowed, const std::function<void(
     return level;
 }
 
-// Every other run fails.
-void answerRun(int run)
+// The page's run of the helper tool. Every other one fails.
+void runHelper(const WizardDriver& driver, int run)
 {
-    Answer answer;
-    answer.reportsPid = true;
-    answer.output = "It says something\n";
-    answer.exitStatus = run % 2;
-    World::answer("gui_helper_tool", answer);
+    const bool succeeds = run % 2 == 0;
+    answerHelper("It says something\n", succeeds ? 0 : 1);
+    const QStringList warnings = warningsDuring([&] {
+        if (driver.currentPage()->validatePage() != succeeds)
+            qFatal("Run %d does not end as its tool", run);
+    });
+    if (warnings.isEmpty() != succeeds)
+        qFatal("Run %d does not say what its tool said", run);
 }
 
 bool soakJoins(int count)
@@ -117,10 +113,7 @@ bool soakJoins(int count)
     WizardDriver driver;
     driver.goToJoinOptions();
     // The argument vector: its ten strings after each run, the array as well after a success.
-    return soak("joins", count, 366, [&driver](int run) {
-        answerRun(run);
-        warningsDuring([&driver] { driver.currentPage()->validatePage(); });
-    });
+    return soak("joins", count, 366, [&driver](int run) { runHelper(driver, run); });
 }
 
 bool soakLeaves(int count)
@@ -128,10 +121,7 @@ bool soakLeaves(int count)
     World::setJoined();
     WizardDriver driver;
     driver.next();
-    return soak("leaves", count, 210, [&driver](int run) {
-        answerRun(run);
-        warningsDuring([&driver] { driver.currentPage()->validatePage(); });
-    });
+    return soak("leaves", count, 210, [&driver](int run) { runHelper(driver, run); });
 }
 
 bool soakLoads(int count)
@@ -145,19 +135,22 @@ bool soakLoads(int count)
     // The maps of each level, with their keys, whose nodes are larger with Qt 6.
     constexpr int node = QT_VERSION_MAJOR < 6 ? 112 : 128;
     return soak("loads", count, containers * node, [&browser](int run) {
+        World::forgetCalls();
         QEventLoop loop;
-        QObject::connect(&browser, &cnbrowser::treeDrawingDone, &loop, &QEventLoop::quit);
+        QObject::connect(&browser, &cnbrowser::treeDrawingDone, &loop, &QEventLoop::exit);
         browser.setDomainInfo(QString("example%1.test").arg(run % 2), "admin", "secret");
         browser.createTree();
-        loop.exec();
-        World::forgetCalls();
+        if (loop.exec() != CNBROWSER_SUCCESS || World::callsOf("mvedit").size() != 1)
+            qFatal("Load %d draws nothing", run);
     });
 }
 
 bool soakWarnings(int count)
 {
     return soak("warnings", count, 0, [](int run) {
-        warningsDuring([run] { showWarning(QString("Warning %1\nof many").arg(run)); });
+        const QString text = QString("Warning %1\nof many").arg(run);
+        if (warningsDuring([&text] { showWarning(text); }) != QStringList{text})
+            qFatal("Warning %d is not shown", run);
     });
 }
 
@@ -170,7 +163,10 @@ int main(int argc, char** argv)
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
+        if (type == QtFatalMsg)
+            fprintf(stderr, "%s\n", qPrintable(text));
+    });
     QCommandLineParser parser;
     parser.addHelpOption();
     parser.addOptions({{"joins", "Number of joins.", "number", "1000"},
