@@ -25,26 +25,13 @@ void count(const std::function<void()>& operation)
     CALLGRIND_TOGGLE_COLLECT;
 }
 
-QStringList lines(Order order)
-{
-    QStringList texts;
-    for (const QByteArray& name : containerNames(names, order))
-        texts << QString::fromUtf8(name);
-    return texts;
-}
-
-void parse(const QStringList& texts, Level* tree)
-{
-    cnbrowserhelper helper;
-    for (const QString& text : texts)
-        helper.parseCNData(text, tree);
-}
-
 void treeToModel()
 {
     Level tree;
-    parse(lines(Order::Shuffled), &tree);
     cnbrowserhelper helper;
+    const QByteArrayList shuffled = containerNames(names, Order::Shuffled);
+    for (const QByteArray& name : shuffled)
+        helper.parseCNData(QString::fromUtf8(name), &tree);
     count([&] { helper.getTreeModel(&tree); });
 }
 
