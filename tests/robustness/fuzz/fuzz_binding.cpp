@@ -1,5 +1,5 @@
 // The report of the system's own binding: the unbind page shows the domain of the last line that
-// names one, and the interim page leads there exactly when a line does.
+// names one, and the interim page leads there when a line does.
 
 #include "pages/applead.h"
 #include "pages/interimintro.h"

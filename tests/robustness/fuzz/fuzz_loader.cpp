@@ -44,18 +44,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     Fuzz::check((model != nullptr) == usable, "there is a model when the data are usable");
     if (!usable)
         return 0;
-    QStringList roots;
-    for (int row = 0; row < model->rowCount(); ++row)
-        roots << model->item(row)->text();
-    QStringList expected;
-    const QStringList tree = Reference::tree(text);
-    for (int i = 0, root = 0; i < tree.size() && root < roots.size(); ++i) {
-        if (tree.at(i) == roots.at(root)) {
-            expected << tree.at(i);
-            ++root;
-        }
-    }
-    Fuzz::check(expected == roots, "the model's roots are the tree's, in order");
+    QStringList texts;
+    QStringList names;
+    Fuzz::list(*model, &texts, &names);
+    Fuzz::check(texts == Reference::tree(text), "the model is the reference's");
     Fuzz::check(loader.createModelOutOfCNData() == nullptr, "the output is used up");
     return 0;
 }

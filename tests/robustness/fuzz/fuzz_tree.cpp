@@ -45,20 +45,6 @@ private:
     Level* top = new Level;
 };
 
-void list(const QAbstractItemModel& model, const QModelIndex& parent, const QString& indent,
-          QStringList& texts, QStringList& names)
-{
-    for (int row = 0; row < model.rowCount(parent); ++row) {
-        const QModelIndex item = model.index(row, 0, parent);
-        texts << indent + item.data().toString();
-        QStringList name;
-        for (QModelIndex above = item; above.isValid(); above = above.parent())
-            name << above.data().toString();
-        names << name.join(',');
-        list(model, item, indent + ' ', texts, names);
-    }
-}
-
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
@@ -71,7 +57,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         tree.insert(line);
     QStringList texts;
     QStringList names;
-    list(*tree.model(), {}, {}, texts, names);
+    Fuzz::list(*tree.model(), &texts, &names);
     Fuzz::check(texts == Reference::tree(lines), "the tree is the reference's");
 
     for (const QString& name : std::as_const(names)) {
@@ -80,7 +66,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
             tree.insert(name);
     }
     QStringList again;
-    list(*tree.model(), {}, {}, again, names);
+    Fuzz::list(*tree.model(), &again, &names);
     Fuzz::check(again == texts, "an item's name leads to that item");
     return 0;
 }

@@ -11,6 +11,20 @@ void Fuzz::check(bool holds, const char* claim)
     abort();
 }
 
+void Fuzz::list(const QAbstractItemModel& model, QStringList* texts, QStringList* names,
+                const QModelIndex& parent, const QString& indent)
+{
+    for (int row = 0; row < model.rowCount(parent); ++row) {
+        const QModelIndex item = model.index(row, 0, parent);
+        *texts << indent + item.data().toString();
+        QStringList name;
+        for (QModelIndex above = item; above.isValid(); above = above.parent())
+            name << above.data().toString();
+        *names << name.join(',');
+        list(model, texts, names, item, indent + ' ');
+    }
+}
+
 Fuzz::Runner& Fuzz::Runner::installed()
 {
     static Runner runner;

@@ -3,13 +3,19 @@
 #include "system/lowerpriv.h"
 #include "tests/support/reference.h"
 
+#include <QAbstractItemModel>
 #include <QByteArray>
+#include <QStringList>
 
 // What the fuzz targets share.
 namespace Fuzz {
 
 // Ends the process, which the fuzzer takes for a find.
 void check(bool holds, const char* claim);
+
+// Of each item its text, a blank before it for each level, and its distinguished name.
+void list(const QAbstractItemModel& model, QStringList* texts, QStringList* names,
+          const QModelIndex& parent = {}, const QString& indent = {});
 
 // Stands in for the privileged runner: "runs" a tool that prints `output`, keeps the arguments.
 class Runner : public priv
