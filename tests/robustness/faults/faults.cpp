@@ -74,7 +74,7 @@ QList<Fault> faults(Way way)
     return all;
 }
 
-void plant(const Use& use, const Fault& fault, int status)
+void plant(const Use& use, const Fault& fault, int status, bool held = false)
 {
     switch (fault.place) {
     case Fault::Missing:
@@ -90,7 +90,7 @@ void plant(const Use& use, const Fault& fault, int status)
         break;
     }
     const bool reportsPid = use.tool == "gui_helper_tool" && fault.reportsPid;
-    World::answer(use.command, {fault.output, "", status, fault.signal, reportsPid});
+    World::answer(use.command, {fault.output, "", status, fault.signal, reportsPid, held});
 }
 
 // A tool that is stopped is waited for; so is one with administrator rights that prints more than
@@ -144,7 +144,7 @@ void runShortage(const Use& use, const Shortage& shortage, FILE* verdict)
 {
     const Fault speaking = printing("", use.words);
     readyWorld(use);
-    plant(use, speaking, use.outputStatus);
+    plant(use, speaking, use.outputStatus, shortage.kind == Shortage::Interruptions);
     QThreadPool::globalInstance()->setExpiryTimeout(0);
     const Leftovers before;
     QString seen;
@@ -156,7 +156,7 @@ void runShortage(const Use& use, const Shortage& shortage, FILE* verdict)
         };
         if (use.prepare != nothing)
             go();
-        const ShortageGuard guard(shortage);
+        const ShortageGuard guard(shortage, use.command);
         if (use.prepare == nothing)
             go();
         seen = use.use(*driver);

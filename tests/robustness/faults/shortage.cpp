@@ -2,14 +2,17 @@
 
 #include "tests/support/world.h"
 
+#include <QDir>
 #include <QFile>
 #include <QMap>
+#include <QThread>
 #include <QThreadPool>
 
 #include <cerrno>
 #include <csignal>
 #include <cstddef>
 #include <fcntl.h>
+#include <functional>
 #include <linux/filter.h>
 #include <linux/seccomp.h>
 #include <sched.h>
@@ -17,7 +20,6 @@
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
-#include <sys/time.h>
 #include <unistd.h>
 
 namespace {
@@ -81,14 +83,21 @@ void refuseThreads()
 
 void ignoreAlarm(int) {}
 
-// An alarm each fifth of a millisecond that interrupts whatever call it finds.
-void alarms(bool on)
+// Sends alarms to each thread, which interrupt whatever call it is in; the system would send those
+// of a timer to the main thread alone. Lets the held tool end when it has been waited for
+// meanwhile.
+void alarmThreads(const std::atomic<bool>& ended, const QString& command)
 {
-    struct sigaction action = {};
-    action.sa_handler = ignoreAlarm;
-    sigaction(SIGALRM, &action, nullptr);
-    const itimerval often = {{0, on ? 200 : 0}, {0, on ? 200 : 0}};
-    setitimer(ITIMER_REAL, &often, nullptr);
+    int waited = 0;
+    while (!ended) {
+        const QStringList threads =
+            QDir("/proc/self/task").entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+        for (const QString& thread : threads)
+            tgkill(getpid(), thread.toInt(), SIGALRM);
+        QThread::usleep(200);
+        if (!World::callsOf(command.section(' ', 0, 0)).isEmpty() && ++waited == 100)
+            World::release(command);
+    }
 }
 
 } // namespace
@@ -129,7 +138,7 @@ QString Shortage::expected(const QString& use, const QString& well) const
     return well;
 }
 
-ShortageGuard::ShortageGuard(const Shortage& shortage) : kind(shortage.kind)
+ShortageGuard::ShortageGuard(const Shortage& shortage, const QString& command) : kind(shortage.kind)
 {
     switch (kind) {
     case Shortage::Descriptors:
@@ -154,7 +163,10 @@ ShortageGuard::ShortageGuard(const Shortage& shortage) : kind(shortage.kind)
         }
         break;
     case Shortage::Interruptions:
-        alarms(true);
+        struct sigaction action = {};
+        action.sa_handler = ignoreAlarm;
+        sigaction(SIGALRM, &action, nullptr);
+        interrupter = std::thread(alarmThreads, std::cref(ended), command);
         break;
     }
 }
@@ -184,7 +196,8 @@ ShortageGuard::~ShortageGuard()
         }
         break;
     case Shortage::Interruptions:
-        alarms(false);
+        ended = true;
+        interrupter.join();
         break;
     }
 }

@@ -3,6 +3,9 @@
 #include <QList>
 #include <QString>
 
+#include <atomic>
+#include <thread>
+
 // Something that the whole program lacks, rather than one tool.
 struct Shortage {
     enum Kind { Descriptors, Processes, Threads, Disk, StandardStreams, Interruptions };
@@ -16,11 +19,12 @@ struct Shortage {
 
 QList<Shortage> shortages();
 
-// The shortage holds from construction to destruction.
+// The shortage holds from construction to destruction. Interruptions go on while the tool of the
+// command, which is held, is waited for, and then let it end.
 class ShortageGuard
 {
 public:
-    explicit ShortageGuard(const Shortage& shortage);
+    ShortageGuard(const Shortage& shortage, const QString& command);
     ~ShortageGuard();
     ShortageGuard(const ShortageGuard&) = delete;
     ShortageGuard& operator=(const ShortageGuard&) = delete;
@@ -28,4 +32,6 @@ public:
 private:
     Shortage::Kind kind;
     int standard[3] = {-1, -1, -1};
+    std::atomic<bool> ended{false};
+    std::thread interrupter;
 };
