@@ -12,7 +12,7 @@ namespace eval session {
     variable controllers {} ;# that may be asked, by their host names, the preferred one first
     variable controller "" ;# that is asked
     variable directory "" ;# private: the ticket and the Kerberos settings
-    variable output ;# array: what each running tool has written so far, by its channel
+    variable output ;# array: the bytes that each running tool has written, by its channel
     variable ended {} ;# the channels of the tools that have ended, in their order
     # What kinit and ldapsearch say, in MIT's and in the Mac's words, and the sentence for it. The
     # first that fits counts.

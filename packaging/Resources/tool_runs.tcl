@@ -1,7 +1,7 @@
 # Running the system's tools, one alone or several side by side. Sourced by domain_session.tcl.
 
 # Runs a tool to its end with `input` as its standard input. Returns its exit status, or -1 when it
-# was ended because nothing came from it for ten seconds, and what it wrote, as bytes.
+# was ended because nothing came from it for ten seconds, and what it wrote.
 proc session::execute {input args} {
     variable output
     set channel [start $input {*}$args]
@@ -67,7 +67,7 @@ proc session::next_ended {milliseconds} {
 # The exit status of a tool that has ended, and what it wrote; 1 for a connection that failed.
 proc session::result {channel} {
     variable output
-    set text $output($channel)
+    set text [encoding convertfrom [encoding system] $output($channel)]
     unset output($channel)
     set status [expr {[pid $channel] eq "" && [fconfigure $channel -error] ne ""}]
     fconfigure $channel -blocking 1

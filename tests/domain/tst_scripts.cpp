@@ -298,9 +298,9 @@ private slots:
 
     void tellsTheToolsDetailsAfterTheSentence()
     {
-        const ScriptResult result = check(PracticeMac::domain, "nobody");
+        const ScriptResult result = check(PracticeMac::domain, "jürgen");
         QCOMPARE(result.errors.section('\n', 1),
-                 QString("kinit: Client 'nobody@EXAMPLE.TEST' not found in Kerberos database while "
+                 QString("kinit: Client 'jürgen@EXAMPLE.TEST' not found in Kerberos database while "
                          "getting initial credentials\n"));
         QCOMPARE(result.output, QString());
     }

@@ -154,6 +154,9 @@ private slots:
         addRow("anything else", "Generic error (see e-text)" + while_,
                "The domain example.test did not accept anna; ask its administrators: kinit: "
                "Generic error (see e-text) while getting initial credentials");
+        addRow("anything else, beyond ASCII", "Generic error of jürgen",
+               "The domain example.test did not accept anna; ask its administrators: kinit: "
+               "Generic error of jürgen");
         addRow(
             "anything else, in two lines", "One\n  two",
             "The domain example.test did not accept anna; ask its administrators: kinit: One two");
