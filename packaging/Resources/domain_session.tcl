@@ -137,6 +137,8 @@ proc session::search {scope filter args} {
     lassign [execute "" ldapsearch -LLL -Q -Y GSSAPI -O minssf=1 -o ldif-wrap=no -o nettimeout=2 \
         -E pr=1000/noprompt -H ldap://$controller -b $base -s $scope $filter {*}$args] status answer
     if {$status != 0} {
+        # The entries that were listed before it failed are none of the tool's words.
+        set answer [regsub -all -line {^((dn:|#).*)?\n} $answer ""]
         explain $answer "The domain controller $controller refused the question"
     }
     return $answer

@@ -51,6 +51,40 @@ private slots:
         checkRefusal(check(), sentence);
     }
 
+    // What was listed before can hold the words of another failure.
+    void saysWhatTheDirectoryMeansInTheMiddle_data()
+    {
+        addColumns<QString, QString>("words", "sentence");
+
+        addRow("lost", "ldap_result: Can't contact LDAP server (-1)", Sentence::lost.arg("dc1"));
+        addRow("anything else", "Size limit exceeded (4)",
+               "The domain controller dc1.example.test refused the question; ask its "
+               "administrators: Size limit exceeded (4)");
+    }
+
+    void saysWhatTheDirectoryMeansInTheMiddle()
+    {
+        QFETCH(QString, words);
+        QFETCH(QString, sentence);
+        standIn("ldapsearch", "[ \"$1\" = -x ] && exec /usr/bin/ldapsearch \"$@\"\n"
+                              "cat <<'END'\n"
+                              "dn: OU=Strong Room,DC=example,DC=test\n"
+                              "\n"
+                              "dn: CN=Clock Skew,DC=example,DC=test\n"
+                              "\n"
+                              "dn:: T1U9R3LDvG4sREM9ZXhhbXBsZSxEQz10ZXN0\n"
+                              "\n"
+                              "# refldap://timed out/\n"
+                              "\n"
+                              "# pagedresults: cookie=\n"
+                              "END\n"
+                              "echo \"" +
+                                  words.toUtf8() + "\" >&2\nexit 1\n");
+        const ScriptResult result = list();
+        checkResult(result, sentence + '\n' + words);
+        QCOMPARE(result.output, QString());
+    }
+
     void saysThatTheServiceNameIsUnknown()
     {
         const QStringList names = PracticeMac::run(testScript("set_service_names"), {"GC/dc1"})
