@@ -51,7 +51,7 @@ proc session::run {theDomain theUser password body} {
     report {
         check_entries $password
         list_controllers
-        set directory [string trim [lindex [execute "" mktemp -d] 1]]
+        make_directory
         try {
             sign_in $password
             uplevel #0 $body
@@ -96,17 +96,39 @@ proc session::check_entries {password} {
     }
 }
 
-# Chooses a controller and gets a ticket from it. The settings name no other, so kinit doesn't ask
-# DNS, which may be slow.
+proc session::make_directory {} {
+    variable directory
+    lassign [execute "" mktemp -d] status answer
+    if {$status != 0} {
+        fail_without_room $answer
+    }
+    set directory [string trim $answer]
+}
+
+# The settings name no other controller, so kinit doesn't ask DNS, which may be slow.
+proc session::write_settings {} {
+    variable domain; variable controller; variable directory
+    set realm [string toupper $domain]
+    try {
+        set settings [open $directory/krb5.conf w]
+        puts $settings "\[libdefaults\]\n default_realm = $realm\n rdns = false"
+        puts $settings "\[realms\]\n $realm = \{\n  kdc = $controller\n  master_kdc = $controller\n \}"
+        close $settings
+    } on error {message} {
+        fail_without_room $message
+    }
+}
+
+proc session::fail_without_room {details} {
+    fail "This Mac can't write a temporary file: free space on its disk, and try again." $details
+}
+
+# Chooses a controller and gets a ticket from it.
 proc session::sign_in {password} {
     global env
-    variable domain; variable user; variable controller; variable directory
+    variable domain; variable user; variable directory
     choose_controller
-    set realm [string toupper $domain]
-    set settings [open $directory/krb5.conf w]
-    puts $settings "\[libdefaults\]\n default_realm = $realm\n rdns = false"
-    puts $settings "\[realms\]\n $realm = \{\n  kdc = $controller\n  master_kdc = $controller\n \}"
-    close $settings
+    write_settings
     array set env [list KRB5_CONFIG $directory/krb5.conf KRB5CCNAME FILE:$directory/ticket]
     array set env {LDAPSASL_NOCANON on LC_ALL C} ;# no reverse DNS; messages in English, as `causes` has them
     lassign {-E} enterprise from

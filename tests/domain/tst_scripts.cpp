@@ -163,6 +163,29 @@ private slots:
         QCOMPARE(check().status, 0);
     }
 
+    void saysThatNothingCanBeWritten_data()
+    {
+        addColumns<QByteArray, QString>("mktemp", "details");
+        const QByteArray made = "folder=$(/usr/bin/mktemp -d)\necho $folder\n";
+        addRow("no folder", QByteArray("echo 'mktemp: No room' >&2\nexit 1\n"),
+               QString("\nmktemp: No room\n"));
+        addRow("no file", made + "mkdir $folder/krb5.conf\n",
+               QString("illegal operation on a directory\n"));
+        addRow("a full disk", made + "ln -s /dev/full $folder/krb5.conf\n",
+               QString("no space left on device\n"));
+    }
+
+    void saysThatNothingCanBeWritten()
+    {
+        QFETCH(QByteArray, mktemp);
+        QFETCH(QString, details);
+        standIn("mktemp", mktemp);
+        const ScriptResult result = check();
+        checkRefusal(result, "This Mac can't write a temporary file: free space on its disk, and "
+                             "try again.");
+        QVERIFY2(result.errors.endsWith(details), qPrintable(result.errors));
+    }
+
     void saysThatTclIsTooOld_data()
     {
         addColumns<QString, QString>("version", "sentence");
