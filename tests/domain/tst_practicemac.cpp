@@ -28,6 +28,25 @@ void write(const QString& path, const QByteArray& text)
     file.write(text);
 }
 
+// What a tool of the agent says when it fails with this script in the place of ldapsearch.
+QString refusal(const QString& tool, const QStringList& options, const QByteArray& search)
+{
+    const QTemporaryDir tools;
+    const QString file = tools.filePath("ldapsearch");
+    write(file, "#!/bin/sh\n" + search);
+    QFile::setPermissions(file, QFile::ReadOwner | QFile::ExeOwner);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("PATH", tools.path() + ':' + environment.value("PATH"));
+    QProcess agent;
+    agent.setProcessEnvironment(environment);
+    agent.start("/usr/local/sbin/" + tool,
+                QStringList{"-u", PracticeMac::administrator, "-p", PracticeMac::password} +
+                    options);
+    if (!agent.waitForFinished(60000) || agent.exitCode() != 1)
+        qFatal("%s ended with %d", qPrintable(tool), agent.exitCode());
+    return QString::fromUtf8(agent.readAllStandardOutput());
+}
+
 } // namespace
 
 // What the practice Mac itself promises to the tests and the scenarios.
@@ -120,25 +139,43 @@ private slots:
 
     void agentTellsWhyTheDirectoryDidNotAnswer()
     {
-        QTemporaryDir tools;
-        const QString search = tools.filePath("ldapsearch");
-        write(search, "#!/bin/sh\n"
-                      "[ \"$1\" = -Q ] || exec /usr/bin/ldapsearch \"$@\"\n"
-                      "echo SASL/GSSAPI >&2\n"
-                      "echo 'Server is busy (51)' >&2\n"
-                      "exit 51\n");
-        QVERIFY(QFile::setPermissions(search, QFile::ReadOwner | QFile::ExeOwner));
-        QProcess join;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("PATH", tools.path() + ':' + environment.value("PATH"));
-        join.setProcessEnvironment(environment);
-        join.start("/usr/local/sbin/mvjoin", {"-u", PracticeMac::administrator, "-p",
-                                              PracticeMac::password, PracticeMac::domain, "-w"});
-        QVERIFY(join.waitForFinished(60000));
-        QCOMPARE(join.exitCode(), 1);
-        QCOMPARE(join.readAllStandardOutput(),
-                 QByteArray("The domain controller dc1.example.test did not answer. Server is busy "
-                            "(51)\n"));
+        const QString said = refusal("mvjoin", {PracticeMac::domain, "-w"},
+                                     "[ \"$1\" = -Q ] || exec /usr/bin/ldapsearch \"$@\"\n"
+                                     "echo SASL/GSSAPI >&2\n"
+                                     "echo 'Server is busy (51)' >&2\n"
+                                     "exit 51\n");
+        QCOMPARE(said, QString("The domain controller dc1.example.test did not answer. Server is "
+                               "busy (51)\n"));
+    }
+
+    void agentTellsWhyTheAccountIsNotDisabled_data()
+    {
+        addColumns<QByteArray, QString>("answer", "reason");
+        addRow("silence", QByteArray("exit 124\n"), QString("The controller stopped answering."));
+        addRow("a refusal", QByteArray("echo 'Server is busy (51)' >&2\nexit 51\n"),
+               QString("Server is busy (51)"));
+        addRow("an entry without its flags", QByteArray("echo 'dn: CN=kept'\n"),
+               QString("You may not read its userAccountControl."));
+    }
+
+    // The stand-in answers the question for the account's flags.
+    void agentTellsWhyTheAccountIsNotDisabled()
+    {
+        QFETCH(QByteArray, answer);
+        QFETCH(QString, reason);
+        static int number = 0;
+        const QString name = QString("kept-%1").arg(++number);
+        joinMac(name);
+        const QString said = refusal("mvleave", {},
+                                     "case \"$*\" in\n"
+                                     "*userAccountControl) ;;\n"
+                                     "*) exec /usr/bin/ldapsearch \"$@\" ;;\n"
+                                     "esac\n" +
+                                         answer);
+        QCOMPARE(said, QString("The computer account CN=%1,CN=Computers,DC=example,DC=test could "
+                               "not be disabled. %2\n")
+                           .arg(name, reason));
+        QCOMPARE(PracticeMac::directoryOn(name).state, QString("enabled"));
     }
 
     void agentRefusesAnUnknownOption_data()

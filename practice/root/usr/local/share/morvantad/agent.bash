@@ -87,9 +87,12 @@ remove_computer() {
 
 # disable_computer DISTINGUISHED-NAME
 disable_computer() {
-    local flags output
-    flags=$(ldap ldapsearch -LLL -b "$1" -s base userAccountControl 2>/dev/null |
-        sed -n 's/^userAccountControl: //p')
+    local output flags
+    output=$(ldap ldapsearch -LLL -b "$1" -s base userAccountControl 2>&1) ||
+        fail "The computer account $1 could not be disabled. ${output:-The controller stopped answering.}"
+    flags=$(sed -n 's/^userAccountControl: //p' <<<"$output")
+    [[ -n $flags ]] ||
+        fail "The computer account $1 could not be disabled. You may not read its userAccountControl."
     output=$(ldap ldapmodify 2>&1 <<END
 dn:: $(printf %s "$1" | base64 -w 0)
 changetype: modify
