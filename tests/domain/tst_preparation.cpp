@@ -1,9 +1,12 @@
+#include "tests/support/datarows.h"
+
 #include <QDir>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
-// The domain's directory, which the practice Mac prepares once and keeps in the user's cache.
+// How a practice Mac starts, up to the command that runs on it, and the domain's directory, which
+// it prepares once and keeps in the user's cache.
 class TestPreparation : public QObject
 {
     Q_OBJECT
@@ -15,23 +18,71 @@ private slots:
         QDir cache(caches.filePath("morvanta-join-assistant"));
         const QString former = "domain-0123456789abcdef";
         QVERIFY(cache.mkpath(former));
-        QCOMPARE(startMac(caches.path()),
-                 QByteArray("Preparing the directory of example.test (once, about 10 s)...\n"));
+        QCOMPARE(startMac(PRACTICE, {}, caches.path()), preparing + "runs\n");
         QCOMPARE(cache.entryList({"domain-*"}, QDir::Dirs).size(), 1);
         QVERIFY(!cache.exists(former));
-        QCOMPARE(startMac(caches.path()), QByteArray());
+        QCOMPARE(startMac(PRACTICE, {}, caches.path()), QByteArray("runs\n"));
+    }
+
+    // The stand-in fails when all of its work is done.
+    void keepsNoDirectoryThatFailed()
+    {
+        const QTemporaryDir folder;
+        copyPractice(folder.path());
+        standIn(folder.path(), "samba-tool",
+                "/usr/bin/samba-tool \"$@\" >/dev/null 2>&1\necho 'No domain today.'\nexit 1\n");
+        const QByteArray said = startMac(folder.filePath("practice"), {}, folder.path());
+        QCOMPARE(said, preparing + "No domain today.\n");
+        QCOMPARE(QDir(folder.filePath("morvanta-join-assistant")).entryList({"domain-*"}),
+                 QStringList());
+    }
+
+    void saysWhyItIsNotJoinedOrBound_data()
+    {
+        addColumns<QString, QString>("option", "tool");
+        addRow("joined", "--joined", "mvjoin");
+        addRow("bound", "--bound", "dsconfigad");
+    }
+
+    void saysWhyItIsNotJoinedOrBound()
+    {
+        QFETCH(QString, option);
+        QFETCH(QString, tool);
+        const QTemporaryDir folder;
+        copyPractice(folder.path());
+        standIn(folder.path(), tool, "echo 'No rights today.'\nexit 1\n");
+        const QByteArray said = startMac(folder.filePath("practice"), {option});
+        QVERIFY2(said.endsWith("No rights today.\n"), said.constData());
     }
 
 private:
-    // What it says until a command has run on it.
-    static QByteArray startMac(const QString& caches)
+    const QByteArray preparing = "Preparing the directory of example.test (once, about 10 s)...\n";
+
+    static void copyPractice(const QString& folder)
+    {
+        QCOMPARE(QProcess::execute("cp", {"-R", PRACTICE, folder}), 0);
+    }
+
+    // Puts a tool before that of the practice Mac in this copy of its files.
+    static void standIn(const QString& folder, const QString& tool, const QByteArray& script)
+    {
+        QFile file(folder + "/practice/root/usr/local/sbin/" + tool);
+        QVERIFY(file.open(QFile::WriteOnly));
+        file.write("#!/bin/sh\n" + script);
+        file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+    }
+
+    // What it says, with that of a command on it.
+    static QByteArray startMac(const QString& practice, const QStringList& options,
+                               const QString& caches = {})
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("XDG_CACHE_HOME", caches);
+        if (!caches.isEmpty())
+            environment.insert("XDG_CACHE_HOME", caches);
         QProcess mac;
         mac.setProcessEnvironment(environment);
         mac.setProcessChannelMode(QProcess::MergedChannels);
-        mac.start(PRACTICE_MAC, {BUILD_FOLDER, "/bin/true"});
+        mac.start(practice + "/mac", options + QStringList{BUILD_FOLDER, "/bin/echo", "runs"});
         if (!mac.waitForFinished(240000))
             qFatal("The practice Mac does not start");
         return mac.readAll();
