@@ -263,6 +263,8 @@ private slots:
         QFETCH(int, directory);
         QFETCH(int, kerberos);
         const ScriptResult alone = list();
+        note({"kinit"});
+        int tickets = 0;
         for (const bool listing : {false, true}) {
             startController("dc2", "192.0.2.2", directory, kerberos);
             listControllers({"dc1", "dc2=192.0.2.2"});
@@ -270,6 +272,8 @@ private slots:
             const ScriptResult result = listing ? list() : check();
             checkResult(result);
             QCOMPARE(result.output, listing ? alone.output : QString());
+            tickets += 2; // of dc2, then of dc1
+            QCOMPARE(noted().filter("kinit -l").size(), tickets);
             stopControllers();
         }
     }
@@ -365,18 +369,25 @@ private:
                 .arg(answering));
     }
 
-    // Has dc1's directory answer after the others'.
+    // Has dc1's directory answer after another's has.
     void delayFirstController()
     {
+        const QByteArray answered = "${0%/*}/answered" + QByteArray::number(++delays);
         standIn("ldapsearch", "case \"$*\" in\n"
-                              "-x*//dc1*) sleep 0.7 ;;\n"
-                              "esac\n"
-                              "exec /usr/bin/ldapsearch \"$@\"\n");
+                              "-x*//dc1*) until [ -e " +
+                                  answered +
+                                  " ]; do sleep 0.1; done ;;\n"
+                                  "-x*) /usr/bin/ldapsearch \"$@\" && touch " +
+                                  answered +
+                                  "; exit ;;\n"
+                                  "esac\n"
+                                  "exec /usr/bin/ldapsearch \"$@\"\n");
     }
 
     QList<QProcess*> controllers;
     QStringList serviceNames; // of dc1, as they were
     bool listed = false;      // other controllers than dc1
+    int delays = 0;           // of dc1
 };
 
 DOMAIN_TEST_MAIN(TestControllers)

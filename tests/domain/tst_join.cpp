@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScopeGuard>
 #include <QStandardItemModel>
 #include <QTreeView>
 
@@ -166,16 +167,17 @@ private slots:
     {
         joinMac("present-mac");
         init();
-        const Computer before = directoryOn("present-mac");
 
         WizardDriver wizard;
         goToJoin(&wizard, "present-mac");
+        wizard.on<QRadioButton>("ZoneButton")->click();
+        wizard.type("ZoneEdit", "MacZone");
         QCOMPARE(wizard.next(), QStringList("example.test already has a computer present-mac "
                                             "(CN=present-mac,CN=Computers,DC=example,DC=test). "
                                             "Choose another name or overwrite it.\n"));
         QCOMPARE(wizard.page(), 4);
         QVERIFY(!PracticeMac::isJoined());
-        QCOMPARE(directoryOn("present-mac").serviceNames, before.serviceNames);
+        QCOMPARE(directoryOn("present-mac").description, QString("Auto zone"));
     }
 
     void overwritesAnExistingAccount()
@@ -193,10 +195,15 @@ private slots:
         QVERIFY(computer.serviceNames.contains("host/front-desk.example.test"));
     }
 
+    // DNS lists another controller, which is dead.
     void joinsThroughThePreferredServer()
     {
         WizardDriver wizard;
         goToJoin(&wizard, "server-mac");
+        const QString listControllers = PracticeMac::script("list_controllers");
+        PracticeMac::run(PracticeMac::script("packets"), {"lose", "198.51.100.1"});
+        PracticeMac::run(listControllers, {"dead=198.51.100.1"});
+        const auto restore = qScopeGuard([=] { PracticeMac::run(listControllers, {"dc1"}); });
         openAdvancedOptions(&wizard);
         choose(&wizard, "PDS", "dc1.example.test");
         join(&wizard);

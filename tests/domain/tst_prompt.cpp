@@ -2,7 +2,6 @@
 #include "tests/domain/practicemac.h"
 
 #include <QDialogButtonBox>
-#include <QLabel>
 #include <QPushButton>
 
 namespace {
@@ -37,6 +36,13 @@ class TestPrompt : public DomainTest
     Q_OBJECT
 
 private slots:
+    void initTestCase()
+    {
+        DomainTest::initTestCase();
+        PracticeMac::run("/bin/sh", {"-c", "id guest || useradd --no-create-home guest\n"
+                                           "echo guest:practice | chpasswd"});
+    }
+
     void saysWhoAsks()
     {
         const Prompt prompt;
@@ -63,7 +69,7 @@ private slots:
         addRow("wrong password", "macadmin", "Practice");
         addRow("no password", "macadmin", "");
         addRow("no such user", "nobody-here", "practice");
-        addRow("an account without rights", "daemon", "");
+        addRow("an account without rights", "guest", "practice");
         addRow("no name", "", "");
     }
 

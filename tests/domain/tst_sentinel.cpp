@@ -26,14 +26,34 @@ QStringList temporaryFiles()
     return found;
 }
 
+// The practice Mac's file systems that can be written.
+const QStringList fileSystems = {"/", "/root/", "/run/", "/tmp/", "/var/tmp/"};
+
 // The files with the text that were written on this machine since the stamp, the logs and the
 // domain's own database included.
-QString writtenSince(const QString& stamp, const QString& text)
+QStringList writtenSince(const QString& stamp, const QString& text)
 {
-    return PracticeMac::run("/bin/bash", {"-c",
-                                          "find / /run /tmp -xdev -type f -newer \"$1\" -print0 | "
-                                          "xargs -0 -r grep -laF -e \"$2\" || true",
-                                          "find", stamp, text});
+    const QString script = "stamp=$1 text=$2; shift 2\n"
+                           "find \"$@\" -xdev -type f -newer \"$stamp\" -print0 |\n"
+                           "xargs -0 -r grep -laF -e \"$text\" || true";
+    const QString found =
+        PracticeMac::run("/bin/bash", QStringList{"-c", script, "find", stamp, text} + fileSystems);
+    QStringList files = found.split('\n', Qt::SkipEmptyParts);
+    files.sort();
+    return files;
+}
+
+// Writes the text to a file in each of the file systems. Returns their names, sorted.
+QStringList writeEverywhere(const QString& text)
+{
+    QStringList names;
+    for (const QString& folder : fileSystems) {
+        names << folder + "control";
+        QFile file(names.last());
+        if (!file.open(QFile::WriteOnly) || file.write(text.toUtf8()) < 0)
+            qFatal("%s can't be written", qPrintable(names.last()));
+    }
+    return names;
 }
 
 } // namespace
@@ -82,7 +102,8 @@ private slots:
         QCOMPARE(said.size(), 5);
         QVERIFY(!said.join(' ').contains(sentinel));
         QCOMPARE(temporaryFiles(), filesBefore);
-        QCOMPARE(writtenSince(stamp, sentinel), QString());
+        const QStringList controls = writeEverywhere(sentinel);
+        QCOMPARE(writtenSince(stamp, sentinel), controls);
         QThreadPool::globalInstance()->waitForDone(); // its threads hold descriptors as well
         QCOMPARE(openDescriptors(), descriptorsBefore);
     }
