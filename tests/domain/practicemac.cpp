@@ -6,20 +6,6 @@
 #include <QFile>
 #include <QProcess>
 
-namespace {
-
-const QString prompt = "/usr/libexec/authorization_prompt";
-
-// The prompt is answered in another process while the wizard waits, so its answer is fixed before.
-void answerPromptLike(const QString& program)
-{
-    QFile::remove(prompt);
-    if (!QFile::link(program, prompt))
-        qFatal("The prompt can't be replaced");
-}
-
-} // namespace
-
 QString PracticeMac::run(const QString& program, const QStringList& arguments)
 {
     QProcess process;
@@ -49,12 +35,10 @@ Computer PracticeMac::directoryOn(const QString& computerName)
 
 void PracticeMac::consent()
 {
-    answerPromptLike("/bin/true");
-}
-
-void PracticeMac::cancelConsent()
-{
-    answerPromptLike("/bin/false");
+    const QString prompt = "/usr/libexec/authorization_prompt";
+    QFile::remove(prompt);
+    if (!QFile::link("/bin/true", prompt))
+        qFatal("The prompt can't be replaced");
 }
 
 bool PracticeMac::isJoined()

@@ -22,9 +22,8 @@ Computer directoryOn(const QString& computerName);
 // Runs a program to its end and returns its output; the test ends when it can't be run or fails.
 QString run(const QString& program, const QStringList& arguments);
 
-// What the user will answer when an administrator's consent is asked for.
+// Has every question for an administrator's consent answered with yes.
 void consent();
-void cancelConsent();
 
 bool isJoined();
 

@@ -1,8 +1,6 @@
 #include "tests/domain/practicemac.h"
 #include "tests/domain/sentences.h"
 
-#include "system/lowerpriv.h"
-
 #include <QLabel>
 #include <QRadioButton>
 
@@ -78,16 +76,6 @@ private slots:
         QCOMPARE(directoryOn("removed-mac").distinguishedName, QString());
     }
 
-    void leavesTheAccountAlone()
-    {
-        joinMac("alone-mac");
-        WizardDriver wizard;
-        goToLeave(&wizard);
-        wizard.on<QRadioButton>("radioButton_3")->click();
-        leave(&wizard);
-        QCOMPARE(directoryOn("alone-mac").state, QString("enabled"));
-    }
-
     void tellsAWrongPasswordAndThenLeaves()
     {
         joinMac("second-mac");
@@ -119,19 +107,6 @@ private slots:
         QCOMPARE(wizard.page(), 6);
         QVERIFY(PracticeMac::isJoined());
         QCOMPARE(directoryOn("guarded-mac").state, QString("enabled"));
-    }
-
-    void cancelledConsentChangesNothing()
-    {
-        joinMac("kept-mac");
-        WizardDriver wizard;
-        goToLeave(&wizard);
-        g_pProcess->setupauth();
-        PracticeMac::cancelConsent();
-        QCOMPARE(wizard.next(), QStringList());
-        QCOMPARE(wizard.page(), 6);
-        QVERIFY(PracticeMac::isJoined());
-        QCOMPARE(directoryOn("kept-mac").state, QString("enabled"));
     }
 
     void joinsAgainAfterTheAccountWasDisabled()
