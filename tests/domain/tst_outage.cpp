@@ -94,8 +94,7 @@ private slots:
         goToJoin(&wizard, "unseen-mac");
         QTest::mouseClick(wizard.on<QPushButton>("AdvancedButton"), Qt::LeftButton);
         signalController("STOP");
-        QStringList warnings;
-        warnings = warningsDuring([&wizard, &warnings] {
+        const QStringList warnings = warningsDuring([&wizard] {
             QTest::mouseClick(wizard.on<QPushButton>("ContainerDNBrowse"), Qt::LeftButton);
             QVERIFY(QTest::qWaitFor([] { return QApplication::activeModalWidget() == nullptr; },
                                     30000));

@@ -9,11 +9,7 @@ private slots:
     void initTestCase()
     {
         DomainTest::initTestCase();
-        QFile added("/run/accounts_added"); // for a second run on the same practice Mac
-        if (added.exists())
-            return;
         PracticeMac::run(testScript("add_accounts"), {});
-        QVERIFY(added.open(QFile::WriteOnly));
     }
 
     void acceptsValidCredentials_data()
@@ -189,7 +185,7 @@ private slots:
         for (const char* user : {"Administrator", "Administrator@example.test",
                                  "Administrator@Example.TEST", "example.test\\Administrator"}) {
             note({"kinit"});
-            QCOMPARE(check(PracticeMac::domain, user).status, 0);
+            checkResult(check(PracticeMac::domain, user));
             QCOMPARE(noted().last(), QString("kinit -l 10m -- Administrator@EXAMPLE.TEST"));
         }
     }
