@@ -140,7 +140,7 @@ private slots:
         addRow("lost", "Cannot contact any KDC for realm 'EXAMPLE.TEST'" + while_, lost);
         addRow("lost, of the Mac", "unable to reach any KDC in realm EXAMPLE.TEST, tried 1 KDC",
                lost);
-        addRow("anything else, of an encryption type",
+        addRow("clock, after a warning of an encryption type",
                "Warning: encryption type arcfour-hmac used for authentication is deprecated\n"
                "Clock skew too great",
                clock);
