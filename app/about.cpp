@@ -34,10 +34,10 @@ about::about(QWidget* parent) : QDialog(parent), ui(new Ui::about)
     QString bundleVersion;
     QString shortVersion;
     QString copyright;
-    // A file that can't be opened is at its end at once and leaves all labels empty.
+    // A file that can't be opened leaves all labels empty.
     QFile file(propertyListPath());
-    file.open(QIODevice::ReadOnly);
-    while (!file.atEnd()) {
+    const bool readable = file.open(QIODevice::ReadOnly);
+    while (readable && !file.atEnd()) {
         // Each value stands on the line after its key.
         const QString line = nextLine(file);
         if (line.contains(QLatin1String("CFBundleName")))

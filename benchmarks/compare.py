@@ -122,14 +122,16 @@ def measure(program, folder, all_rows):
         print(f"round {round_number + 1} of {ROUNDS}", file=sys.stderr)
 
 
+def on_practice_mac(build, command, *options):
+    return subprocess.run(["practice/mac", *options, build, command], stdin=subprocess.DEVNULL,
+                          stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+
+
 def run_on_practice_mac(build, program, *options):
-    """What a program prints on the practice Mac; None where there is none."""
-    answer = subprocess.run(["practice/mac", *options, build, f"{build}/benchmarks/{program}"],
-                            stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                            stderr=subprocess.PIPE, text=True)
+    """What a program prints on the practice Mac."""
+    answer = on_practice_mac(build, f"{build}/benchmarks/{program}", *options)
     if answer.returncode != 0:
-        print("The practice Mac does not start:", answer.stderr, file=sys.stderr)
-        return None
+        sys.exit(f"{program} fails on the practice Mac:\n{answer.stdout}{answer.stderr}")
     return json.loads(answer.stdout[answer.stdout.index("{"):])
 
 
@@ -137,14 +139,12 @@ def measure_joins(build):
     """The join through the wizard and from a shell, alternately."""
     row = Row("the whole join on the practice Mac", "", "joins", "mvjoin", 1.05)
     row.values = run_on_practice_mac(build, "joins")
-    return [row] if row.values else []
+    return [row]
 
 
 def measure_directory(build):
     """Checks and a tree of the practice Mac's domain, through the wizard and from a shell, alternately."""
     values = run_on_practice_mac(build, "directory", "--scenario", "many")
-    if not values:
-        return []
     all_rows = [Row("check behind dead controllers", str(dead), f"check behind {dead}", "kinit, ldapsearch",
                     3e9, alone=True) for dead in (0, 1, 16)]
     all_rows.append(Row("real containers, against ldapsearch", "10,000", "containers", "ldapsearch", 1.15))
@@ -184,10 +184,11 @@ def main():
     all_rows = list(rows())
     measure(program, folder, all_rows)
     all_rows.append(measure_start(program, folder))
-    on_practice_mac = measure_joins(build) + measure_directory(build)
-    all_rows += on_practice_mac
+    has_practice_mac = on_practice_mac(build, "true").returncode == 0
+    if has_practice_mac:
+        all_rows += measure_joins(build) + measure_directory(build)
     print(table(all_rows))
-    if not on_practice_mac:
+    if not has_practice_mac:
         print("joins, checks and real containers             not measured: no practice Mac here")
     print("\nwhat a probe costs, its process included")
     for probe in ("joinedProbe", "enrolledProbe", "hostNameProbe"):

@@ -32,8 +32,9 @@ public:
     // Releases tree and output, and ends a script that still runs.
     void clearAllData();
 
-    // The tree's operations; see containertree.h and containeritems.h. The name is split at every
-    // comma, escaped or not, so that a value that holds one makes two levels.
+    // The tree's operations; see containertree.h and containeritems.h. The program itself inserts
+    // all names of a listing at once, and prints none. A name is split at every comma, escaped or
+    // not, so that a value that holds one makes two levels.
     void parseCNData(QString dn, Level* level);
     // The model is the caller's; null when there is no tree.
     QStandardItemModel* getTreeModel(Level* top);

@@ -17,7 +17,7 @@ public:
 
     // Plain or rich text, as the text browser decides.
     void setWarning(QString text);
-    void setTitle(QString title);
+    void setTitle(QString title); // the program keeps "WARNING"
 
     // Closes the message, but not for what was pressed before it was up.
     void done(int result) override;
