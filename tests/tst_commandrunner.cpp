@@ -3,6 +3,7 @@
 #include "tests/support/worldtest.h"
 
 #include <QScopeGuard>
+#include <QSemaphore>
 #include <QThreadPool>
 #include <QtConcurrentRun>
 
@@ -333,10 +334,20 @@ private slots:
         // The global pool has one thread where there is one processor.
         QThreadPool pool;
         pool.setMaxThreadCount(2);
-        auto first =
-            QtConcurrent::run(&pool, [&] { return runCmd("/usr/local/bin/mvinfo -d", &domain); });
-        auto second =
-            QtConcurrent::run(&pool, [&] { return runCmd("/usr/local/bin/mvinfo -z", &zone); });
+        // Each begins when both have their threads, for which a sanitizer opens files.
+        QSemaphore ready;
+        QSemaphore begin;
+        const auto run = [&](const char* command, QString* output) {
+            return QtConcurrent::run(&pool, [&ready, &begin, command, output] {
+                ready.release();
+                begin.acquire();
+                return runCmd(command, output);
+            });
+        };
+        auto first = run("/usr/local/bin/mvinfo -d", &domain);
+        auto second = run("/usr/local/bin/mvinfo -z", &zone);
+        ready.acquire(2);
+        begin.release(2);
         const auto release = qScopeGuard([&] {
             World::release("mvinfo -d");
             World::release("mvinfo -z");

@@ -30,7 +30,7 @@ bool isMeasured(const QWidget* widget)
 QScrollArea* scrollAreaOf(const QWidget* window, const QWidget* widget)
 {
     for (auto* area : window->findChildren<QScrollArea*>())
-        if (area->widget()->isAncestorOf(widget))
+        if (area->viewport()->isAncestorOf(widget))
             return area;
     return nullptr;
 }
