@@ -39,7 +39,8 @@ QMap<qint64, Process> processes()
             continue;
         const QByteArray stat = file.readAll();
         const QList<QByteArray> fields = stat.mid(stat.lastIndexOf(')') + 2).split(' ');
-        all[name.toLongLong()] = {fields.at(1).toLongLong(), fields.at(0).at(0)};
+        if (fields.size() > 1) // or it has ended since
+            all[name.toLongLong()] = {fields.at(1).toLongLong(), fields.at(0).at(0)};
     }
     return all;
 }
