@@ -39,7 +39,7 @@ public:
     {
         return prefix;
     }
-    // The program gives a leaf its prefix when it makes it.
+    // Not called by the program, which gives a leaf its prefix when it makes it.
     void setPrefix(QString text)
     {
         prefix = text;

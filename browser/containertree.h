@@ -19,8 +19,8 @@ Level* insertName(QStringView name, Level* level, bool* prefixDiffers);
 // Inserts names into an empty tree, with the same result as one after the other.
 void insertNames(const QVector<QStringView>& names, Level* top);
 
-// For who looks into a tree; the program doesn't. Writes a level to the debug log, a line for each
-// leaf, a tab deeper for each level.
+// Writes a level to the debug log, a line for each leaf, a tab deeper for each level. The program
+// does not call it; it is for finding out what a listing has become.
 void dumpTree(const Level& level, const QString& indent);
 
 // Deletes all leaves below a level, whose entries then dangle. The maps below are not deleted.

@@ -16,7 +16,7 @@ public:
     explicit LoadCN(QWidget* parent = nullptr);
     ~LoadCN() override;
 
-    // The program keeps the form's text.
+    // The program calls none of the three: it shows the texts of the form.
     void setLabel(QString text);
     void setTitle(QString title);
     // 0 to 100; stands at 99 from the start. Nothing moves it, as no tool tells how far it is.

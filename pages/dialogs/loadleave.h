@@ -15,7 +15,7 @@ public:
     explicit LoadLeave(QWidget* parent = nullptr);
     ~LoadLeave() override;
 
-    // The program keeps the form's text.
+    // The program calls neither: it shows the text of the form.
     void setCurrText(QString text);
     void setCurrTitle(QString title);
 

@@ -17,7 +17,7 @@ public:
 
     // Plain or rich text, as the text browser decides.
     void setWarning(QString text);
-    void setTitle(QString title); // the program keeps "WARNING"
+    void setTitle(QString title); // not called by the program: the title stays "WARNING"
 
     // Closes the message, but not for what was pressed before it was up.
     void done(int result) override;

@@ -22,7 +22,8 @@ Computer directoryOn(const QString& computerName);
 // Runs a program to its end and returns its output; the test ends when it can't be run or fails.
 QString run(const QString& program, const QStringList& arguments);
 
-// Has every question for an administrator's consent answered with yes.
+// Puts a program in the place of the administrator's prompt that says yes and asks nobody, since no
+// person sits at a test.
 void consent();
 
 bool isJoined();

@@ -3,6 +3,7 @@
 
 #include "browser/cnbrowser.h"
 
+#include <QDir>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QThreadPool>
@@ -19,15 +20,15 @@ const QString wrongPassword = sentinel + "Wrong";
 // practice Mac's own; another file system that is mounted below them is not.
 QStringList temporaryFiles()
 {
-    QStringList found =
-        PracticeMac::run("/usr/bin/find", {"/tmp", "/run/session", "/root", "/var/tmp", "-xdev"})
-            .split('\n');
+    QStringList found = PracticeMac::run("/usr/bin/find", {"/tmp", "/run/session", QDir::homePath(),
+                                                           "/var/tmp", "-xdev"})
+                            .split('\n');
     found.sort();
     return found;
 }
 
-// The practice Mac's file systems that can be written.
-const QStringList fileSystems = {"/", "/root/", "/run/", "/tmp/", "/var/tmp/"};
+// The practice Mac's file systems that can be written; the administrator's home is one.
+const QStringList fileSystems = {"/", QDir::homePath() + '/', "/run/", "/tmp/", "/var/tmp/"};
 
 // The files with the text that were written on this machine since the stamp, the logs and the
 // domain's own database included.
@@ -53,6 +54,7 @@ QStringList writeEverywhere(const QString& text)
         if (!file.open(QFile::WriteOnly) || file.write(text.toUtf8()) < 0)
             qFatal("%s can't be written", qPrintable(names.last()));
     }
+    names.sort();
     return names;
 }
 
