@@ -292,14 +292,19 @@ private slots:
         checkRefusal(check(), Sentence::lost.arg("dc2"));
     }
 
+    // Both are lost when the user is asked for; dc1's directory answers only after that.
     void goesToAnotherControllerOnce()
     {
         startController("dc2", "192.0.2.2", 1, 9);
         startController("dc3", "192.0.2.3", 1, 9);
         listControllers({"dc1", "dc2=192.0.2.2", "dc3=192.0.2.3"});
-        standIn("ldapsearch", "case \"$*\" in\n"
-                              "-x*//dc1*) sleep 0.8 ;;\n"
-                              "-x*//dc3*) sleep 0.4 ;;\n"
+        standIn("ldapsearch", "after() { until [ -e \"${0%/*}/lost$1\" ]; do sleep 0.1; done; }\n"
+                              "case \"$*\" in\n"
+                              "-x*//dc1*) after 3 ;;\n"
+                              "-x*//dc3*) after 2 ;;\n"
+                              "-x*) ;;\n"
+                              "*//dc2*) touch \"${0%/*}/lost2\" ;;\n"
+                              "*//dc3*) touch \"${0%/*}/lost3\" ;;\n"
                               "esac\n"
                               "exec /usr/bin/ldapsearch \"$@\"\n");
         checkRefusal(check(), Sentence::lost.arg("dc3"));
