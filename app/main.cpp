@@ -5,8 +5,8 @@
 
 int main(int argc, char* argv[])
 {
-    // Sharp icons on dense screens, also where Qt does the scaling. Qt 6 does so without being
-    // told.
+    // Scales windows on dense screens where the system doesn't, with sharp icons. Qt 6 does both
+    // unasked.
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
@@ -14,7 +14,7 @@ int main(int argc, char* argv[])
     QApplication application(argc, argv);
     Wizard wizard;
     wizard.show();
-    // Created after show(): its autorelease pool serves the event loop.
+    // Its autorelease pool is open while events are handled, and closed before the wizard goes.
     CocoaInitializer initializer;
     return QApplication::exec();
 }

@@ -44,7 +44,7 @@ Wizard::Wizard(QWidget* parent) : QWizard(parent), ui(new Ui::Wizard)
 
 Wizard::~Wizard()
 {
-    delete aboutMenu->parentWidget();
+    delete aboutMenu->parentWidget(); // the menu bar, which has no parent
     delete ui;
 }
 
@@ -149,7 +149,8 @@ void Wizard::endStep(bool forward)
 // A press counts for what was on the screen when it was made. While a tool keeps the program busy,
 // presses by mouse, key or assistive tool wait, and would be taken for presses of what the next
 // page shows. So the buttons are disabled during a step, and after it until these are handled. Text
-// that was typed meanwhile goes to the page's edits.
+// that was typed meanwhile goes to the page's edits, and a click, which could move it from one to
+// the other, does nothing.
 void Wizard::hold(bool alsoChoices)
 {
     aboutAction->setEnabled(false);
@@ -222,7 +223,7 @@ void Wizard::pageAdjustment(bool forward)
         passInterimPage(forward);
         break;
     case PageId::Cloud:
-        // After a join with enrollment there is no way back.
+        // At present no page leads here. After a join with enrollment there is no way back.
         if (joining && enrolling)
             button(QWizard::BackButton)->setEnabled(false);
         break;

@@ -24,7 +24,7 @@ public:
     cnleaf(const cnleaf&) = delete;
     cnleaf& operator=(const cnleaf&) = delete;
 
-    // The child map, owned by the leaf; null for a leaf that never had a child.
+    // The child map, owned by the leaf; null until one is set.
     Level* getNode()
     {
         return node;

@@ -22,7 +22,7 @@ public:
     bool validatePage() override;
     int nextId() const override;
 
-    // Ask the agent and show its answers as they come.
+    // Ask the agent, which blocks, and show its answers unchanged, their line ends included.
     void setUIComponents();
     void setActiveDirectory();
     void setJoinedZone();
@@ -30,8 +30,9 @@ public:
     // Hides the enrollment hint.
     void setCloudUIComponents();
 
-    // The worker: runs the leave tool, leaves its output in leaveOutput, emits finishedMVLeave()
-    // and returns the run's result code. `args` stays the caller's.
+    // The worker: runs the leave tool, stores its output in leaveOutput, or what explains a failure
+    // without output, emits finishedMVLeave() and returns the run's result code. `args` stays the
+    // caller's.
     int runMVLeave(char** args);
 
 signals:

@@ -6,7 +6,7 @@
 class BindingReport
 {
 public:
-    // Asks the plug-in's tool, with administrator rights.
+    // Asks the plug-in's tool, with administrator rights. Blocks; user-interface thread.
     BindingReport();
     ~BindingReport();
     BindingReport(const BindingReport&) = delete;
@@ -14,7 +14,8 @@ public:
 
     // The privileged runner's result code; not 0 when the run was refused.
     int status() const;
-    // The next line that names a bound domain, in pieces when it is long; null when none is left.
+    // The next chunk (see StreamReader) with the words "Active Directory Domain" in it; null when
+    // none is left. Valid until the next call.
     const char* nextDomainLine();
 
 private:

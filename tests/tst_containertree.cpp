@@ -7,8 +7,7 @@
 
 namespace {
 
-// Levels of a tree that is cleared at its end; the maps below the top stay, as clearing leaves
-// them.
+// A tree that is cleared at its end, which leaks the maps below the top as in the program.
 class Tree
 {
 public:

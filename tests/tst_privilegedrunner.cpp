@@ -275,7 +275,7 @@ private slots:
 
     void silentToolWaitsForThePreviousPid()
     {
-        // A negative number stands for a group: each wait for it ends one of its three children.
+        // A negative number stands for a group: each wait reaps one of its three ended children.
         const pid_t leader = endedChild();
         endedChild(leader);
         endedChild(leader);

@@ -26,7 +26,8 @@ void presentDialog(QDialog* dialog, const QString& message)
 {
     if (QWidget* below = windowBelow(dialog)) {
         dialog->windowHandle()->setTransientParent(below->windowHandle());
-        // Without its frame, whose size is not known while the window manager is still adding it.
+        // Centred without the dialog's frame, whose size is not known while the window manager is
+        // still adding it.
         dialog->move(below->geometry().center() - dialog->rect().center());
     }
     dialog->setAccessibleDescription(message);

@@ -1,7 +1,7 @@
 # Running the system's tools, one alone or several side by side. Sourced by domain_session.tcl.
 
-# Runs a tool to its end with `input` as its standard input. Returns its exit status, or -1 when it
-# was ended because nothing came from it for ten seconds, and what it wrote.
+# Runs a tool to its end with `input` as its standard input. Returns its exit status and what it
+# wrote. When nothing comes from it for ten seconds, ends all tools and returns -1 and a sentence.
 proc session::execute {input args} {
     variable output
     set channel [start $input {*}$args]
@@ -19,8 +19,11 @@ proc session::execute {input args} {
 # Starts a tool and returns its channel.
 proc session::start {input args} {
     variable output
-    if {[catch {open |[list {*}$args 2>@1] r+} channel]} {
-        fail "The tool [lindex $args 0] is missing on this Mac: install it and try again." $channel
+    if {[catch {open |[list {*}$args 2>@1] r+} channel options]} {
+        if {[lindex [dict get $options -errorcode] 1] eq "ENOENT"} {
+            fail "The tool [lindex $args 0] is missing on this Mac: install it and try again." $channel
+        }
+        fail "The tool [lindex $args 0] can't be started: end some programs, and try again." $channel
     }
     set output($channel) ""
     fconfigure $channel -blocking 0 -translation binary
@@ -44,9 +47,7 @@ proc session::collect {channel} {
 # Opens a connection, which counts as a tool that ends once the connection is made or has failed.
 # Returns its channel, or nothing when the host has no address.
 proc session::connect {host port} {
-    if {[catch {socket -async $host $port} channel]} {
-        return ""
-    }
+    if {[catch {socket -async $host $port} channel]} return
     set session::output($channel) ""
     fileevent $channel writable "fileevent $channel writable {}; lappend session::ended $channel"
     return $channel
@@ -64,7 +65,8 @@ proc session::next_ended {milliseconds} {
     return $channel
 }
 
-# The exit status of a tool that has ended, and what it wrote; 1 for a connection that failed.
+# The exit status of a tool that has ended, 128 when a signal ended it, and what it wrote. A
+# connection that failed has the status 1.
 proc session::result {channel} {
     variable output
     set text [encoding convertfrom [encoding system] $output($channel)]

@@ -163,6 +163,17 @@ private slots:
         QCOMPARE(check().status, 0);
     }
 
+    void saysThatAToolCantBeStarted()
+    {
+        QTemporaryDir folder;
+        for (const char* tool : {"tclsh", "dig", "mktemp"})
+            QVERIFY(QFile::link(QString("/usr/bin/") + tool, folder.filePath(tool)));
+        QVERIFY(QFile(folder.filePath("ldapsearch")).open(QFile::WriteOnly)); // may not be run
+        qputenv("PATH", folder.path().toLocal8Bit());
+        checkRefusal(check(),
+                     "The tool ldapsearch can't be started: end some programs, and try again.");
+    }
+
     void saysThatNothingCanBeWritten_data()
     {
         addColumns<QByteArray, QString>("mktemp", "details");
