@@ -24,7 +24,7 @@ QString nextLine(QFile& file)
 
 } // namespace
 
-about::about(QWidget* parent) : QDialog(parent), ui(new Ui::about)
+about::about(QWidget* parent) : QDialog(parent), ui(new Ui_about)
 {
     ui->setupUi(this);
     setWindowFlags((windowFlags() | Qt::CustomizeWindowHint) & ~Qt::WindowMaximizeButtonHint);

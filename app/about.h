@@ -2,9 +2,7 @@
 
 #include <QDialog>
 
-namespace Ui {
-class about;
-}
+class Ui_about;
 
 // Shows the application's name, version and copyright as its bundle's Info.plist has them at this
 // moment; what the file lacks stays empty.
@@ -24,5 +22,5 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    Ui::about* ui;
+    Ui_about* ui;
 };

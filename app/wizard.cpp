@@ -25,7 +25,7 @@ constexpr QSize pictureSize(170, 600);
 
 } // namespace
 
-Wizard::Wizard(QWidget* parent) : QWizard(parent), ui(new Ui::Wizard)
+Wizard::Wizard(QWidget* parent) : QWizard(parent), ui(new Ui_Wizard)
 {
     // The images lie in a static library, from which the linker takes only what is named.
     Q_INIT_RESOURCE(Resources);

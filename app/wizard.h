@@ -5,10 +5,7 @@
 class QAbstractButton;
 class QAction;
 class QMenu;
-
-namespace Ui {
-class Wizard;
-}
+class Ui_Wizard;
 
 // The main window: holds the eight pages, whose ids are their order in the form, and takes the user
 // past the interim page, which only finds out where to go. Closing it ends the program.
@@ -50,7 +47,7 @@ private:
     void addAboutMenu();
     void offerAboutBesidePages();
 
-    Ui::Wizard* ui;
+    Ui_Wizard* ui;
     QAction* aboutAction;
     QMenu* aboutMenu;
     QList<QAbstractButton*> held;         // disabled until release()

@@ -8,7 +8,7 @@
 #include <QDebug>
 #include <QStandardItemModel>
 
-cnbrowser::cnbrowser(QWidget* parent) : QDialog(parent), ui(new Ui::cnbrowser)
+cnbrowser::cnbrowser(QWidget* parent) : QDialog(parent), ui(new Ui_cnbrowser)
 {
     ui->setupUi(this);
 }

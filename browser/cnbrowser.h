@@ -4,12 +4,9 @@
 
 #include <QDialog>
 
-class cnbrowserhelper;
 class QStandardItemModel;
-
-namespace Ui {
-class cnbrowser;
-}
+class Ui_cnbrowser;
+class cnbrowserhelper;
 
 // The dialog in which the user picks the container for the computer object from a tree of the
 // domain's containers. The caller loads the tree with createTree() and shows the dialog once
@@ -43,7 +40,7 @@ signals:
 private:
     void reportNoData();
 
-    Ui::cnbrowser* ui;
+    Ui_cnbrowser* ui;
     cnbrowserhelper* loader = nullptr;
     QStandardItemModel* model = nullptr;
     QString domain;

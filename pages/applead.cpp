@@ -11,7 +11,7 @@
 
 AppleAD::AppleAD(QWidget* parent)
     : QWizardPage(parent), userCarrier(new QLineEdit), passwordCarrier(new QLineEdit),
-      domainCarrier(new QLineEdit), ui(new Ui::AppleAD)
+      domainCarrier(new QLineEdit), ui(new Ui_AppleAD)
 {
     ui->setupUi(this);
     setButtonText(QWizard::NextButton, tr("OK"));

@@ -3,10 +3,7 @@
 #include <QWizardPage>
 
 class QLineEdit;
-
-namespace Ui {
-class AppleAD;
-}
+class Ui_AppleAD;
 
 // Shows the binding of the operating system's own directory plug-in and removes it, so that the
 // agent can join. Hands domain, name and password on in the fields "appleADDomain",
@@ -34,5 +31,5 @@ private:
     QLineEdit* userCarrier;
     QLineEdit* passwordCarrier;
     QLineEdit* domainCarrier;
-    Ui::AppleAD* ui;
+    Ui_AppleAD* ui;
 };

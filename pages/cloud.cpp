@@ -8,7 +8,7 @@
 #include <QWizard>
 
 // The form is never deleted: the page lives as long as the wizard, which is as long as the process.
-Cloud::Cloud(QWidget* parent) : QWizardPage(parent), ui(new Ui::Cloud)
+Cloud::Cloud(QWidget* parent) : QWizardPage(parent), ui(new Ui_Cloud)
 {
     ui->setupUi(this);
     setShortcut(ui->downloadButton, Qt::CTRL | Qt::SHIFT | Qt::Key_D);

@@ -2,9 +2,7 @@
 
 #include <QWizardPage>
 
-namespace Ui {
-class Cloud;
-}
+class Ui_Cloud;
 
 // Sends the user to the download of the agent for Mac. Complete, but unreachable: no page leads to
 // it, since enrolling is not offered at present.
@@ -24,5 +22,5 @@ private slots:
     void on_downloadButton_clicked();
 
 private:
-    Ui::Cloud* ui;
+    Ui_Cloud* ui;
 };

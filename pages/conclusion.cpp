@@ -6,7 +6,7 @@
 
 #include <QVariant>
 
-Conclusion::Conclusion(QWidget* parent) : QWizardPage(parent), ui(new Ui::Conclusion)
+Conclusion::Conclusion(QWidget* parent) : QWizardPage(parent), ui(new Ui_Conclusion)
 {
     ui->setupUi(this);
     if (isJoined())

@@ -2,9 +2,7 @@
 
 #include <QWizardPage>
 
-namespace Ui {
-class Conclusion;
-}
+class Ui_Conclusion;
 
 // The last page: reports a join or a leave. Which of them is chosen at start-up: a leave when the
 // Mac is joined then.
@@ -24,5 +22,5 @@ private slots:
     void on_Enrollcheck_toggled(bool checked);
 
 private:
-    Ui::Conclusion* ui;
+    Ui_Conclusion* ui;
 };

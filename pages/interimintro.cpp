@@ -5,7 +5,7 @@
 #include "system/bindingreport.h"
 #include "system/probes.h"
 
-InterimIntro::InterimIntro(QWidget* parent) : QWizardPage(parent), ui(new Ui::InterimIntro)
+InterimIntro::InterimIntro(QWidget* parent) : QWizardPage(parent), ui(new Ui_InterimIntro)
 {
     ui->setupUi(this);
 }

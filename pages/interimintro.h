@@ -5,10 +5,7 @@
 #include <memory>
 
 class BindingReport;
-
-namespace Ui {
-class InterimIntro;
-}
+class Ui_InterimIntro;
 
 // Never shown: the wizard passes through it. Asks, with administrator rights, whether macOS itself
 // is bound to a domain, and chooses between the unbind, leave and credentials pages.
@@ -28,5 +25,5 @@ public:
 
 private:
     std::unique_ptr<BindingReport> report; // the latest
-    Ui::InterimIntro* ui;
+    Ui_InterimIntro* ui;
 };

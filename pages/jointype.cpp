@@ -27,7 +27,7 @@ QString defaultComputerName()
 
 } // namespace
 
-JoinType::JoinType(QWidget* parent) : QWizardPage(parent), ui(new Ui::JoinType)
+JoinType::JoinType(QWidget* parent) : QWizardPage(parent), ui(new Ui_JoinType)
 {
     ui->setupUi(this);
     alignChoicesWithDescriptions();

@@ -5,11 +5,8 @@
 #include <QWizardPage>
 
 class LoadCN;
+class Ui_JoinType;
 class cnbrowser;
-
-namespace Ui {
-class JoinType;
-}
 
 // Lets the user choose how the Mac is joined, and joins it when Next, which reads "Join" here, is
 // pressed. Registers "DomainContainerDN".
@@ -56,7 +53,7 @@ private:
     void refuseBrowsing();
 
     QString joinOutput; // the worker's until its future has a result
-    Ui::JoinType* ui;
+    Ui_JoinType* ui;
     cnbrowser* browser = nullptr; // made on first use, a child of this page
     LoadCN* loadCN;
 };

@@ -12,7 +12,7 @@
 
 #include <Security/Authorization.h>
 
-LeaveIntro::LeaveIntro(QWidget* parent) : QWizardPage(parent), ui(new Ui::LeaveIntro)
+LeaveIntro::LeaveIntro(QWidget* parent) : QWizardPage(parent), ui(new Ui_LeaveIntro)
 {
     ui->setupUi(this);
     setButtonText(QWizard::NextButton, tr("Leave"));

@@ -2,9 +2,7 @@
 
 #include <QWizardPage>
 
-namespace Ui {
-class LeaveIntro;
-}
+class Ui_LeaveIntro;
 
 // Shows what the Mac is joined to, and takes it out when Next, which reads "Leave" here, is
 // pressed.
@@ -49,6 +47,6 @@ private:
     QStringList leaveArguments() const;
     void explain(int status);
 
-    Ui::LeaveIntro* ui;
+    Ui_LeaveIntro* ui;
     QString leaveOutput; // the worker's until its future has a result
 };

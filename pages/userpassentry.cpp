@@ -6,7 +6,7 @@
 
 #include <QVariant>
 
-UserPassEntry::UserPassEntry(QWidget* parent) : QWizardPage(parent), ui(new Ui::UserPassEntry)
+UserPassEntry::UserPassEntry(QWidget* parent) : QWizardPage(parent), ui(new Ui_UserPassEntry)
 {
     ui->setupUi(this);
     registerField(QStringLiteral("DomainName"), ui->DomainEdit);

@@ -2,9 +2,7 @@
 
 #include <QWizardPage>
 
-namespace Ui {
-class UserPassEntry;
-}
+class Ui_UserPassEntry;
 
 // Asks for the domain to join and an administrator's name and password, and checks them against the
 // domain before the wizard goes on. Registers "DomainName", "DomainUsername" and "DomainPassword".
@@ -24,5 +22,5 @@ public:
     int nextId() const override;
 
 private:
-    Ui::UserPassEntry* ui;
+    Ui_UserPassEntry* ui;
 };

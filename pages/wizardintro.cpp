@@ -6,7 +6,7 @@
 #include "system/probes.h"
 #include "system/toolpaths.h"
 
-WizardIntro::WizardIntro(QWidget* parent) : QWizardPage(parent), ui(new Ui::WizardIntro)
+WizardIntro::WizardIntro(QWidget* parent) : QWizardPage(parent), ui(new Ui_WizardIntro)
 {
     ui->setupUi(this);
     if (isJoined()) {

@@ -2,9 +2,7 @@
 
 #include <QWizardPage>
 
-namespace Ui {
-class WizardIntro;
-}
+class Ui_WizardIntro;
 
 // The first page: greets the user with what is going to happen, a join or a leave, as the machine's
 // state was when the wizard was built.
@@ -19,5 +17,5 @@ public:
     int nextId() const override;
 
 private:
-    Ui::WizardIntro* ui;
+    Ui_WizardIntro* ui;
 };

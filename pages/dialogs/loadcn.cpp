@@ -3,7 +3,7 @@
 
 #include "widgets/presentation.h"
 
-LoadCN::LoadCN(QWidget* parent) : QDialog(parent), ui(new Ui::LoadCN)
+LoadCN::LoadCN(QWidget* parent) : QDialog(parent), ui(new Ui_LoadCN)
 {
     ui->setupUi(this);
     // Overrides the form's title, which is the join's.

@@ -2,9 +2,7 @@
 
 #include <QDialog>
 
-namespace Ui {
-class LoadCN;
-}
+class Ui_LoadCN;
 
 // Shown while the container tree is being loaded. Unlike the other progress dialogs it can be
 // closed: that is the way out when the agent's script never ends.
@@ -26,5 +24,5 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    Ui::LoadCN* ui;
+    Ui_LoadCN* ui;
 };

@@ -2,9 +2,7 @@
 
 #include "pages/dialogs/progressdialog.h"
 
-namespace Ui {
-class LoadJoin;
-}
+class Ui_LoadJoin;
 
 // Shown while the Mac is being joined.
 class LoadJoin : public ProgressDialog
@@ -22,5 +20,5 @@ public:
     void setProgressBar(int value);
 
 private:
-    Ui::LoadJoin* ui;
+    Ui_LoadJoin* ui;
 };

@@ -1,7 +1,7 @@
 #include "pages/dialogs/loadleave.h"
 #include "ui_loadleave.h"
 
-LoadLeave::LoadLeave(QWidget* parent) : ProgressDialog(parent), ui(new Ui::LoadLeave)
+LoadLeave::LoadLeave(QWidget* parent) : ProgressDialog(parent), ui(new Ui_LoadLeave)
 {
     ui->setupUi(this);
     // Overrides the form's title, which says nothing.

@@ -2,9 +2,7 @@
 
 #include "pages/dialogs/progressdialog.h"
 
-namespace Ui {
-class LoadLeave;
-}
+class Ui_LoadLeave;
 
 // Shown while the Mac leaves its domain. Its bar stands at 99, as no tool tells how far it is.
 class LoadLeave : public ProgressDialog
@@ -20,5 +18,5 @@ public:
     void setCurrTitle(QString title);
 
 private:
-    Ui::LoadLeave* ui;
+    Ui_LoadLeave* ui;
 };

@@ -31,7 +31,7 @@ protected:
 
 } // namespace
 
-Warning::Warning(QWidget* parent) : QDialog(parent), ui(new Ui::Warning)
+Warning::Warning(QWidget* parent) : QDialog(parent), ui(new Ui_Warning)
 {
     ui->setupUi(this);
     ui->WarningLabel->setDocument(new MessageDocument(ui->WarningLabel));

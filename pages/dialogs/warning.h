@@ -2,9 +2,7 @@
 
 #include <QDialog>
 
-namespace Ui {
-class Warning;
-}
+class Ui_Warning;
 
 // The one message dialog: a text and an OK button.
 class Warning : public QDialog
@@ -26,7 +24,7 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    Ui::Warning* ui;
+    Ui_Warning* ui;
     bool isUp = false;
 };
 
