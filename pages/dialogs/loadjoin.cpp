@@ -12,18 +12,3 @@ LoadJoin::~LoadJoin()
 {
     delete ui;
 }
-
-void LoadJoin::setLabel(QString text)
-{
-    ui->label->setText(text);
-}
-
-void LoadJoin::setTitle(QString title)
-{
-    setWindowTitle(title);
-}
-
-void LoadJoin::setProgressBar(int value)
-{
-    ui->progressBar->setValue(value);
-}

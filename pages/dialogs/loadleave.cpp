@@ -15,10 +15,10 @@ LoadLeave::~LoadLeave()
 
 void LoadLeave::setCurrText(QString text)
 {
-    ui->label->setText(text);
+    setLabel(text);
 }
 
 void LoadLeave::setCurrTitle(QString title)
 {
-    setWindowTitle(title);
+    setTitle(title);
 }

@@ -4,7 +4,7 @@
 
 class Ui_LoadLeave;
 
-// Shown while the Mac leaves its domain. Its bar stands at 99, as no tool tells how far it is.
+// Shown while the Mac leaves its domain.
 class LoadLeave : public ProgressDialog
 {
     Q_OBJECT

@@ -5,6 +5,22 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QProgressBar>
+
+void ProgressDialog::setLabel(QString text)
+{
+    findChild<QLabel*>()->setText(text);
+}
+
+void ProgressDialog::setTitle(QString title)
+{
+    setWindowTitle(title);
+}
+
+void ProgressDialog::setProgressBar(int value)
+{
+    findChild<QProgressBar*>()->setValue(value);
+}
 
 void ProgressDialog::showEvent(QShowEvent* event)
 {
@@ -14,11 +30,14 @@ void ProgressDialog::showEvent(QShowEvent* event)
 
 void ProgressDialog::keyPressEvent(QKeyEvent* event)
 {
-    if (!event->matches(QKeySequence::Cancel))
+    if (canBeClosed || !event->matches(QKeySequence::Cancel))
         QDialog::keyPressEvent(event);
 }
 
 void ProgressDialog::closeEvent(QCloseEvent* event)
 {
-    event->ignore();
+    if (canBeClosed)
+        QDialog::closeEvent(event);
+    else
+        event->ignore();
 }

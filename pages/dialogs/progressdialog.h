@@ -2,8 +2,9 @@
 
 #include <QDialog>
 
-// A progress dialog that stays until the code that opened it takes it away. If the user could close
-// it, the wizard behind it would take input again and could start a second privileged run.
+// A progress dialog, whose form has a label and a bar. Unless it can be closed it stays until the
+// code that opened it takes it away: otherwise the wizard behind it would take input again and
+// could start a second privileged run.
 class ProgressDialog : public QDialog
 {
     Q_OBJECT
@@ -11,8 +12,16 @@ class ProgressDialog : public QDialog
 public:
     using QDialog::QDialog;
 
+    // The program calls none of the three: it shows the texts of the form.
+    void setLabel(QString text);
+    void setTitle(QString title);
+    // 0 to 100; stands at 99 from the start. Nothing moves it, as no tool tells how far it is.
+    void setProgressBar(int value);
+
 protected:
     void showEvent(QShowEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+
+    bool canBeClosed = false;
 };
