@@ -7,26 +7,19 @@
 #include "system/lowerpriv.h"
 #include "system/toolpaths.h"
 
-#include <QVariant>
-
-AppleAD::AppleAD(QWidget* parent)
-    : QWizardPage(parent), userCarrier(new QLineEdit), passwordCarrier(new QLineEdit),
-      domainCarrier(new QLineEdit), ui(new Ui_AppleAD)
+AppleAD::AppleAD(QWidget* parent) : QWizardPage(parent), ui(new Ui_AppleAD)
 {
     ui->setupUi(this);
     setButtonText(QWizard::NextButton, tr("OK"));
     // Masked, because assistive tools can read edits that are not shown.
-    passwordCarrier->setEchoMode(QLineEdit::Password);
-    registerField(QStringLiteral("appleADUsername"), userCarrier);
-    registerField(QStringLiteral("appleADPassword"), passwordCarrier);
-    registerField(QStringLiteral("appleADDomain"), domainCarrier);
+    passwordCarrier.setEchoMode(QLineEdit::Password);
+    registerField(QStringLiteral("appleADUsername"), &userCarrier);
+    registerField(QStringLiteral("appleADPassword"), &passwordCarrier);
+    registerField(QStringLiteral("appleADDomain"), &domainCarrier);
 }
 
 AppleAD::~AppleAD()
 {
-    delete userCarrier;
-    delete passwordCarrier;
-    delete domainCarrier;
     delete ui;
 }
 
@@ -46,17 +39,16 @@ void AppleAD::setUIDomain()
             continue;
         const QString domain = QString::fromLocal8Bit(line.mid(separator + 2)).trimmed();
         ui->ADName->setText(domain);
-        domainCarrier->setText(domain);
+        domainCarrier.setText(domain);
     }
 }
 
 bool AppleAD::validatePage()
 {
-    userCarrier->setText(ui->ADUser->text());
-    passwordCarrier->setText(ui->ADPass->text());
-    if (!CredentialCheck::passes(domainCarrier->text(),
-                                 field(QStringLiteral("appleADUsername")).toString(),
-                                 field(QStringLiteral("appleADPassword")).toString()))
+    userCarrier.setText(ui->ADUser->text());
+    passwordCarrier.setText(ui->ADPass->text());
+    if (!credentialsPass(domainCarrier.text(), field(QStringLiteral("appleADUsername")).toString(),
+                         field(QStringLiteral("appleADPassword")).toString()))
         return false;
     leaveAppleAD();
     // Shown always: the tool's status is unavailable, and a binding that is still there makes the

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <QLineEdit>
 #include <QWizardPage>
 
-class QLineEdit;
 class Ui_AppleAD;
 
 // Shows the binding of the operating system's own directory plug-in and removes it, so that the
@@ -28,8 +28,8 @@ public:
 private:
     // The fields' values, never shown. QWizard empties the edit of a field when the user goes back;
     // those that are shown keep what was typed.
-    QLineEdit* userCarrier;
-    QLineEdit* passwordCarrier;
-    QLineEdit* domainCarrier;
+    QLineEdit userCarrier;
+    QLineEdit passwordCarrier;
+    QLineEdit domainCarrier;
     Ui_AppleAD* ui;
 };

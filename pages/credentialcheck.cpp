@@ -4,30 +4,22 @@
 #include "system/commandrunner.h"
 #include "system/toolpaths.h"
 
-namespace {
+#include <QCoreApplication>
 
-// Not escaped, since the form of the line is fixed: a single quote in the value ends the quoted
-// string, and the shell reads the rest (docs/known-behaviour.md).
-QString quoted(const QString& value)
+bool credentialsPass(const QString& domain, const QString& user, const QString& password)
 {
-    return QLatin1Char('\'') + value + QLatin1Char('\'');
-}
-
-} // namespace
-
-bool CredentialCheck::passes(const QString& domain, const QString& user, const QString& password)
-{
-    const QStringList words{QLatin1String(Tools::interpreter),
-                            QLatin1String(Tools::credentialScript),
-                            quoted(domain),
-                            quoted(user),
-                            quoted(password),
-                            QStringLiteral("2>&1")};
-    const QString command = words.join(QLatin1Char(' '));
+    // Not escaped, since the form of the line is fixed: a single quote in a value ends the quoted
+    // string, and the shell reads the rest (docs/known-behaviour.md).
+    const QString command =
+        QStringLiteral("%1 %2 '%3' '%4' '%5' 2>&1")
+            .arg(QLatin1String(Tools::interpreter), QLatin1String(Tools::credentialScript), domain,
+                 user, password);
     QString output;
     if (runCmd(command.toUtf8().constData(), &output) == 0)
         return true;
-    showWarning(tr("Validation of username, password, and domain failed with this error:\n") +
+    showWarning(QCoreApplication::translate(
+                    "CredentialCheck",
+                    "Validation of username, password, and domain failed with this error:\n") +
                 getFirstLine(output));
     return false;
 }

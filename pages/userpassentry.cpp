@@ -4,8 +4,6 @@
 #include "pages/credentialcheck.h"
 #include "pages/pageids.h"
 
-#include <QVariant>
-
 UserPassEntry::UserPassEntry(QWidget* parent) : QWizardPage(parent), ui(new Ui_UserPassEntry)
 {
     ui->setupUi(this);
@@ -30,8 +28,8 @@ void UserPassEntry::initializePage()
 
 bool UserPassEntry::validatePage()
 {
-    return CredentialCheck::passes(ui->DomainEdit->text(), ui->UsernameEdit->text(),
-                                   ui->PasswordEdit->text());
+    return credentialsPass(ui->DomainEdit->text(), ui->UsernameEdit->text(),
+                           ui->PasswordEdit->text());
 }
 
 int UserPassEntry::nextId() const
