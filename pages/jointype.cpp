@@ -12,18 +12,25 @@
 #include "system/probes.h"
 #include "system/toolpaths.h"
 #include "widgets/shortcut.h"
-#include "widgets/strut.h"
+
+#include <QLayoutItem>
 
 namespace {
 
-// The local host name up to its first full stop; nothing when that holds a blank, which no computer
-// account may.
-QString defaultComputerName()
+// Takes as much room in a layout as a widget that lies in another one, and leaves it there: two
+// layouts, one on top of the other, with each other's widgets as struts have the same rows and
+// columns. The widget must outlive the layout.
+class Strut : public QWidgetItem
 {
-    const std::string answer = getReturnValue(Tools::hostNameCommand);
-    const QString name = QString::fromStdString(answer).trimmed().section(QLatin1Char('.'), 0, 0);
-    return name.contains(QLatin1Char(' ')) ? QString() : name;
-}
+public:
+    using QWidgetItem::QWidgetItem;
+
+    void setGeometry(const QRect&) override {}
+    bool isEmpty() const override
+    {
+        return false;
+    }
+};
 
 } // namespace
 
@@ -34,12 +41,12 @@ JoinType::JoinType(QWidget* parent) : QWizardPage(parent), ui(new Ui_JoinType)
     addShortcutsAndDescriptions();
     strengthenPlaceholder();
     setButtonText(QWizard::NextButton, tr("Join"));
-    for (QWidget* widget : advancedWidgets())
-        widget->hide();
-    ui->AdvancedButton->setStyleSheet(
-        QStringLiteral("QPushButton {border-style: outset; border-width: 0px;}"));
+    on_AdvancedButton_toggled(false);
     registerField(QStringLiteral("DomainContainerDN"), ui->ContainerDNEdit);
-    ui->ComputerNameEdit->setText(defaultComputerName());
+    // The local host name up to its first full stop. No computer account may have a blank in it.
+    const QString host = QString::fromStdString(getReturnValue(Tools::hostNameCommand)).trimmed();
+    const QString name = host.section(QLatin1Char('.'), 0, 0);
+    ui->ComputerNameEdit->setText(name.contains(QLatin1Char(' ')) ? QString() : name);
     if (isEnrolled())
         ui->CloudCheck->setEnabled(false);
     loadCN = new LoadCN;
@@ -109,13 +116,6 @@ int JoinType::nextId() const
     return PageId::Conclusion;
 }
 
-QList<QWidget*> JoinType::advancedWidgets() const
-{
-    return {ui->AliasEdit,        ui->AliasLabel,        ui->ContainerDNEdit,
-            ui->ContainerDNLabel, ui->ContainerDNBrowse, ui->PDSEdit,
-            ui->PDSLabel,         ui->ForceLeave,        ui->AppleUIDCheck};
-}
-
 void JoinType::on_AutoButton_toggled(bool checked)
 {
     ui->AppleUIDCheck->setEnabled(checked);
@@ -125,7 +125,10 @@ void JoinType::on_AutoButton_toggled(bool checked)
 
 void JoinType::on_AdvancedButton_toggled(bool checked)
 {
-    for (QWidget* widget : advancedWidgets())
+    const QWidgetList advanced{ui->AliasEdit,        ui->AliasLabel,        ui->ContainerDNEdit,
+                               ui->ContainerDNLabel, ui->ContainerDNBrowse, ui->PDSEdit,
+                               ui->PDSLabel,         ui->ForceLeave,        ui->AppleUIDCheck};
+    for (QWidget* widget : advanced)
         widget->setVisible(checked);
     // Only the scheme is reset, and only on opening: the other options stay in force for the join
     // while they are hidden, as the user left them.
@@ -231,10 +234,8 @@ bool JoinType::validatePage()
             enrolling = true;
         return true;
     }
-    // Every failure shows joinOutput, which a run that was not started leaves as the run before
-    // did: empty at first, also where the user cancelled the administrator's prompt.
-    showWarning(joinOutput);
-    delete[] arguments; // on this path alone; its strings leak (docs/known-behaviour.md)
+    showWarning(joinOutput); // empty, or of the run before, where no tool was started
+    delete[] arguments;      // on this path alone; its strings leak (docs/known-behaviour.md)
     return false;
 }
 

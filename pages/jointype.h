@@ -48,7 +48,6 @@ private:
     void strengthenPlaceholder();
     void alignChoicesWithDescriptions();
     void addShortcutsAndDescriptions();
-    QList<QWidget*> advancedWidgets() const;
     QStringList joinArguments() const;
     void refuseBrowsing();
 
