@@ -17,14 +17,6 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include <utility>
-
-namespace {
-
-constexpr QSize pictureSize(170, 600);
-
-} // namespace
-
 Wizard::Wizard(QWidget* parent) : QWizard(parent), ui(new Ui_Wizard)
 {
     // The images lie in a static library, from which the linker takes only what is named.
@@ -35,8 +27,11 @@ Wizard::Wizard(QWidget* parent) : QWizard(parent), ui(new Ui_Wizard)
     setPixmap(QWizard::BackgroundPixmap, QPixmap(QStringLiteral(":/:/background.png")));
     ui->setupUi(this);
     setOption(QWizard::NoBackButtonOnLastPage);
-    takeOverButton(QWizard::NextButton, &Wizard::checkNext);
-    takeOverButton(QWizard::BackButton, &Wizard::checkBack);
+    // Next and Back are the wizard's own steps.
+    disconnect(button(QWizard::NextButton), &QAbstractButton::clicked, nullptr, nullptr);
+    disconnect(button(QWizard::BackButton), &QAbstractButton::clicked, nullptr, nullptr);
+    connect(button(QWizard::NextButton), &QAbstractButton::clicked, this, &Wizard::checkNext);
+    connect(button(QWizard::BackButton), &QAbstractButton::clicked, this, &Wizard::checkBack);
     connect(this, &QWizard::currentIdChanged, this, [this] { messageWasLast = false; });
 
     addAboutMenu();
@@ -93,6 +88,7 @@ bool Wizard::event(QEvent* event)
 // Paints the picture with twice the pixels where the screen shows them.
 void Wizard::paintEvent(QPaintEvent*)
 {
+    constexpr QSize pictureSize(170, 600);
     const QRect place(QPoint(isRightToLeft() ? width() - pictureSize.width() : 0, 0), pictureSize);
     QPainter(this).drawPixmap(place, devicePixelRatioF() > 1
                                          ? QPixmap(QStringLiteral(":/sharp/background.png"))
@@ -106,17 +102,9 @@ void Wizard::keyPressEvent(QKeyEvent* event)
         QWizard::keyPressEvent(event);
 }
 
-void Wizard::takeOverButton(WizardButton which, void (Wizard::*step)())
-{
-    QAbstractButton* taken = button(which);
-    disconnect(taken, &QAbstractButton::clicked, nullptr, nullptr);
-    connect(taken, &QAbstractButton::clicked, this, step);
-}
-
 void Wizard::showAbout()
 {
-    about dialog(nullptr);
-    dialog.exec();
+    about(nullptr).exec();
 }
 
 void Wizard::checkNext()
@@ -148,9 +136,8 @@ void Wizard::endStep(bool forward)
 
 // A press counts for what was on the screen when it was made. While a tool keeps the program busy,
 // presses by mouse, key or assistive tool wait, and would be taken for presses of what the next
-// page shows. So the buttons are disabled during a step, and after it until these are handled. Text
-// that was typed meanwhile goes to the page's edits, and a click, which could move it from one to
-// the other, does nothing.
+// page shows. So the buttons are disabled, and the page takes no clicks, until these are handled.
+// Text that was typed meanwhile goes to the page's edits.
 void Wizard::hold(bool alsoChoices)
 {
     aboutAction->setEnabled(false);
@@ -172,9 +159,8 @@ void Wizard::hold(bool alsoChoices)
 
 void Wizard::release()
 {
-    for (QAbstractButton* button : std::as_const(held))
-        button->setEnabled(true);
-    held.clear();
+    while (!held.isEmpty())
+        held.takeFirst()->setEnabled(true);
     if (heldFocus != nullptr && focusWidget() == this)
         heldFocus->setFocus();
     heldFocus = nullptr;
@@ -220,7 +206,14 @@ void Wizard::pageAdjustment(bool forward)
         break;
     }
     case PageId::Interim:
-        passInterimPage(forward);
+        if (!forward) {
+            back();
+            break;
+        }
+        next();
+        // The query of the system's binding was refused: back to the first page.
+        if (currentId() == PageId::Interim)
+            restart();
         break;
     case PageId::Cloud:
         // At present no page leads here. After a join with enrollment there is no way back.
@@ -235,16 +228,4 @@ void Wizard::pageAdjustment(bool forward)
     default:
         break;
     }
-}
-
-void Wizard::passInterimPage(bool forward)
-{
-    if (!forward) {
-        back();
-        return;
-    }
-    next();
-    // The query of the system's binding was refused: back to the first page.
-    if (currentId() == PageId::Interim)
-        restart();
 }

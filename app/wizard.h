@@ -39,11 +39,9 @@ private slots:
     void checkBack();
 
 private:
-    void takeOverButton(WizardButton which, void (Wizard::*step)());
     void endStep(bool forward);
     void hold(bool alsoChoices); // choices are check boxes and radio buttons
     void release();
-    void passInterimPage(bool forward);
     void addAboutMenu();
     void offerAboutBesidePages();
 
