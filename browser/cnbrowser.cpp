@@ -57,13 +57,12 @@ void cnbrowser::drawCNTreeModel()
         return;
     QStandardItemModel* drawn = loader->createModelOutOfCNData();
     if (drawn == nullptr) {
-        reportNoData();
+        drawnDomain.clear();
+        emit treeDrawingDone(CNBROWSER_NO_DATA);
         return;
     }
     model = drawn;
     ui->browserTree->setModel(model);
-    ui->browserTree->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    ui->browserTree->setSelectionBehavior(QAbstractItemView::SelectRows);
     // What can be chosen lies below the domain's own components.
     for (QModelIndex component = model->index(0, 0);
          component.data().toString().startsWith(QLatin1String("DC"));
@@ -71,12 +70,6 @@ void cnbrowser::drawCNTreeModel()
         ui->browserTree->expand(component);
     drawnDomain = loadingDomain;
     emit treeDrawingDone(CNBROWSER_SUCCESS);
-}
-
-void cnbrowser::reportNoData()
-{
-    drawnDomain.clear();
-    emit treeDrawingDone(CNBROWSER_NO_DATA);
 }
 
 void cnbrowser::chooseButtonClicked()
@@ -88,14 +81,10 @@ void cnbrowser::chooseButtonClicked()
                        "reselect (e.g. OU or CN)"));
         return;
     }
-    QString name;
-    while (current.isValid()) {
-        name += current.data().toString();
-        current = current.parent();
-        if (current.isValid())
-            name += QLatin1Char(',');
-    }
-    emit browseChooseButtonClicked(name);
+    QStringList components;
+    for (; current.isValid(); current = current.parent())
+        components << current.data().toString();
+    emit browseChooseButtonClicked(components.join(QLatin1Char(',')));
     close();
 }
 

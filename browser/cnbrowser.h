@@ -38,8 +38,6 @@ signals:
     void browseChooseButtonClicked(QString distinguishedName);
 
 private:
-    void reportNoData();
-
     Ui_cnbrowser* ui;
     cnbrowserhelper* loader = nullptr;
     QStandardItemModel* model = nullptr;

@@ -7,24 +7,6 @@
 #include <QDebug>
 #include <QProcess>
 #include <QStandardItemModel>
-#include <QVector>
-
-namespace {
-
-// Qt 5's own split makes a list, which takes longer than this vector.
-QVector<QStringView> linesOf(QStringView text)
-{
-    QVector<QStringView> lines;
-    qsizetype end = 0;
-    while ((end = text.indexOf(QLatin1Char('\n'))) >= 0) {
-        lines.append(text.left(end));
-        text = text.mid(end + 1);
-    }
-    lines.append(text);
-    return lines;
-}
-
-} // namespace
 
 cnbrowserhelper::~cnbrowserhelper()
 {
@@ -71,7 +53,7 @@ QStandardItemModel* cnbrowserhelper::createModelOutOfCNData()
 {
     if (!cnDataCheck() || cnTree == nullptr)
         return nullptr;
-    insertNames(linesOf(*cnOutput), cnTree);
+    insertNames(QStringView(*cnOutput).split(QLatin1Char('\n')), cnTree);
     delete cnOutput;
     cnOutput = nullptr;
     return getTreeModel(cnTree);

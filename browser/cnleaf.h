@@ -21,8 +21,7 @@ public:
     {
         delete node;
     }
-    cnleaf(const cnleaf&) = delete;
-    cnleaf& operator=(const cnleaf&) = delete;
+    Q_DISABLE_COPY(cnleaf)
 
     // The child map, owned by the leaf; null until one is set.
     Level* getNode()

@@ -11,10 +11,8 @@ Level* newLevel()
     return new Level;
 }
 
-namespace {
-
 // The usual prefixes share their text, which saves memory in every leaf and item.
-QString prefixText(QStringView prefix)
+static QString prefixText(QStringView prefix)
 {
     for (const QString& usual :
          {QStringLiteral("OU="), QStringLiteral("CN="), QStringLiteral("DC=")}) {
@@ -23,8 +21,6 @@ QString prefixText(QStringView prefix)
     }
     return prefix.toString();
 }
-
-} // namespace
 
 Level* insertName(QStringView name, Level* level, bool* prefixDiffers)
 {
@@ -65,7 +61,7 @@ QStringView parentOf(QStringView name)
 
 // Inserts siblings one after another, so that their parent is looked for once. False when two
 // prefixes of one value have met: then the first name in the original order has to win.
-bool insertSiblingsTogether(const QVector<QStringView>& names, Level* top)
+bool insertSiblingsTogether(const QList<QStringView>& names, Level* top)
 {
     std::vector<std::pair<size_t, QStringView>> byParent;
     byParent.reserve(static_cast<size_t>(names.size()));
@@ -89,7 +85,7 @@ bool insertSiblingsTogether(const QVector<QStringView>& names, Level* top)
 
 } // namespace
 
-void insertNames(const QVector<QStringView>& names, Level* top)
+void insertNames(const QList<QStringView>& names, Level* top)
 {
     if (insertSiblingsTogether(names, top))
         return;

@@ -2,8 +2,8 @@
 
 #include "browser/cnleaf.h"
 
+#include <QList>
 #include <QStringView>
-#include <QVector>
 
 // The tree of containers: distinguished names by their components, from the right to the left.
 
@@ -17,7 +17,7 @@ Level* newLevel();
 Level* insertName(QStringView name, Level* level, bool* prefixDiffers);
 
 // Inserts names into an empty tree, with the same result as one after the other.
-void insertNames(const QVector<QStringView>& names, Level* top);
+void insertNames(const QList<QStringView>& names, Level* top);
 
 // Writes a level to the debug log, a line for each leaf, a tab deeper for each level. The program
 // does not call it; it is for finding out what a listing has become.
