@@ -2,7 +2,6 @@
 #include "ui_interimintro.h"
 
 #include "pages/pageids.h"
-#include "system/bindingreport.h"
 #include "system/probes.h"
 
 InterimIntro::InterimIntro(QWidget* parent) : QWizardPage(parent), ui(new Ui_InterimIntro)
@@ -12,20 +11,18 @@ InterimIntro::InterimIntro(QWidget* parent) : QWizardPage(parent), ui(new Ui_Int
 
 InterimIntro::~InterimIntro()
 {
-    report.reset(); // closes its stream
     delete ui;
 }
 
 bool InterimIntro::validatePage()
 {
-    report.reset(); // closes the former one first
-    report = std::make_unique<BindingReport>();
+    report.emplace();
     return report->status() == 0;
 }
 
 int InterimIntro::nextId() const
 {
-    if (report != nullptr && report->nextDomainLine() != nullptr)
+    if (report && report->nextDomainLine() != nullptr)
         return PageId::AppleAD;
     return isJoined() ? PageId::LeaveIntro : PageId::UserPassEntry;
 }

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "system/bindingreport.h"
+
 #include <QWizardPage>
 
-#include <memory>
+#include <optional>
 
-class BindingReport;
 class Ui_InterimIntro;
 
 // Never shown: the wizard passes through it. Asks, with administrator rights, whether macOS itself
@@ -24,6 +25,6 @@ public:
     int nextId() const override;
 
 private:
-    std::unique_ptr<BindingReport> report; // the latest
+    mutable std::optional<BindingReport> report; // the latest; nextId() reads on in it
     Ui_InterimIntro* ui;
 };

@@ -4,7 +4,7 @@
 // user-interface thread only.
 
 // Set when a join starts, even if it fails.
-extern bool joining;
+inline bool joining = false;
 
 // Set when a join with the wish to enroll with the cloud service has succeeded.
-extern bool enrolling;
+inline bool enrolling = false;

@@ -7,16 +7,12 @@
 
 #include <cstring>
 
-namespace {
-
-int ask(FILE** pipe)
+static int ask(FILE** pipe)
 {
     char show[] = "-show";
     char* arguments[] = {show, nullptr};
     return g_pProcess->runPrivCmd(QByteArray(Tools::directoryPlugin).data(), arguments, pipe);
 }
-
-} // namespace
 
 BindingReport::BindingReport() : result(ask(&pipe)), reader(pipe) {}
 

@@ -2,6 +2,8 @@
 
 #include "system/streamreader.h"
 
+#include <QtGlobal>
+
 // What the system's own directory plug-in reports of its binding.
 class BindingReport
 {
@@ -9,8 +11,7 @@ public:
     // Asks the plug-in's tool, with administrator rights. Blocks; user-interface thread.
     BindingReport();
     ~BindingReport();
-    BindingReport(const BindingReport&) = delete;
-    BindingReport& operator=(const BindingReport&) = delete;
+    Q_DISABLE_COPY(BindingReport)
 
     // The privileged runner's result code; not 0 when the run was refused.
     int status() const;

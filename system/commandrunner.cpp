@@ -2,7 +2,6 @@
 
 #include "system/streamreader.h"
 
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
@@ -10,11 +9,9 @@
 #include <unistd.h>
 #include <utility>
 
-namespace {
-
-// Passes each chunk of the command's output on and returns the wait status of its shell. A command
-// that can't be started passes nothing on and counts as a success; see docs/known-behaviour.md.
-template <typename Consumer> int readCommand(const char* command, Consumer consume)
+// Passes each chunk of the command's output on and returns the wait status of its shell: 0, a
+// success, where none could be started (docs/known-behaviour.md).
+template <typename Consumer> static int readCommand(const char* command, Consumer consume)
 {
     FILE* stream = popen(command, "r");
     if (stream == nullptr)
@@ -24,8 +21,6 @@ template <typename Consumer> int readCommand(const char* command, Consumer consu
         consume(chunk);
     return pclose(stream);
 }
-
-} // namespace
 
 int runCmd(const char* command, QString* output)
 {

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <cstdio>
 
-// What runPrivCmd() returns for a tool that was killed. Not runCmd()'s 999, so that a log tells
-// which of the two it was.
+// What runPrivCmd() returns for a tool that was killed; not runCmd()'s 999, so that a log tells
+// them apart.
 constexpr int abnormalToolEnd = 998;
 
 // Runs tools with administrator rights. Not locked: one call at a time, from any thread. Never
@@ -34,9 +34,8 @@ public:
     int runPrivCmd(char* tool, char** args, FILE** pipe) override;
 
 private:
-    // The process id that the latest tool reported; at first one that no child can have. For a tool
-    // that reports none this one is waited for: it has ended, so the wait fails, and the run counts
-    // as a success.
+    // The process id that the latest tool reported, which is waited for where a tool reports none;
+    // at first one that no child can have.
     std::int32_t toolPid = INT32_MAX;
 };
 
