@@ -6,24 +6,6 @@
 #include <QCoreApplication>
 #include <QFile>
 
-namespace {
-
-// The program lies in the bundle's Contents/MacOS, the property list in Contents. The cut is by
-// length, whatever the folder's name is.
-QString propertyListPath()
-{
-    QString path = QCoreApplication::applicationDirPath();
-    path.chop(static_cast<int>(qstrlen("MacOS")));
-    return path + QStringLiteral("Info.plist");
-}
-
-QString nextLine(QFile& file)
-{
-    return QString::fromUtf8(file.readLine());
-}
-
-} // namespace
-
 about::about(QWidget* parent) : QDialog(parent), ui(new Ui_about)
 {
     ui->setupUi(this);
@@ -34,20 +16,24 @@ about::about(QWidget* parent) : QDialog(parent), ui(new Ui_about)
     QString bundleVersion;
     QString shortVersion;
     QString copyright;
-    // A file that can't be opened leaves all labels empty.
-    QFile file(propertyListPath());
+    // The program lies in the bundle's Contents/MacOS, the property list in Contents. The cut is by
+    // length, whatever the folder's name is. A file that can't be opened leaves all labels empty.
+    QString path = QCoreApplication::applicationDirPath();
+    path.chop(static_cast<int>(qstrlen("MacOS")));
+    QFile file(path + QStringLiteral("Info.plist"));
+    const auto nextLine = [&file] { return QString::fromUtf8(file.readLine()); };
     const bool readable = file.open(QIODevice::ReadOnly);
     while (readable && !file.atEnd()) {
         // Each value stands on the line after its key.
-        const QString line = nextLine(file);
+        const QString line = nextLine();
         if (line.contains(QLatin1String("CFBundleName")))
-            name = parse(nextLine(file));
+            name = parse(nextLine());
         else if (line.contains(QLatin1String("CFBundleVersion")))
-            bundleVersion = parse(nextLine(file));
+            bundleVersion = parse(nextLine());
         else if (line.contains(QLatin1String("CFBundleShortVersionString")))
-            shortVersion = parse(nextLine(file));
+            shortVersion = parse(nextLine());
         else if (line.contains(QLatin1String("NSHumanReadableCopyright")))
-            copyright = parse(nextLine(file));
+            copyright = parse(nextLine());
     }
 
     QString version;

@@ -5,8 +5,6 @@
 #include "system/probes.h"
 #include "widgets/shortcut.h"
 
-#include <QWizard>
-
 // The form is never deleted: the page lives as long as the wizard, which is as long as the process.
 Cloud::Cloud(QWidget* parent) : QWizardPage(parent), ui(new Ui_Cloud)
 {

@@ -4,8 +4,6 @@
 #include "pages/joinflags.h"
 #include "system/probes.h"
 
-#include <QVariant>
-
 Conclusion::Conclusion(QWidget* parent) : QWizardPage(parent), ui(new Ui_Conclusion)
 {
     ui->setupUi(this);

@@ -1,6 +1,5 @@
 #include "pages/helpertool.h"
 
-#include "system/lowerpriv.h"
 #include "system/streamreader.h"
 #include "system/toolpaths.h"
 

@@ -6,10 +6,8 @@
 #include <QWindow>
 #include <QWizard>
 
-namespace {
-
 // The active window, or the wizard while no window is active, as just after a dialog has closed.
-QWidget* windowBelow(const QDialog* dialog)
+static QWidget* windowBelow(const QDialog* dialog)
 {
     QWidget* active = QApplication::activeWindow();
     if (active != nullptr && active != dialog && active->isVisible())
@@ -19,8 +17,6 @@ QWidget* windowBelow(const QDialog* dialog)
             return window;
     return nullptr;
 }
-
-} // namespace
 
 void presentDialog(QDialog* dialog, const QString& message)
 {

@@ -7,15 +7,10 @@
 #include <QTextOption>
 #include <QtMath>
 
-namespace {
-
-// More than a page can show. A tool that floods its output must not keep the layout busy.
-constexpr int mostCharacters = 10000;
-
-} // namespace
-
 QString WrappingLabel::shownText() const
 {
+    // More than a page can show. A tool that floods its output must not keep the layout busy.
+    constexpr int mostCharacters = 10000;
     // The layout breaks a line at this character only.
     return text().left(mostCharacters).trimmed().replace(QLatin1Char('\n'), QChar::LineSeparator);
 }

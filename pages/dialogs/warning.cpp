@@ -36,7 +36,6 @@ Warning::Warning(QWidget* parent) : QDialog(parent), ui(new Ui_Warning)
     ui->setupUi(this);
     ui->WarningLabel->setDocument(new MessageDocument(ui->WarningLabel));
     ui->WarningLabel->document()->setDocumentMargin(10);
-    ui->WarningLabel->setOpenLinks(false);
     setWindowTitle(tr("WARNING"));
     // A desktop theme's icon on the one button would only distract from the message.
     ui->buttonBox->button(QDialogButtonBox::Ok)->setIcon(QIcon());
