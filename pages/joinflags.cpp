@@ -1,4 +1,0 @@
-#include "pages/joinflags.h"
-
-bool joining = false;
-bool enrolling = false;
