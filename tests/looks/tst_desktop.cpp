@@ -42,7 +42,7 @@ private slots:
             return qAbs(distance.x()) <= 2 && qAbs(distance.y()) <= 30;
         };
         QTRY_VERIFY(isCentred());
-        QVERIFY(program.session.isInFront(dialog, program.wizard));
+        QTRY_VERIFY(program.session.isInFront(dialog, program.wizard));
         program.session.clickInto(program.wizard);
         program.session.awaitWindowManager();
         QVERIFY(program.session.isInFront(dialog, program.wizard));

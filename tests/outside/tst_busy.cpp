@@ -3,7 +3,6 @@
 // tells how many.
 
 #include "tests/support/program.h"
-#include "tests/support/screenreader.h"
 #include "tests/support/worldtest.h"
 
 #include <QElapsedTimer>
@@ -14,52 +13,6 @@ constexpr int stepLasts = 300;    // ms
 constexpr int watchedAfter = 300; // ms
 
 const QPoint nextButton(740, 575); // in the wizard's window
-
-std::unique_ptr<XSession> desktop;
-std::unique_ptr<ScreenReader> reader;
-
-// The program on the desktop, from its start to its end.
-class Assistant
-{
-public:
-    Assistant()
-    {
-        process.setProcessEnvironment(reader->environment());
-        process.start(ASSISTANT_PROGRAM, QStringList());
-        window = desktop->waitForWindow("Morvanta Join Assistant");
-        if (window.isEmpty())
-            qFatal("The wizard does not come up");
-    }
-    ~Assistant()
-    {
-        process.kill();
-        process.waitForFinished();
-    }
-
-    // Presses Return once the wizard has the keyboard, and waits for the run of the tool.
-    bool nextRuns(const QString& tool) const
-    {
-        World::forgetCalls();
-        return desktop->pressIn(window, "Return") && ran(tool);
-    }
-    // Presses Return on the first page, and waits until the next one, which alone has a way back,
-    // can be worked with.
-    bool goesToFirstEntries(const QString& tool) const
-    {
-        return nextRuns(tool) && reader->await("Go Back");
-    }
-    static bool ran(const QString& tool)
-    {
-        return QTest::qWaitFor([&tool] { return !World::callsOf(tool).isEmpty(); }, 20000);
-    }
-    bool isUp() const
-    {
-        return process.state() == QProcess::Running && desktop->windows().contains(window);
-    }
-
-    QProcess process;
-    QString window;
-};
 
 QStringList typed(const QString& text)
 {
@@ -73,7 +26,7 @@ QStringList typed(const QString& text)
 }
 
 // A held tool that has begun is let end after a while; the action comes at its moment, in ms from
-// the tool's begin.
+// the tool's begin, and where that is before the end, it has been done by then.
 void duringStep(const QString& command, int moment, const std::function<void()>& action)
 {
     QElapsedTimer time;
@@ -81,13 +34,13 @@ void duringStep(const QString& command, int moment, const std::function<void()>&
     bool released = false;
     bool done = false;
     while (!released || !done || time.elapsed() < stepLasts + watchedAfter) {
-        if (!released && time.elapsed() >= stepLasts) {
-            World::release(command);
-            released = true;
-        }
         if (!done && time.elapsed() >= moment) {
             action();
             done = true;
+        }
+        if (!released && time.elapsed() >= stepLasts) {
+            World::release(command);
+            released = true;
         }
         QTest::qWait(1);
     }
@@ -107,14 +60,14 @@ void addMoments(const QStringList& ways, int until = stepLasts)
     }
 }
 
-void press(const QString& way, const QString& caption)
+void press(Program& program, const QString& way, const QString& caption)
 {
     if (way == "assistive")
-        reader->press(caption);
+        program.reader.press(caption);
     else if (way == "click")
-        desktop->click();
+        program.session.click();
     else
-        desktop->key({way});
+        program.session.key({way});
 }
 
 } // namespace
@@ -124,20 +77,6 @@ class TestBusy : public WorldTest
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        WorldTest::init();
-        desktop = std::make_unique<XSession>();
-        reader = std::make_unique<ScreenReader>(*desktop);
-    }
-
-    void cleanup()
-    {
-        reader.reset();
-        desktop.reset();
-        WorldTest::cleanup();
-    }
-
     void textArrivesOnThePageThatFollows_data()
     {
         addMoments({"text"}, stepLasts + watchedAfter);
@@ -146,11 +85,13 @@ private slots:
     void textArrivesOnThePageThatFollows()
     {
         QFETCH(int, moment);
-        Assistant assistant;
+        Program program;
+        QVERIFY(program.showsTheWizard());
         World::hold("dsconfigad", "You are not bound to any directory.\n");
-        QVERIFY(assistant.nextRuns("dsconfigad"));
-        duringStep("dsconfigad", moment, [] { desktop->key(typed("corp.test\tadm\tsec ret")); });
-        QVERIFY(assistant.nextRuns("mvedit"));
+        QVERIFY(program.nextRuns("dsconfigad"));
+        duringStep("dsconfigad", moment,
+                   [&program] { program.session.key(typed("corp.test\tadm\tsec ret")); });
+        QVERIFY(program.nextRuns("mvedit"));
         QCOMPARE(World::callsOf("mvedit").first().arguments.mid(1),
                  QStringList({"corp.test", "adm", "sec ret"}));
     }
@@ -165,15 +106,17 @@ private slots:
     void textBeyondTheLastEditIsForNone()
     {
         QFETCH(int, moment);
-        Assistant assistant;
+        Program program;
+        QVERIFY(program.showsTheWizard());
         World::hold("dsconfigad -show", "\nActive Directory Forest = example.test\n"
                                         "Active Directory Domain = example.test\n");
-        QVERIFY(assistant.nextRuns("dsconfigad"));
+        QVERIFY(program.nextRuns("dsconfigad"));
         duringStep("dsconfigad -show", moment,
-                   [] { desktop->key(typed("corp.test\tadm\tsecret")); });
+                   [&program] { program.session.key(typed("corp.test\tadm\tsecret")); });
+        QVERIFY(program.isFree());
         QCOMPARE(World::callsOf("mvedit").size(), 0);
-        desktop->key({"shift+Tab"}); // from the button behind the edits
-        QVERIFY(assistant.nextRuns("mvedit"));
+        program.session.key({"shift+Tab"}); // from the button behind the edits
+        QVERIFY(program.nextRuns("mvedit"));
         QCOMPARE(World::callsOf("mvedit").first().arguments.mid(1),
                  QStringList({"example.test", "corp.test", "adm"}));
     }
@@ -186,18 +129,19 @@ private slots:
     void aMessageTakesNoText()
     {
         QFETCH(int, moment);
-        Assistant assistant;
-        QVERIFY(assistant.goesToFirstEntries("mvinfo"));
-        desktop->key(typed("corp.test"));
+        Program program;
+        QVERIFY(program.showsTheWizard());
+        QVERIFY(program.nextRuns("mvinfo") && program.isFree());
+        program.session.key(typed("corp.test"));
         World::answer("mvedit", {"No such domain\n", "", 1, 0, false, true});
-        QVERIFY(assistant.nextRuns("mvedit"));
-        duringStep("mvedit", moment, [] {
-            desktop->key(typed("more") + QStringList{"Escape", "space", "Return"});
+        QVERIFY(program.nextRuns("mvedit"));
+        duringStep("mvedit", moment, [&program] {
+            program.session.key(typed("more") + QStringList{"Escape", "space", "Return"});
         });
-        const QString warning = desktop->waitForWindow("WARNING");
-        QVERIFY(!warning.isEmpty());
-        QVERIFY(desktop->pressIn(warning, "Return"));
-        QVERIFY(assistant.nextRuns("mvedit"));
+        const QString warning = program.session.waitForWindow("WARNING");
+        QVERIFY(!warning.isEmpty() && program.reader.await("OK"));
+        QVERIFY(program.session.pressIn(warning, "Return"));
+        QVERIFY(program.nextRuns("mvedit"));
         QCOMPARE(World::callsOf("mvedit").first().arguments.mid(1),
                  QStringList({"corp.test", "Administrator", ""}));
     }
@@ -211,22 +155,23 @@ private slots:
     {
         QFETCH(QString, way);
         QFETCH(int, moment);
-        Assistant assistant;
-        QVERIFY(assistant.goesToFirstEntries("mvinfo"));
-        QVERIFY(way != "assistive" || reader->await("Continue"));
-        desktop->pointAt(assistant.window, nextButton);
+        Program program;
+        QVERIFY(program.showsTheWizard());
+        QVERIFY(program.nextRuns("mvinfo") && program.isFree());
+        QVERIFY(way != "assistive" || program.reader.await("Continue"));
+        program.session.pointAt(program.wizard, nextButton);
         if (way == "space")
-            desktop->key({"Tab", "Tab", "Tab", "Tab"}); // from the first edit to the button
+            program.session.key({"Tab", "Tab", "Tab", "Tab"}); // from the first edit to the button
         World::hold("mvedit");
         World::forgetCalls();
         // The check is begun in the same way, which shows that this way presses the button.
-        press(way, "Continue");
-        QVERIFY(Assistant::ran("mvedit"));
-        duringStep("mvedit", moment, [&way] {
+        press(program, way, "Continue");
+        QVERIFY(Program::ran("mvedit"));
+        duringStep("mvedit", moment, [&program, &way] {
             for (int i = 0; i < 3; ++i)
-                press(way, "Continue");
+                press(program, way, "Continue");
         });
-        QVERIFY(reader->await("Join"));
+        QVERIFY(program.reader.await("Join"));
         QCOMPARE(World::callsOf("mvedit").size(), 1);
         QCOMPARE(World::callsOf("gui_helper_tool").size(), 0);
     }
@@ -240,20 +185,21 @@ private slots:
     {
         QFETCH(QString, way);
         QFETCH(int, moment);
-        Assistant assistant;
-        QVERIFY(assistant.goesToFirstEntries("mvinfo"));
-        desktop->key(typed("corp.test\tadm\tsecret"));
-        QVERIFY(assistant.nextRuns("mvedit"));
-        QVERIFY(reader->await("Join"));
-        QVERIFY(desktop->pressIn(assistant.window, "ctrl+shift+A"));
-        QVERIFY(reader->await(way));
+        Program program;
+        QVERIFY(program.showsTheWizard());
+        QVERIFY(program.nextRuns("mvinfo") && program.isFree());
+        program.session.key(typed("corp.test\tadm\tsecret"));
+        QVERIFY(program.nextRuns("mvedit"));
+        QVERIFY(program.reader.await("Join"));
+        QVERIFY(program.session.pressIn(program.wizard, "ctrl+shift+A"));
+        QVERIFY(program.reader.await(way));
         World::hold("gui_helper_tool");
-        QVERIFY(assistant.nextRuns("gui_helper_tool"));
-        duringStep("gui_helper_tool", moment, [&way] { reader->press(way); });
-        QVERIFY(reader->await("Done"));
+        QVERIFY(program.nextRuns("gui_helper_tool"));
+        duringStep("gui_helper_tool", moment, [&] { program.reader.press(way); });
+        QVERIFY(program.reader.await("Done"));
         QCOMPARE(World::callsOf("gui_helper_tool").size(), 1);
         QCOMPARE(World::callsOf("mvedit").size(), 0);
-        QCOMPARE(desktop->windows(), QStringList{assistant.window});
+        QVERIFY(program.showsOnlyTheWizard());
     }
 
     void pressesDuringALeaveStartNoSecond_data()
@@ -266,15 +212,16 @@ private slots:
         QFETCH(QString, way);
         QFETCH(int, moment);
         World::setJoined();
-        Assistant assistant;
-        QVERIFY(assistant.goesToFirstEntries("mvinfo"));
-        QVERIFY(reader->await(way));
+        Program program;
+        QVERIFY(program.showsTheWizard());
+        QVERIFY(program.nextRuns("mvinfo"));
+        QVERIFY(program.reader.await(way));
         World::hold("gui_helper_tool");
-        QVERIFY(assistant.nextRuns("gui_helper_tool"));
-        duringStep("gui_helper_tool", moment, [&way] { reader->press(way); });
-        QVERIFY(reader->await("Done"));
+        QVERIFY(program.nextRuns("gui_helper_tool"));
+        duringStep("gui_helper_tool", moment, [&] { program.reader.press(way); });
+        QVERIFY(program.reader.await("Done"));
         QCOMPARE(World::callsOf("gui_helper_tool").size(), 1);
-        QCOMPARE(desktop->windows(), QStringList{assistant.window});
+        QVERIFY(program.showsOnlyTheWizard());
     }
 
     void closingDuringAStepKeepsItsOutcome_data()
@@ -298,33 +245,38 @@ private slots:
         QFETCH(int, moment);
         if (bound)
             World::setBound();
-        Assistant assistant;
-        QVERIFY(assistant.goesToFirstEntries("dsconfigad"));
+        Program program;
+        QVERIFY(program.showsTheWizard());
+        QVERIFY(program.nextRuns("dsconfigad"));
         World::answer("mvedit", {"refused\n", "", status, 0, false, true});
-        QVERIFY(assistant.nextRuns("mvedit"));
-        duringStep("mvedit", moment, [] { desktop->key({"alt+F4"}); });
+        QVERIFY(program.nextRuns("mvedit"));
+        duringStep("mvedit", moment, [&program] {
+            program.session.key({"alt+F4"});
+            program.session.awaitWindowManager(); // which passes it on
+        });
         if (bound || status != 0) {
-            const QString warning = desktop->waitForWindow("WARNING");
-            QVERIFY(!warning.isEmpty());
-            QVERIFY(assistant.isUp());
-            QVERIFY(desktop->pressIn(warning, "Return"));
+            const QString warning = program.session.waitForWindow("WARNING");
+            QVERIFY(!warning.isEmpty() && program.reader.await("OK"));
+            QVERIFY(program.isUp());
+            QVERIFY(program.session.pressIn(warning, "Return"));
         }
-        QVERIFY(reader->await(status == 0 && !bound ? "Join" : "Continue"));
-        QVERIFY(assistant.isUp());
+        QVERIFY(program.reader.await(status == 0 && !bound ? "Join" : "Continue"));
+        QVERIFY(program.isUp());
         // The same key closes a wizard that is not busy.
-        QVERIFY(desktop->pressIn(assistant.window, "alt+F4"));
-        QTRY_COMPARE(assistant.process.state(), QProcess::NotRunning);
+        QVERIFY(program.close());
+        QVERIFY(program.endsWith0());
     }
 
     void aPressCountsAsSoonAsThePageIsUp()
     {
         for (int i = 0; i < qMax(2, qEnvironmentVariableIntValue("MOMENTS")); ++i) {
-            Assistant assistant;
-            QVERIFY(assistant.goesToFirstEntries("mvinfo"));
-            QVERIFY(assistant.nextRuns("mvedit"));
-            QVERIFY(reader->await("Join"));
-            desktop->key({"Return"});
-            QVERIFY(Assistant::ran("gui_helper_tool"));
+            Program program;
+            QVERIFY(program.showsTheWizard());
+            QVERIFY(program.nextRuns("mvinfo"));
+            QVERIFY(program.nextRuns("mvedit"));
+            QVERIFY(program.reader.await("Join"));
+            program.session.key({"Return"});
+            QVERIFY(Program::ran("gui_helper_tool"));
         }
     }
 
@@ -332,12 +284,13 @@ private slots:
     {
         for (int i = 0; i < qMax(2, qEnvironmentVariableIntValue("MOMENTS")); ++i) {
             World::answer("mvedit", {"", "", 1});
-            Assistant assistant;
-            QVERIFY(assistant.goesToFirstEntries("mvinfo"));
-            QVERIFY(assistant.nextRuns("mvedit"));
-            QVERIFY(reader->await("OK"));
-            reader->press("OK");
-            QTRY_COMPARE(desktop->windows(), QStringList{assistant.window});
+            Program program;
+            QVERIFY(program.showsTheWizard());
+            QVERIFY(program.nextRuns("mvinfo"));
+            QVERIFY(program.nextRuns("mvedit"));
+            QVERIFY(program.reader.await("OK"));
+            program.reader.press("OK");
+            QVERIFY(program.showsOnlyTheWizard());
         }
     }
 };

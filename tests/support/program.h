@@ -1,17 +1,17 @@
 #pragma once
 
+#include "tests/support/screenreader.h"
 #include "tests/support/world.h"
-#include "tests/support/xsession.h"
 
 #include <QTest>
 
-// The program as a process in an X session of its own.
+// The program as a process in an X session of its own, with a screen reader.
 class Program
 {
 public:
     explicit Program(const QStringList& arguments = {})
     {
-        process.setProcessEnvironment(session.environment());
+        process.setProcessEnvironment(reader.environment());
         process.start(ASSISTANT_PROGRAM, arguments);
         if (!process.waitForStarted())
             qFatal("The program can't be started");
@@ -27,21 +27,22 @@ public:
         wizard = session.waitForWindow("Morvanta Join Assistant");
         return !wizard.isEmpty();
     }
-    // Presses Return, which is Next or, at the end, Finish.
-    bool next() const
+    // Waits until the wizard can be worked with: during a step the entry About is disabled.
+    bool isFree()
     {
-        return session.pressIn(wizard, "Return");
+        return reader.await("About");
     }
-    // Presses Next and waits for the run of a tool that follows; again, since what is pressed while
-    // the step before is still under way is forgotten.
-    bool nextRuns(const QString& tool) const
+    // Presses Return, which is Next, and waits for the run of a tool that follows.
+    bool nextRuns(const QString& tool)
     {
+        if (!isFree())
+            return false;
         World::forgetCalls();
-        for (int press = 0; press < 10 && next(); ++press) {
-            if (QTest::qWaitFor([&] { return !World::callsOf(tool).isEmpty(); }, 2000))
-                return true;
-        }
-        return false;
+        return session.pressIn(wizard, "Return") && ran(tool);
+    }
+    static bool ran(const QString& tool)
+    {
+        return QTest::qWaitFor([&tool] { return !World::callsOf(tool).isEmpty(); }, 20000);
     }
     // From the join options through the join's progress, which is the second window, to the end.
     bool join()
@@ -51,19 +52,20 @@ public:
             return false;
         progress = session.waitForWindow("Joining");
         World::release("gui_helper_tool");
+        return showsOnlyTheWizard();
+    }
+    bool showsOnlyTheWizard() const
+    {
         return QTest::qWaitFor([this] { return session.windows() == QStringList{wizard}; }, 20000);
     }
-    // Presses again as a person would: the window manager misses keys until the X server has set
-    // the keyboard up, and the wizard ignores those that come during a step.
-    bool close(const QString& key = "alt+F4") const
+    bool close(const QString& key = "alt+F4")
     {
-        for (int press = 0; press < 5; ++press) {
-            if (!session.pressIn(wizard, key))
-                return false;
-            if (QTest::qWaitFor([this] { return session.windows().isEmpty(); }, 2000))
-                return true;
-        }
-        return false;
+        return isFree() && session.pressIn(wizard, key) &&
+               QTest::qWaitFor([this] { return session.windows().isEmpty(); }, 20000);
+    }
+    bool isUp() const
+    {
+        return process.state() == QProcess::Running && session.windows().contains(wizard);
     }
     bool endsWith0()
     {
@@ -72,6 +74,7 @@ public:
     }
 
     XSession session;
+    ScreenReader reader{session};
     QProcess process;
     QString wizard;
     QString progress;
