@@ -117,9 +117,10 @@ std::string answerPath(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
-    record(argc, argv);
     const std::string path = answerPath(argc, argv);
     const Answer answer = readAnswer(path);
+    // A test that has seen the record may change the answer for the next run.
+    record(argc, argv);
     if (answer.reportsPid) {
         const pid_t pid = getpid();
         writeAll(STDOUT_FILENO, std::string(reinterpret_cast<const char*>(&pid), sizeof pid));

@@ -205,6 +205,8 @@ QList<Call> World::calls()
     QList<Call> calls;
     while (fields.size() > 1) {
         const int count = fields.takeFirst().toInt();
+        if (fields.size() <= count)
+            break; // this record is still being written
         Call call;
         call.path = QString::fromUtf8(fields.takeFirst());
         const QList<QByteArray> descriptors = fields.takeFirst().split(' ');
