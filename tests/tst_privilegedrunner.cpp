@@ -2,7 +2,6 @@
 #include "system/lowerpriv.h"
 #include "tests/support/helperruns.h"
 
-#include <atomic>
 #include <csignal>
 #include <cstring>
 #include <sys/socket.h>
@@ -91,8 +90,6 @@ QStringList exitLines(const QStringList& messages)
 {
     return messages.filter("[ rc:");
 }
-
-std::atomic<int> interruptions{0};
 
 } // namespace
 
@@ -286,32 +283,6 @@ private slots:
             QCOMPARE(Run("dsconfigad").result, 5);
         }
         QCOMPARE(Run("dsconfigad").result, 0);
-    }
-
-    void interruptedWaitGoesOn()
-    {
-        answerHelper("", 7, 0, true);
-        struct sigaction before = {};
-        struct sigaction interrupt = {}; // without SA_RESTART
-        interrupt.sa_handler = [](int) { ++interruptions; };
-        sigaction(SIGUSR1, &interrupt, &before);
-        interruptions = 0;
-        const pthread_t waiting = pthread_self();
-        QThread* disturber = QThread::create([waiting] {
-            while (World::callsOf("gui_helper_tool").isEmpty())
-                QThread::yieldCurrentThread();
-            while (interruptions < 100) {
-                pthread_kill(waiting, SIGUSR1);
-                QThread::usleep(500);
-            }
-            World::release("gui_helper_tool");
-        });
-        disturber->start();
-        const int result = Run("gui_helper_tool").result;
-        disturber->wait();
-        delete disturber;
-        sigaction(SIGUSR1, &before, nullptr);
-        QCOMPARE(result, 7);
     }
 };
 
