@@ -43,12 +43,6 @@ void logMessage(QtMsgType type, const QMessageLogContext& context, const QString
     previousHandler(type, context, text);
 }
 
-bool hasChildren()
-{
-    siginfo_t info = {};
-    return waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT) == 0;
-}
-
 } // namespace
 
 QStringList WorldTest::messages()
@@ -156,6 +150,12 @@ QList<int> openDescriptors()
             found << name.toInt();
     }
     return found;
+}
+
+bool hasChildren()
+{
+    siginfo_t info = {};
+    return waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT) == 0;
 }
 
 void whileRunning(const QString& tool, const std::function<void()>& action,

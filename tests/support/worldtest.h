@@ -68,6 +68,9 @@ private:
 // The open descriptors of this process.
 QList<int> openDescriptors();
 
+// Whether this process has a child, also one that has ended and that nobody has waited for.
+bool hasChildren();
+
 // All that is left to read in a stream.
 QByteArray rest(FILE* stream);
 

@@ -101,6 +101,15 @@ bool waits(const Use& use, const Fault& fault)
     return fault.signal == SIGSTOP || tooMuch;
 }
 
+bool wasRun(const Use& use)
+{
+    const QList<Call> calls = World::callsOf(use.tool);
+    return std::any_of(calls.cbegin(), calls.cend(), [&use](const Call& call) {
+        const QString first = call.arguments.value(0).section('/', -1);
+        return (use.tool + ' ' + first).startsWith(use.command);
+    });
+}
+
 // --- One case, in a process of its own
 
 void readyWorld(const Use& use)
@@ -216,14 +225,18 @@ int main(int argc, char** argv)
     for (const Use& use : all) {
         const QList<Fault> planted = faults(use.way);
         for (const Fault& fault : planted) {
-            if ((use.name + ' ' + fault.name).contains(wanted))
-                rows.run(use.name, fault.name, waits(use, fault),
-                         [&](FILE* verdict) { runFault(use, fault, verdict); });
+            if (!(use.name + ' ' + fault.name).contains(wanted))
+                continue;
+            std::function<bool()> waitsFor;
+            if (waits(use, fault))
+                waitsFor = [&use] { return wasRun(use); };
+            rows.run(use.name, fault.name, waitsFor,
+                     [&](FILE* verdict) { runFault(use, fault, verdict); });
         }
         const QList<Shortage> lacking = shortages();
         for (const Shortage& shortage : lacking) {
             if ((use.name + ' ' + shortage.name).contains(wanted))
-                rows.run(use.name, shortage.name, false,
+                rows.run(use.name, shortage.name, nullptr,
                          [&](FILE* verdict) { runShortage(use, shortage, verdict); });
         }
     }

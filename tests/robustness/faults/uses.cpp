@@ -2,6 +2,7 @@
 
 #include "browser/cnbrowser.h"
 #include "pages/dialogs/loadcn.h"
+#include "tests/robustness/faults/watch.h"
 #include "tests/support/reference.h"
 
 #include <QCheckBox>
@@ -172,7 +173,9 @@ QString useBrowse(WizardDriver& driver)
         browser = driver.wizard.findChild<cnbrowser*>();
         while (browser != nullptr && loading() != nullptr && !staysUp) {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-            staysUp = patience.elapsed() > 300 && World::callsOf("mvedit").size() < 2;
+            // The child is asked for first: a script has been recorded before it ends.
+            staysUp =
+                patience.elapsed() > 300 && !childRuns() && World::callsOf("mvedit").size() < 2;
         }
     });
     if (staysUp) {

@@ -6,6 +6,9 @@
 #include <cstdio>
 #include <functional>
 
+// Whether a child of this process runs, rather than having ended unheard.
+bool childRuns();
+
 // What a case has to leave as it found it.
 class Leftovers
 {
@@ -27,9 +30,9 @@ void report(FILE* verdict, const QString& seen, const QString& expected, const Q
 class Table
 {
 public:
-    // `waits`: the program waits for a tool that does not end by itself; the table sees to its end,
-    // as an administrator would.
-    void run(const QString& use, const QString& fault, bool waits,
+    // `waitsFor` tells whether a tool runs that the program waits for and that does not end by
+    // itself; the table sees to its end, as an administrator would. Null where there is none.
+    void run(const QString& use, const QString& fault, const std::function<bool()>& waitsFor,
              const std::function<void(FILE*)>& testCase);
     // Prints the totals and returns the exit status.
     int finish();
