@@ -1,8 +1,9 @@
+#include "pages/jointype.h"
 #include "tests/support/formtest.h"
-#include "tests/support/wizarddriver.h"
 
 #include <QFrame>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 
 class TestJoinTypeForm : public WorldTest
@@ -10,9 +11,13 @@ class TestJoinTypeForm : public WorldTest
     Q_OBJECT
 
 private slots:
-    void formHasItsWidgets_data()
+    void formHasItsWidgets()
     {
-        addFormRows(
+        JoinType page;
+        QCOMPARE(child<QLineEdit>(&page, "ZoneEdit")->placeholderText(),
+                 QString("Enter the zone name here"));
+        compareForm(
+            &page,
             {{"frame", "QFrame", nullptr},
              {"AutoButton", "QRadioButton", "Auto"},
              {"label_2", "QLabel",
@@ -26,7 +31,6 @@ private slots:
               "You must enter a name of a Zone that was previously created using the Morvanta "
               "Access Manager.  Example of a zone name would be \"MacZone\"."},
              {"label_5", "QLabel", "Computer Name: "},
-             {"ComputerNameEdit", "QLineEdit", "my-mac"},
              {"CloudCheck", "QCheckBox",
               "Enroll with Morvanta Endpoint Services to enable remote management"},
              {"AdvancedButton", "QPushButton", ""},
@@ -42,67 +46,55 @@ private slots:
              {"PDSEdit", "QLineEdit", ""},
              {"AliasLabel", "QCheckBox", "Computer Alias Name:"},
              {"AliasEdit", "QLineEdit", ""}});
-    }
-
-    void formHasItsWidgets()
-    {
-        WizardDriver driver;
-        driver.goToJoinOptions();
-        QCOMPARE(driver.currentPage()->windowTitle(), QString("WizardPage"));
-        QCOMPARE(driver.on<QLineEdit>("ZoneEdit")->placeholderText(),
-                 QString("Enter the zone name here"));
-        compareWithFormRow(driver.currentPage());
+        NEEDS_TOOLS();
+        compareForm(&page, {{"ComputerNameEdit", "QLineEdit", "my-mac"}});
     }
 
     void pageIs582By524()
     {
-        WizardDriver driver;
-        driver.goToJoinOptions();
-        QCOMPARE(driver.currentPage()->minimumSize(), QSize(582, 524));
-        QCOMPARE(driver.currentPage()->maximumSize(), QSize(582, 524));
+        JoinType page;
+        QCOMPARE(page.minimumSize(), QSize(582, 524));
+        QCOMPARE(page.maximumSize(), QSize(582, 524));
     }
 
     void initialStates()
     {
-        WizardDriver driver;
-        driver.goToJoinOptions();
-        const QList<QAbstractButton*> buttons =
-            driver.currentPage()->findChildren<QAbstractButton*>();
+        JoinType page;
+        const QList<QLineEdit*> edits = page.findChildren<QLineEdit*>();
+        for (const QLineEdit* edit : edits)
+            QVERIFY2(edit->isEnabled() && !edit->isReadOnly(), qPrintable(edit->objectName()));
+        NEEDS_TOOLS(); // on a Mac that is enrolled a choice is disabled
+        const QList<QAbstractButton*> buttons = page.findChildren<QAbstractButton*>();
         for (const QAbstractButton* button : buttons) {
             QCOMPARE(button->isChecked(), button->objectName() == "AutoButton");
             QVERIFY2(button->isEnabled(), qPrintable(button->objectName()));
         }
-        const QList<QLineEdit*> edits = driver.currentPage()->findChildren<QLineEdit*>();
-        for (const QLineEdit* edit : edits)
-            QVERIFY2(edit->isEnabled() && !edit->isReadOnly(), qPrintable(edit->objectName()));
     }
 
     void focusSkipsTheSwitches()
     {
-        WizardDriver driver;
-        driver.goToJoinOptions();
+        JoinType page;
         for (const char* name :
              {"AdvancedButton", "ForceLeave", "ContainerDNLabel", "PDSLabel", "AliasLabel"})
-            QCOMPARE(driver.on<QWidget>(name)->focusPolicy(), Qt::NoFocus);
+            QCOMPARE(child<QWidget>(&page, name)->focusPolicy(), Qt::NoFocus);
     }
 
     void descriptionsAreSmallAndWrap()
     {
-        WizardDriver driver;
-        driver.goToJoinOptions();
+        JoinType page;
         for (const char* name : {"label_2", "label_4", "label_3"})
-            QCOMPARE(driver.on<QLabel>(name)->font().pointSize(), 11);
+            QCOMPARE(child<QLabel>(&page, name)->font().pointSize(), 11);
         for (const char* name : {"label_2", "label_4"}) {
-            QVERIFY(driver.on<QLabel>(name)->wordWrap());
-            QCOMPARE(driver.on<QLabel>(name)->parentWidget(), driver.on<QWidget>("frame"));
+            QVERIFY(child<QLabel>(&page, name)->wordWrap());
+            QCOMPARE(child<QLabel>(&page, name)->parentWidget(), child<QWidget>(&page, "frame"));
         }
     }
 
     void toggleHasItsArrowsAndStyle()
     {
-        WizardDriver driver;
-        driver.goToJoinOptions();
-        const auto* toggle = driver.on<QPushButton>("AdvancedButton");
+        Q_INIT_RESOURCE(Resources); // as the wizard does
+        JoinType page;
+        const auto* toggle = child<QPushButton>(&page, "AdvancedButton");
         const QSize size(32, 33);
         const auto arrow = [&](QIcon::State state) {
             return toggle->icon().pixmap(size, QIcon::Normal, state).toImage();
@@ -120,12 +112,11 @@ private slots:
 
     void zoneChoiceLiesOnThePageNotInTheFrame()
     {
-        WizardDriver driver;
-        driver.goToJoinOptions();
-        QCOMPARE(driver.on<QWidget>("AutoButton")->parentWidget(), driver.currentPage());
-        QCOMPARE(driver.on<QWidget>("ZoneButton")->parentWidget(), driver.currentPage());
-        QCOMPARE(driver.on<QFrame>("frame")->frameStyle(), QFrame::StyledPanel | QFrame::Raised);
-        QCOMPARE(driver.on<QFrame>("line")->frameStyle(), QFrame::HLine | QFrame::Sunken);
+        JoinType page;
+        QVERIFY(child<QWidget>(&page, "AutoButton")->parentWidget() == &page);
+        QVERIFY(child<QWidget>(&page, "ZoneButton")->parentWidget() == &page);
+        QCOMPARE(child<QFrame>(&page, "frame")->frameStyle(), QFrame::StyledPanel | QFrame::Raised);
+        QCOMPARE(child<QFrame>(&page, "line")->frameStyle(), QFrame::HLine | QFrame::Sunken);
     }
 };
 
