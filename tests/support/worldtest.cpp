@@ -198,25 +198,6 @@ QByteArray rest(FILE* stream)
     return all;
 }
 
-void addRefusedRuns()
-{
-    addColumns<QString, int>("missing", "prompt");
-    addRow("tool missing", "dsconfigad", 0);
-    addRow("prompt missing", "authorization_prompt", 0);
-    addRow("prompt cancelled", "", 1);
-    addRow("right denied", "", 2);
-    addRow("prompt failed", "", 3);
-}
-
-void refuseRuns()
-{
-    QFETCH(QString, missing);
-    QFETCH(int, prompt);
-    if (!missing.isEmpty())
-        World::removeTool(missing);
-    World::answer("authorization_prompt", {"", "", prompt});
-}
-
 QStringList visibleTexts(const QWidget* widget)
 {
     QStringList texts;

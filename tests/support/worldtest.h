@@ -74,11 +74,6 @@ bool hasChildren();
 // All that is left to read in a stream.
 QByteArray rest(FILE* stream);
 
-// Rows for each way in which the right to run the system's own tool, or the tool itself, is not to
-// be had; and the state of the Mac that the current row asks for.
-void addRefusedRuns();
-void refuseRuns();
-
 // The texts of the visible labels below a widget, in the form's order.
 QStringList visibleTexts(const QWidget* widget);
 
