@@ -246,20 +246,6 @@ private slots:
              {"ADPass", "QLineEdit", ""}});
     }
 
-    void textsWrap_data()
-    {
-        addColumns<QString>("name");
-        for (const char* name : {"label", "ADName", "label_3"})
-            addRow(name, name);
-    }
-
-    void textsWrap()
-    {
-        QFETCH(QString, name);
-        UnbindDriver driver;
-        QVERIFY(driver.on<QLabel>(name)->wordWrap());
-    }
-
     void passwordIsHidden()
     {
         UnbindDriver driver;

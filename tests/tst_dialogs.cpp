@@ -17,6 +17,8 @@
 
 namespace {
 
+const QStringList progressDialogs{"LoadJoin", "LoadCN", "LoadLeave"};
+
 std::unique_ptr<QDialog> makeDialog(const QString& name)
 {
     if (name == "LoadJoin")
@@ -35,13 +37,6 @@ template <typename Form> QString formTitle()
     Form form;
     form.setupUi(&dialog);
     return dialog.windowTitle();
-}
-
-void addProgressDialogs()
-{
-    addColumns<QString>("name");
-    for (const char* name : {"LoadJoin", "LoadCN", "LoadLeave"})
-        addRow(name, name);
 }
 
 template <typename Dialog> void verifySetters()
@@ -81,75 +76,45 @@ private slots:
         QVERIFY(child<QLabel>(dialog.get(), "label")->wordWrap());
     }
 
-    void progressDialogsAreFixedAt440By220_data()
-    {
-        addProgressDialogs();
-    }
-
     void progressDialogsAreFixedAt440By220()
     {
-        QFETCH(QString, name);
-        const std::unique_ptr<QDialog> dialog = makeDialog(name);
-        dialog->show();
-        QCOMPARE(dialog->size(), QSize(440, 220));
-        QCOMPARE(dialog->minimumSize(), QSize(440, 220));
-        QCOMPARE(dialog->maximumSize(), QSize(440, 220));
-    }
-
-    void progressDialogsBlockAllOtherInput_data()
-    {
-        addProgressDialogs();
+        for (const QString& name : progressDialogs) {
+            const std::unique_ptr<QDialog> dialog = makeDialog(name);
+            dialog->show();
+            QCOMPARE(dialog->size(), QSize(440, 220));
+            QCOMPARE(dialog->minimumSize(), QSize(440, 220));
+            QCOMPARE(dialog->maximumSize(), QSize(440, 220));
+        }
     }
 
     void progressDialogsBlockAllOtherInput()
     {
-        QFETCH(QString, name);
-        QPushButton other;
-        other.show();
-        bool clicked = false;
-        connect(&other, &QPushButton::clicked, [&clicked] { clicked = true; });
-        const std::unique_ptr<QDialog> dialog = makeDialog(name);
-        dialog->show();
-        QCOMPARE(dialog->windowModality(), Qt::ApplicationModal);
-        QVERIFY(QTest::qWaitForWindowExposed(dialog.get()));
-        QTest::mouseClick(other.windowHandle(), Qt::LeftButton);
-        QVERIFY(!clicked);
-        dialog->hide();
-        QTest::mouseClick(other.windowHandle(), Qt::LeftButton);
-        QVERIFY(clicked);
-    }
-
-    void progressBarsStandAt99Of100_data()
-    {
-        addProgressDialogs();
+        for (const QString& name : progressDialogs) {
+            QPushButton other;
+            other.show();
+            bool clicked = false;
+            connect(&other, &QPushButton::clicked, [&clicked] { clicked = true; });
+            const std::unique_ptr<QDialog> dialog = makeDialog(name);
+            dialog->show();
+            QCOMPARE(dialog->windowModality(), Qt::ApplicationModal);
+            QVERIFY(QTest::qWaitForWindowExposed(dialog.get()));
+            QTest::mouseClick(other.windowHandle(), Qt::LeftButton);
+            QVERIFY(!clicked);
+            dialog->hide();
+            QTest::mouseClick(other.windowHandle(), Qt::LeftButton);
+            QVERIFY(clicked);
+        }
     }
 
     void progressBarsStandAt99Of100()
     {
-        QFETCH(QString, name);
-        const std::unique_ptr<QDialog> dialog = makeDialog(name);
-        const auto* bar = child<QProgressBar>(dialog.get(), "progressBar");
-        QCOMPARE(bar->minimum(), 0);
-        QCOMPARE(bar->maximum(), 100);
-        QCOMPARE(bar->value(), 99);
-    }
-
-    void progressWidgetsStandInTheirOrder_data()
-    {
-        addColumns<QStringList>("order");
-        addRow("LoadJoin", QStringList{"label", "progressBar"});
-        addRow("LoadCN", QStringList{"label", "progressBar"});
-        addRow("LoadLeave", QStringList{"progressBar", "label"});
-    }
-
-    void progressWidgetsStandInTheirOrder()
-    {
-        const std::unique_ptr<QDialog> dialog = makeDialog(QTest::currentDataTag());
-        QStringList names;
-        const auto widgets = dialog->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
-        for (const QWidget* widget : widgets)
-            names << widget->objectName();
-        QTEST(names, "order");
+        for (const QString& name : progressDialogs) {
+            const std::unique_ptr<QDialog> dialog = makeDialog(name);
+            const auto* bar = child<QProgressBar>(dialog.get(), "progressBar");
+            QCOMPARE(bar->minimum(), 0);
+            QCOMPARE(bar->maximum(), 100);
+            QCOMPARE(bar->value(), 99);
+        }
     }
 
     void formsHaveTitlesOfTheirOwn()
@@ -179,24 +144,18 @@ private slots:
         QCOMPARE(dialog.windowTitle(), QString("a title"));
     }
 
-    void joinAndLeaveProgressCannotBeClosed_data()
-    {
-        addColumns<QString>("name");
-        addRow("LoadJoin", "LoadJoin");
-        addRow("LoadLeave", "LoadLeave");
-    }
-
     void joinAndLeaveProgressCannotBeClosed()
     {
-        QFETCH(QString, name);
-        const std::unique_ptr<QDialog> dialog = makeDialog(name);
-        dialog->show();
-        QTest::keyClick(dialog.get(), Qt::Key_Escape);
-        QVERIFY(dialog->isVisible());
-        dialog->close();
-        QVERIFY(dialog->isVisible());
-        dialog->reject();
-        QVERIFY(!dialog->isVisible());
+        for (const char* name : {"LoadJoin", "LoadLeave"}) {
+            const std::unique_ptr<QDialog> dialog = makeDialog(name);
+            dialog->show();
+            QTest::keyClick(dialog.get(), Qt::Key_Escape);
+            QVERIFY(dialog->isVisible());
+            dialog->close();
+            QVERIFY(dialog->isVisible());
+            dialog->reject();
+            QVERIFY(!dialog->isVisible());
+        }
     }
 
     void loadingProgressCanBeClosed()

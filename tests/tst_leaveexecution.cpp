@@ -131,17 +131,6 @@ private slots:
         QCOMPARE(World::callsOf("gui_helper_tool").size(), 2);
     }
 
-    void successLeadsToTheEnd()
-    {
-        answerHelper("Left the domain\n", 0);
-        LeaveDriver driver;
-        QCOMPARE(driver.next(), QStringList());
-        QCOMPARE(driver.page(), 7);
-        QCOMPARE(
-            visibleTexts(driver.currentPage()),
-            QStringList{"You have successfully left your Mac from your Active Directory domain."});
-    }
-
     void disablingPassesTheCredentials()
     {
         LeaveDriver driver;

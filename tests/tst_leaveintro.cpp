@@ -190,20 +190,6 @@ private slots:
              {"downloadButton", "QPushButton", "Download"}});
     }
 
-    void valuesWrap_data()
-    {
-        addColumns<QString>("name");
-        for (const char* name : {"ComputerName_Val", "ActiveDirectory_Val", "JoinedZone_Val"})
-            addRow(name, name);
-    }
-
-    void valuesWrap()
-    {
-        QFETCH(QString, name);
-        WizardDriver driver;
-        QVERIFY(child<QLabel>(driver.wizard.page(6), name)->wordWrap());
-    }
-
     void disablingIsChosenAtFirst()
     {
         LeaveDriver driver;

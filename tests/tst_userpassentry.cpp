@@ -2,8 +2,6 @@
 #include "tests/support/formtest.h"
 #include "tests/support/wizarddriver.h"
 
-#include <QLabel>
-
 namespace {
 
 class CredentialsDriver : public WizardDriver
@@ -150,12 +148,6 @@ private slots:
         QCOMPARE(driver.on<QLineEdit>("PasswordEdit")->echoMode(), QLineEdit::Password);
         driver.type("PasswordEdit", QString(32768, 'x'));
         QCOMPARE(driver.text("PasswordEdit").size(), 32767);
-    }
-
-    void explanationWraps()
-    {
-        CredentialsDriver driver;
-        QVERIFY(driver.on<QLabel>("label_4")->wordWrap());
     }
 
     void enteringAgainEmptiesDomainAndPassword()
