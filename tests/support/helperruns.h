@@ -3,10 +3,7 @@
 #include "tests/support/wizarddriver.h"
 
 #include <QLabel>
-#include <QScopeGuard>
 #include <QThread>
-#include <QThreadPool>
-#include <QtConcurrentRun>
 
 // What the join and the leave have in common: the agent's helper tool runs behind a progress
 // dialog.
@@ -60,26 +57,6 @@ inline void compareInputMeanwhile(WizardDriver& driver, const QString& before,
             QCOMPARE(driver.page(), page);
         });
     QCOMPARE(World::callsOf("gui_helper_tool").size(), 1);
-}
-
-// The tool is waited for on the only thread of the pool, which serves others meanwhile.
-inline void compareThreadsMeanwhile(WizardDriver& driver)
-{
-    QThreadPool* pool = QThreadPool::globalInstance();
-    const auto restore =
-        qScopeGuard([pool, usual = pool->maxThreadCount()] { pool->setMaxThreadCount(usual); });
-    pool->setMaxThreadCount(1);
-    answerHelper("", 1, 0, true);
-    bool served = false;
-    whileRunning(
-        "gui_helper_tool", [&] { driver.next(); },
-        [&](QWidget*) {
-            QFuture<void> other = QtConcurrent::run([] {});
-            served = QTest::qWaitFor([&other] { return other.isFinished(); });
-        });
-    QVERIFY(served);
-    // The result is told before the task that it comes from is put away.
-    QTRY_COMPARE(pool->activeThreadCount(), 0);
 }
 
 // The thread on which the page tells of the tool's end.
