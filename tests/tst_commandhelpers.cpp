@@ -40,20 +40,13 @@ class TestCommandHelpers : public WorldTest
     Q_OBJECT
 
 private slots:
-    void firstLineEndsBeforeTheFirstLineEnd_data()
-    {
-        addColumns<QString, QString>("text", "first");
-        addRow("empty", "", "");
-        addRow("a line end first", "\ntext\n", "");
-        addRow("no line end", "whole text", "whole text");
-        addRow("two lines", "one\ntwo\n", "one");
-        addRow("a carriage return stays", "one\r\ntwo", "one\r");
-    }
-
     void firstLineEndsBeforeTheFirstLineEnd()
     {
-        QFETCH(QString, text);
-        QTEST(getFirstLine(text), "first");
+        QCOMPARE(getFirstLine(""), QString(""));
+        QCOMPARE(getFirstLine("\ntext\n"), QString(""));
+        QCOMPARE(getFirstLine("whole text"), QString("whole text"));
+        QCOMPARE(getFirstLine("one\ntwo\n"), QString("one"));
+        QCOMPARE(getFirstLine("one\r\ntwo"), QString("one\r"));
     }
 
     void arrayOfNoItemsHoldsOnlyTheNullPointer()
@@ -81,36 +74,19 @@ private slots:
         QCOMPARE(takeArray(convertQSLtoArray(items)), items);
     }
 
-    void userWithoutADomainGetsTheDomain_data()
-    {
-        addColumns<QString, QString, QString>("user", "domain", "full");
-        addRow("bare name", "admin", "example.test", "admin@example.test");
-        addRow("no name", "", "example.test", "@example.test");
-        addRow("no domain", "admin", "", "admin@");
-        addRow("place markers", "%1", "%2", "%1@%2");
-    }
-
     void userWithoutADomainGetsTheDomain()
     {
-        QFETCH(QString, user);
-        QFETCH(QString, domain);
-        QTEST(appendDomainName(user, domain), "full");
-    }
-
-    void userWithADomainIsUnchanged_data()
-    {
-        addColumns<QString>("user");
-        addRow("another domain", "admin@other.test");
-        addRow("the same domain", "admin@example.test");
-        addRow("an at sign at the end", "admin@");
-        addRow("an at sign first", "@other.test");
-        addRow("two at signs", "a@b@c");
+        QCOMPARE(appendDomainName("admin", "example.test"), QString("admin@example.test"));
+        QCOMPARE(appendDomainName("", "example.test"), QString("@example.test"));
+        QCOMPARE(appendDomainName("admin", ""), QString("admin@"));
+        QCOMPARE(appendDomainName("%1", "%2"), QString("%1@%2"));
     }
 
     void userWithADomainIsUnchanged()
     {
-        QFETCH(QString, user);
-        QCOMPARE(appendDomainName(user, "example.test"), user);
+        for (const QString user :
+             {"admin@other.test", "admin@example.test", "admin@", "@other.test", "a@b@c"})
+            QCOMPARE(appendDomainName(user, "example.test"), user);
     }
 
     void fileThatCannotBeMadeIsOnlyAName_data()

@@ -71,20 +71,10 @@ private slots:
         helper.parseCNData("OU=a,DC=x", nullptr);
     }
 
-    void blankNameAddsNothing_data()
-    {
-        addColumns<QString>("name");
-        addRow("empty", "");
-        addRow("blanks", "  \t\r\n ");
-        addRow("a comma last", "OU=a,DC=x,");
-        addRow("a comma and blanks last", "OU=a,DC=x,  ");
-        addRow("a comma alone", ",");
-    }
-
     void blankNameAddsNothing()
     {
-        QFETCH(QString, name);
-        QCOMPARE(outline({name}), QString());
+        for (const QString name : {"", "  \t\r\n ", "OU=a,DC=x,", "OU=a,DC=x,  ", ","})
+            QCOMPARE(outline({name}), QString());
     }
 
     void namesMakeATree_data()

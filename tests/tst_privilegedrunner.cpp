@@ -171,20 +171,12 @@ private slots:
         QCOMPARE(World::callsOf("gui_helper_tool").size(), 3);
     }
 
-    void exitStatusIsReturned_data()
-    {
-        addColumns<int>("status");
-        addRow("success", 0);
-        addRow("seven", 7);
-        addRow("above the signals' range", 128);
-        addRow("the highest", 255);
-    }
-
     void exitStatusIsReturned()
     {
-        QFETCH(int, status);
-        answerHelper("", status);
-        QCOMPARE(Run("gui_helper_tool").result, status);
+        for (const int status : {0, 7, 128, 255}) {
+            answerHelper("", status);
+            QCOMPARE(Run("gui_helper_tool").result, status);
+        }
     }
 
     void exitIsLogged()
@@ -203,21 +195,14 @@ private slots:
         QCOMPARE(rest(run.stream), output);
     }
 
-    void killedToolIs998_data()
-    {
-        addColumns<int>("signal");
-        addRow("killed", SIGKILL);
-        addRow("terminated", SIGTERM);
-        addRow("hung up", SIGHUP);
-    }
-
     void killedToolIs998()
     {
-        QFETCH(int, signal);
-        answerHelper("text", 0, signal);
-        const Run run("gui_helper_tool");
-        QCOMPARE(run.result, 998);
-        QCOMPARE(rest(run.stream), QByteArray("text"));
+        for (const int signal : {SIGKILL, SIGTERM, SIGHUP}) {
+            answerHelper("text", 0, signal);
+            const Run run("gui_helper_tool");
+            QCOMPARE(run.result, 998);
+            QCOMPARE(rest(run.stream), QByteArray("text"));
+        }
         QCOMPARE(exitLines(messages()), QStringList());
     }
 
@@ -250,24 +235,18 @@ private slots:
                  QStringList{"[ rc: 0 ] [ WIFEXITED(rc):  true ] [WEXITSTATUS(rc):  0 ]"});
     }
 
-    void silentFirstToolWaitsForNoOtherChild_data()
-    {
-        addColumns<QByteArray>("output");
-        addRow("no bytes", QByteArray());
-        addRow("three bytes", QByteArray("abc"));
-    }
-
     void silentFirstToolWaitsForNoOtherChild()
     {
-        QFETCH(QByteArray, output);
-        World::answer("dsconfigad", {output, "", 3});
-        const pid_t other = endedChild();
-        LowerPriv runner;
-        const int result = Run("dsconfigad", {}, &runner).result;
-        int status = 0;
-        QCOMPARE(waitpid(other, &status, 0), other);
-        QCOMPARE(WEXITSTATUS(status), 5);
-        QCOMPARE(result, 0);
+        for (const char* output : {"", "abc"}) {
+            World::answer("dsconfigad", {output, "", 3});
+            const pid_t other = endedChild();
+            LowerPriv runner;
+            const int result = Run("dsconfigad", {}, &runner).result;
+            int status = 0;
+            QCOMPARE(waitpid(other, &status, 0), other);
+            QCOMPARE(WEXITSTATUS(status), 5);
+            QCOMPARE(result, 0);
+        }
     }
 
     void silentToolWaitsForThePreviousPid()
