@@ -43,6 +43,10 @@ XSession::XSession()
     watch.setProcessEnvironment(environment());
     watch.start("xprop", QStringList{"-spy"} + listOfWindows);
     watch.waitForReadyRead();
+    // With its first key the X server sets the keyboard up, and until the window manager has heard
+    // of that it misses its own keys.
+    key({"Shift_L"});
+    awaitWindowManager();
 }
 
 XSession::~XSession()
