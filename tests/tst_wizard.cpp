@@ -93,7 +93,7 @@ private slots:
             const QWizardPage* page = driver.wizard.page(id);
             pages << QString("%1 %2 %3")
                          .arg(id)
-                         .arg(page->objectName(), page->metaObject()->className());
+                         .arg(page->objectName(), QString(page->metaObject()->className()));
         }
         QCOMPARE(pages,
                  QStringList({"0 WizardIntroPage WizardIntro", "1 IntroInterimPage InterimIntro",
