@@ -119,10 +119,10 @@ private slots:
 
     void formsHaveTitlesOfTheirOwn()
     {
-        QCOMPARE(formTitle<Ui::LoadJoin>(), QString("Joining"));
-        QCOMPARE(formTitle<Ui::LoadCN>(), QString("Joining"));
-        QCOMPARE(formTitle<Ui::LoadLeave>(), QString("Dialog"));
-        QCOMPARE(formTitle<Ui::Warning>(), QString("Dialog"));
+        QCOMPARE(formTitle<Ui_LoadJoin>(), QString("Joining"));
+        QCOMPARE(formTitle<Ui_LoadCN>(), QString("Joining"));
+        QCOMPARE(formTitle<Ui_LoadLeave>(), QString("Dialog"));
+        QCOMPARE(formTitle<Ui_Warning>(), QString("Dialog"));
     }
 
     void joinProgressSettersActAtOnce()
