@@ -14,7 +14,8 @@ int main(int argc, char* argv[])
     QApplication application(argc, argv);
     Wizard wizard;
     wizard.show();
-    // Its autorelease pool is open while events are handled, and closed before the wizard goes.
+    // The initializer's autorelease pool is open while events are handled, and closed before the
+    // wizard is destroyed.
     CocoaInitializer initializer;
     return QApplication::exec();
 }

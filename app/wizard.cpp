@@ -27,7 +27,7 @@ Wizard::Wizard(QWidget* parent) : QWizard(parent), ui(new Ui_Wizard)
     setPixmap(QWizard::BackgroundPixmap, QPixmap(QStringLiteral(":/:/background.png")));
     ui->setupUi(this);
     setOption(QWizard::NoBackButtonOnLastPage);
-    // Next and Back are the wizard's own steps.
+    // Next and Back call checkNext() and checkBack() in place of QWizard's steps.
     disconnect(button(QWizard::NextButton), &QAbstractButton::clicked, nullptr, nullptr);
     disconnect(button(QWizard::BackButton), &QAbstractButton::clicked, nullptr, nullptr);
     connect(button(QWizard::NextButton), &QAbstractButton::clicked, this, &Wizard::checkNext);
@@ -55,8 +55,8 @@ void Wizard::addAboutMenu()
         offerAboutBesidePages();
 }
 
-// Without a menu bar that the desktop shows, the entry stands in the lower corner of the picture,
-// and F1 opens it from everywhere.
+// Where the desktop shows no menu bar of ours, the entry stands at the foot of the picture, and F1
+// opens the dialog from every page.
 void Wizard::offerAboutBesidePages()
 {
     aboutAction->setShortcut(QKeySequence::HelpContents);

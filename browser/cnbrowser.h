@@ -21,20 +21,23 @@ public:
 
     // What the next createTree() loads with.
     void setDomainInfo(QString domain, QString user, QString password);
-    // Loads the tree, or reuses the one that is drawn for this domain; ends with treeDrawingDone().
+    // Loads the tree, or reuses the one that is drawn for this domain. Its end is told by
+    // treeDrawingDone(), but not that of a script that can't be started or that a later load ends.
     void createTree();
     // Releases the model and the loader.
     void clearData();
 
 public slots:
-    // Shows what the loader has fetched; ends with treeDrawingDone().
+    // Shows what the loader has fetched and tells treeDrawingDone(); without a loader nothing.
     void drawCNTreeModel();
-    // Tells the chosen container's name and closes; shows a warning when none is chosen.
+    // Tells the chosen container's name and closes; shows a warning when nothing or one of the
+    // domain's own components is chosen.
     void chooseButtonClicked();
 
 signals:
     // The end of a createTree().
     void treeDrawingDone(CNBROWSER_ERROR status);
+    // The user has chosen this container.
     void browseChooseButtonClicked(QString distinguishedName);
 
 private:

@@ -38,7 +38,7 @@ void cnbrowserhelper::readStdOutput(int exitCode)
                  << "errcode: " << exitCode;
     } else {
         const QByteArray bytes = process->readAllStandardOutput();
-        // With its size, or the text would end at the first NUL.
+        // With its size: in Qt 5 the text would end at the first NUL without.
         cnOutput = new QString(QString::fromUtf8(bytes.constData(), bytes.size()));
     }
     emit cnDataObtained();

@@ -24,7 +24,7 @@ public:
     // Releases the former load and starts a new one; its end is told by cnDataObtained(). A script
     // that can't be started tells nothing, and there is no time limit.
     void getCNData();
-    // Whether the script has ended well and its output holds names of a domain.
+    // Whether the script has ended well and its output, not dropped yet, holds names of a domain.
     bool cnDataCheck();
     // Builds tree and model from the script's output and drops the output. The model is the
     // caller's; null when there is no usable output.

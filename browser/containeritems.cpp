@@ -53,7 +53,7 @@ void appendItems(const Level& level, QStandardItem* parent)
         else
             top = items;
     }
-    // Last and one by one, as this hands each item and all below it to the parent's model.
+    // Last and one by one: unlike appendRows(), appendRow() hands all below to the model, too.
     for (QStandardItem* item : std::as_const(top))
         parent->appendRow(item);
 }

@@ -107,7 +107,7 @@ void dumpTree(const Level& level, const QString& indent)
 
 void deleteLeaves(Level* level)
 {
-    QVector<Level*> levels = {level};
+    QList<Level*> levels = {level};
     while (!levels.isEmpty()) {
         for (cnleaf* leaf : std::as_const(*levels.takeLast())) {
             if (leaf == nullptr)

@@ -26,8 +26,8 @@ public:
     bool leaveAppleAD();
 
 private:
-    // The fields' values, never shown. QWizard empties the edit of a field when the user goes back;
-    // those that are shown keep what was typed.
+    // The fields' values, never shown. QWizard empties a field's edit when the user goes back; the
+    // edits on the page are no fields, so they keep what was typed.
     QLineEdit userCarrier;
     QLineEdit passwordCarrier;
     QLineEdit domainCarrier;

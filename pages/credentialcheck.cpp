@@ -8,8 +8,8 @@
 
 bool credentialsPass(const QString& domain, const QString& user, const QString& password)
 {
-    // Not escaped, since the form of the line is fixed: a single quote in a value ends the quoted
-    // string, and the shell reads the rest (docs/known-behaviour.md).
+    // The values stand between single quotes as they are: a quote in one ends the string, and the
+    // shell reads the rest (docs/known-behaviour.md).
     const QString command =
         QStringLiteral("%1 %2 '%3' '%4' '%5' 2>&1")
             .arg(QLatin1String(Tools::interpreter), QLatin1String(Tools::credentialScript), domain,

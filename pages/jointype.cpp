@@ -17,9 +17,9 @@
 
 namespace {
 
-// Takes as much room in a layout as a widget that lies in another one, and leaves it there: two
-// layouts, one on top of the other, with each other's widgets as struts have the same rows and
-// columns. The widget must outlive the layout.
+// Takes as much room in a layout as a widget of another layout, which it doesn't move. Two layouts
+// that lie one on the other have the same rows and columns when each has struts for the other's
+// widgets. The widget must outlive the layout.
 class Strut : public QWidgetItem
 {
 public:
@@ -130,8 +130,8 @@ void JoinType::on_AdvancedButton_toggled(bool checked)
                                ui->PDSLabel,         ui->ForceLeave,        ui->AppleUIDCheck};
     for (QWidget* widget : advanced)
         widget->setVisible(checked);
-    // Only the scheme is reset, and only on opening: the other options stay in force for the join
-    // while they are hidden, as the user left them.
+    // Only the scheme is reset, and only on opening. While they are hidden, all options stay in
+    // force for the join, as the user left them.
     if (checked) {
         ui->AppleUIDCheck->setChecked(false);
         if (ui->AutoButton->isChecked())
@@ -191,9 +191,9 @@ void JoinType::containerDNBrowseChose(QString distinguishedName)
     ui->ContainerDNEdit->setFocus(Qt::OtherFocusReason);
 }
 
-// The join tool takes the domain without an option, right after name and password. The check boxes
-// alone decide which options are passed, also while they are hidden and where their value is empty:
-// the join tool refuses what it can't use. Only an empty computer name is left out.
+// The join tool takes the domain without an option, right after name and password. What is checked
+// decides which options are passed, also while it is hidden and where its value is empty: the join
+// tool refuses what it can't use. Only an empty computer name is left out.
 QStringList JoinType::joinArguments() const
 {
     QStringList arguments{QLatin1String(Tools::join),
@@ -234,7 +234,7 @@ bool JoinType::validatePage()
             enrolling = true;
         return true;
     }
-    showWarning(joinOutput); // empty, or of the run before, where no tool was started
+    showWarning(joinOutput); // where no tool was started still that of the run before, or none
     delete[] arguments;      // on this path alone; its strings leak (docs/known-behaviour.md)
     return false;
 }

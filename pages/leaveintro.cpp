@@ -56,8 +56,7 @@ void LeaveIntro::setComputerName()
     ui->ComputerName_Val->setText(QString::fromStdString(getReturnValue(Tools::computerCommand)));
 }
 
-// On every visit, since enrolling is not offered to somebody who leaves. The widgets stay
-// connected.
+// Enrolling is not offered to somebody who leaves. The button stays connected to its slot.
 void LeaveIntro::setCloudUIComponents()
 {
     ui->enrollLabel->hide();

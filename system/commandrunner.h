@@ -17,8 +17,9 @@ constexpr int abnormalShellEnd = 999;
 // well for a command that could not even be started.
 int runCmd(const char* command, QString* output);
 
-// Runs a command line like runCmd() and returns its standard output byte for byte; its exit status
-// is discarded. Empty when the command could not be started.
+// Runs a command line like runCmd() and returns the bytes of its standard output, of a line that
+// holds a NUL those before it; its exit status is discarded. Empty when the command could not be
+// started.
 std::string getReturnValue(const char* command);
 
 // The text up to, not including, the first line end; the whole text when there is none.

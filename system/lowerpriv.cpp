@@ -38,9 +38,9 @@ int LowerPriv::runPrivCmd(char* tool, char** args, FILE** pipe)
         return authorized;
     }
 
-    // The agent's helper tool writes its process id first. The system's dsconfigad doesn't: it
-    // loses the first four bytes of its output here, the wait fails, and the run counts as a
-    // success.
+    // The agent's helper tool writes its process id first. The system's dsconfigad doesn't: the
+    // first four bytes of its output are taken for one that no child has, so the wait fails, and
+    // the run counts as a success.
     char pid[sizeof toolPid];
     if (readBlock(pid, sizeof pid, *pipe) == sizeof pid)
         memcpy(&toolPid, pid, sizeof pid);

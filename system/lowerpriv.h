@@ -17,9 +17,10 @@ public:
     // Opens the authorization session without asking for a right; returns the service's status.
     virtual int setupauth() = 0;
 
-    // Runs `tool` (full path) with `args` (without the program name, ended by null; the caller's)
-    // and waits for its end before anything is read, so that its output has to fit into the pipe,
-    // as that of the agent's tools does. *pipe receives a stream on the tool's output, which the
+    // Runs `tool` (full path) with `args` (without the program name, ended by null; the caller's).
+    // A tool that writes its process id first is waited for before anything else is read, so that
+    // its output has to fit into the pipe, as that of the agent's tools does; another is not waited
+    // for and counts as a success. *pipe receives a stream on the tool's output, which the
     // caller reads and closes; it stays as it was when no tool was started. Returns the exit status
     // 0 to 255, abnormalToolEnd, or the authorization service's error code.
     virtual int runPrivCmd(char* tool, char** args, FILE** pipe) = 0;
@@ -34,8 +35,8 @@ public:
     int runPrivCmd(char* tool, char** args, FILE** pipe) override;
 
 private:
-    // The process id that the latest tool reported, which is waited for where a tool reports none;
-    // at first one that no child can have.
+    // The latest process id that was read; at first one that no child can have. It is waited for
+    // again where a tool writes none: no such child is left, so the run counts as a success.
     std::int32_t toolPid = INT32_MAX;
 };
 

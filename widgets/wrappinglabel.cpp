@@ -1,6 +1,5 @@
 #include "widgets/wrappinglabel.h"
 
-#include <QPaintEvent>
 #include <QPainter>
 #include <QStyle>
 #include <QTextLayout>

@@ -13,7 +13,7 @@ public:
     explicit LoadLeave(QWidget* parent = nullptr);
     ~LoadLeave() override;
 
-    // The program calls neither: it shows the text of the form.
+    // The program calls neither.
     void setCurrText(QString text);
     void setCurrTitle(QString title);
 

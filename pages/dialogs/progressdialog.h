@@ -2,9 +2,9 @@
 
 #include <QDialog>
 
-// A progress dialog, whose form has a label and a bar. Unless it can be closed it stays until the
-// code that opened it takes it away: otherwise the wizard behind it would take input again and
-// could start a second privileged run.
+// A progress dialog, whose form has a label and a bar. One that can't be closed by the user stays
+// until the code that opened it takes it away: without it, the wizard behind would take input again
+// and could start a second privileged run.
 class ProgressDialog : public QDialog
 {
     Q_OBJECT
@@ -12,7 +12,8 @@ class ProgressDialog : public QDialog
 public:
     using QDialog::QDialog;
 
-    // The program calls none of the three: it shows the texts of the form.
+    // The program calls none of the three: the label's text is the form's, the title the
+    // constructor's.
     void setLabel(QString text);
     void setTitle(QString title);
     // 0 to 100; stands at 99 from the start. Nothing moves it, as no tool tells how far it is.
@@ -23,5 +24,5 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
-    bool canBeClosed = false;
+    bool canBeClosed = false; // by the user; set by the constructor of a dialog that can
 };
