@@ -143,7 +143,7 @@ private slots:
     void theUnbindGetsEachValueWhole()
     {
         QFETCH(QString, value);
-        // A longer line of the report comes in pieces.
+        // The report is read in pieces of 511 bytes, so that a longest domain would not come whole.
         const QString domain = value.left(100);
         World::setBound(domain.toUtf8());
         WizardDriver driver;

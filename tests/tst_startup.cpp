@@ -26,6 +26,19 @@ private slots:
         QVERIFY(program.endsWith0());
     }
 
+    void needsNoSessionBus()
+    {
+        const XSession session;
+        QProcess process;
+        process.setProcessEnvironment(session.environment());
+        process.start(ASSISTANT_PROGRAM, QStringList());
+        const QString wizard = session.waitForWindow("Morvanta Join Assistant");
+        QVERIFY(session.pressIn(wizard, "alt+F4"));
+        QVERIFY(process.waitForFinished(20000));
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), 0);
+    }
+
     void ignoresItsArguments()
     {
         Program program({"--help", "--version", "-x", "/no/such/file", "--", "join"});
@@ -119,7 +132,7 @@ private slots:
         QVERIFY(program.session.pressIn(progress, "alt+F4"));
         QVERIFY(program.session.pressIn(progress, "Escape"));
         QVERIFY(program.session.pressIn(progress, "Return"));
-        program.session.awaitWindowManager(); // which passes the first on
+        program.session.awaitWindowManager(); // which passes Alt+F4 on to the dialog
         World::release("gui_helper_tool");
         QVERIFY(program.close());
         QVERIFY(program.endsWith0());

@@ -19,11 +19,12 @@ namespace PracticeMac {
 // Asks the controller's own database, by none of the tools that the assistant runs.
 Computer directoryOn(const QString& computerName);
 
-// Runs a program to its end and returns its output; the test ends when it can't be run or fails.
+// Runs a program to its end and returns its output; ends the test program when
+// it can't be run or fails.
 QString run(const QString& program, const QStringList& arguments);
 
-// Puts a program in the place of the administrator's prompt that says yes and asks nobody, since no
-// person sits at a test.
+// Replaces the administrator's prompt by a program that says yes and asks nobody, since no person
+// sits at a test.
 void consent();
 
 bool isJoined();
@@ -34,7 +35,7 @@ QString script(const QString& name);
 const QString domain = "example.test";
 const QString base = "DC=example,DC=test";
 const QString administrator = "Administrator";
-// Of all users of the domain.
+// Every user of the domain has it.
 const QString password = "Practice.1";
 
 } // namespace PracticeMac

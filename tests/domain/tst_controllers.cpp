@@ -367,7 +367,8 @@ private:
                 .arg(answering));
     }
 
-    // Has dc1's directory answer only when it is asked for the second time.
+    // Has dc1's directory answer only when it is asked for the second time, and the others' not
+    // before it has been asked once.
     void silenceFirstController()
     {
         const QByteArray asked = "${0%/*}/asked" + QByteArray::number(++delays);
@@ -375,6 +376,9 @@ private:
                               "-x*//dc1*) mkdir " +
                                   asked +
                                   " 2>/dev/null && while sleep 0.1; do :; done ;;\n"
+                                  "-x*) until [ -e " +
+                                  asked +
+                                  " ]; do sleep 0.1; done ;;\n"
                                   "esac\n"
                                   "exec /usr/bin/ldapsearch \"$@\"\n");
     }
@@ -397,7 +401,7 @@ private:
     QList<QProcess*> controllers;
     QStringList serviceNames; // of dc1, as they were
     bool listed = false;      // other controllers than dc1
-    int delays = 0;           // of dc1
+    int delays = 0;           // of dc1, each with a file of its own
 };
 
 DOMAIN_TEST_MAIN(TestControllers)

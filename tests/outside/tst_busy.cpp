@@ -25,8 +25,8 @@ QStringList typed(const QString& text)
     return keys;
 }
 
-// A held tool that has begun is let end after a while; the action comes at its moment, in ms from
-// the tool's begin, and where that is before the end, it has been done by then.
+// Lets a held tool that runs by now end after `stepLasts`. The action is done `moment` ms from now,
+// and the tool's end is before it or after it as these two say, however busy the machine is.
 void duringStep(const QString& command, int moment, const std::function<void()>& action)
 {
     QElapsedTimer time;
@@ -34,7 +34,7 @@ void duringStep(const QString& command, int moment, const std::function<void()>&
     bool released = false;
     bool done = false;
     while (!released || !done || time.elapsed() < stepLasts + watchedAfter) {
-        if (!done && time.elapsed() >= moment) {
+        if (!done && (released || moment < stepLasts) && time.elapsed() >= moment) {
             action();
             done = true;
         }
@@ -243,7 +243,7 @@ private slots:
         QVERIFY(program.nextRuns("mvedit"));
         duringStep("mvedit", moment, [&program] {
             program.session.key({"alt+F4"});
-            program.session.awaitWindowManager(); // which passes it on
+            program.session.awaitWindowManager(); // which passes the key on
         });
         if (!passes) {
             const QString warning = program.session.waitForWindow("WARNING");

@@ -5,9 +5,9 @@
 #include <atomic>
 #include <thread>
 
-// Where a text stands on the command lines of all processes, which all users of the machine can
-// read: "mvjoin 4" for the fourth word after the tool's path, an interpreter before it left out;
-// "kinit environment" for what only the same user can read.
+// Where a text stands in all processes: "mvjoin 4" is the fourth word after the tool's path on its
+// command line, which every user of the machine can read, "kinit environment" what only the same
+// user can. The name of an interpreter is not counted.
 QStringList placesOf(const QByteArray& text);
 
 // Looks for a text from construction on, again and again, on a thread of its own: on command lines,

@@ -21,8 +21,8 @@ public:
     void activateAgain();
     // Presses Return, and again for each warning that comes up; returns their texts.
     QStringList pressReturn();
-    // Toggles a widget that takes no focus by Ctrl+Shift and the key, and waits until it has
-    // changed.
+    // Switches on a widget that takes no focus, by Ctrl+Shift and the key, and waits until it is
+    // on.
     void toggle(Qt::Key key, const char* name) const;
     void enterCredentials();
 };

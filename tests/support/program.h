@@ -52,7 +52,7 @@ public:
             return false;
         progress = session.waitForWindow("Joining");
         World::release("gui_helper_tool");
-        return showsOnlyTheWizard();
+        return !progress.isEmpty() && showsOnlyTheWizard();
     }
     bool showsOnlyTheWizard() const
     {

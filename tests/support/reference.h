@@ -8,7 +8,8 @@
 // the tests and fuzz targets hold the program against.
 namespace Reference {
 
-// A tool's output as it is read: pieces of 511 bytes that end at each line end, cut at a NUL.
+// A tool's output as it is read: pieces of at most 511 bytes, which end at line ends, each cut at
+// its first NUL.
 QList<QByteArray> pieces(const QByteArray& output);
 // The text of all pieces, each decoded by itself.
 QString decoded(const QByteArray& output);

@@ -2,7 +2,8 @@
 line, and answers each with a line once it has been done:
 
 await CAPTION   waits until a button with this caption is shown and can be pressed, and keeps it
-press CAPTION   presses the button that was kept under this caption, whatever it reads by now"""
+press CAPTION   sends a press to the button that was kept under this caption, whatever it reads by
+                now, and does not wait for its effect"""
 import pathlib
 import sys
 import time

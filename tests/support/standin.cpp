@@ -119,7 +119,8 @@ int main(int argc, char** argv)
 {
     const std::string path = answerPath(argc, argv);
     const Answer answer = readAnswer(path);
-    // A test that has seen the record may change the answer for the next run.
+    // Only now: a test that has seen the record may change the answer for the next run. It holds
+    // none, as that would hold this run, too.
     record(argc, argv);
     if (answer.reportsPid) {
         const pid_t pid = getpid();

@@ -50,7 +50,7 @@ public:
         waitUntilFree();
         return texts;
     }
-    // During a step nothing can be pressed; the entry About is disabled as long.
+    // During a step nothing can be pressed, and the entry About is disabled.
     void waitUntilFree() const
     {
         const auto* about = wizard.findChild<QAction*>();
@@ -106,11 +106,12 @@ public:
         wizard.setStartId(page);
         wizard.restart();
     }
-    // From page 0 to the credentials page, and with valid credentials to the join options page.
+    // From page 0 to the credentials page.
     void goToCredentials()
     {
         next();
     }
+    // From page 0, with valid credentials, to the join options page.
     template <typename... Credentials> void goToJoinOptions(const Credentials&... credentials)
     {
         goToCredentials();

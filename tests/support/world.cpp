@@ -89,7 +89,8 @@ void linkOriginals(const QString& folder)
         QFile::link(original.filePath(name), folder + '/' + name);
 }
 
-// Below it all files of the machine are seen, mounted ones as well, but for the covered folder.
+// Below `machine` all files of the machine are seen, mounted ones as well; there `share` is not
+// covered.
 void makeOwnFolder()
 {
     mountFolder(share);

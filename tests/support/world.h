@@ -30,7 +30,7 @@ struct Answer {
 //
 // An answer is given for a tool's name ("mvjoin"), or for a name and the last path component of its
 // first argument ("mvinfo -d", "mvedit check_domain_cred.tcl", "gui_helper_tool mvjoin"); the
-// latter goes first. A tool without an answer prints nothing and exits with 0.
+// latter counts where both are given. A tool without an answer prints nothing and exits with 0.
 namespace World {
 
 // Once, before the process has a second thread. Exits with a message where namespaces are refused.
@@ -68,7 +68,7 @@ void forgetCalls();
 
 // The fixed path at which a tool stands.
 QString path(const QString& tool);
-// Takes a stand-in away, leaves a file that can't be executed, or a folder, in its place.
+// Removes a tool, or puts a file that can't be executed, or a folder, in its place.
 void removeTool(const QString& tool);
 void replaceByPlainFile(const QString& tool);
 void replaceByFolder(const QString& tool);

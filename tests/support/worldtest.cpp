@@ -106,7 +106,7 @@ void withModalDialogs(const std::function<void()>& action,
             return;
         handled = dialog;
         QObject::connect(dialog, &QObject::destroyed, &poll, [&handled] { handled = nullptr; });
-        // Not before: a message can't be closed yet.
+        // A message can be closed only once what a person did before it has been handled.
         afterQueuedInput(dialog, [&handle, dialog] { handle(dialog); });
     });
     poll.start(1);

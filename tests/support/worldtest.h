@@ -38,9 +38,9 @@ QStringList warningsDuring(const std::function<void()>& action);
 void withModalDialogs(const std::function<void()>& action,
                       const std::function<void(QWidget*)>& handle);
 
-// Runs an action that runs a tool, for the first time since World::forgetCalls(), whose answer is
-// held. Calls `inspect` with the modal dialog, null for none, while the tool runs; then lets the
-// tool end.
+// Runs an action that runs a tool whose answer is held, for the first time since
+// World::forgetCalls(). Calls `inspect` with the modal dialog, null for none, while the tool runs;
+// then lets the tool end.
 void whileRunning(const QString& tool, const std::function<void()>& action,
                   const std::function<void(QWidget*)>& inspect);
 
@@ -77,7 +77,7 @@ QByteArray rest(FILE* stream);
 // The texts of the visible labels below a widget, in the form's order.
 QStringList visibleTexts(const QWidget* widget);
 
-// The child with this object name; the test fails when there is none.
+// The child with this object name; ends the test program when there is none.
 template <typename Widget> Widget* child(const QObject* parent, const QString& name)
 {
     auto* found = parent->findChild<Widget*>(name);

@@ -43,8 +43,8 @@ XSession::XSession()
     watch.setProcessEnvironment(environment());
     watch.start("xprop", QStringList{"-spy"} + listOfWindows);
     watch.waitForReadyRead();
-    // With its first key the X server sets the keyboard up, and until the window manager has heard
-    // of that it misses its own keys.
+    // The X server sets the keyboard up at its first key. Until the window manager has heard of
+    // that, it misses the keys that it acts on itself, such as Alt+F4.
     key({"Shift_L"});
     awaitWindowManager();
 }

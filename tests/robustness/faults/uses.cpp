@@ -173,7 +173,8 @@ QString useBrowse(WizardDriver& driver)
         browser = driver.wizard.findChild<cnbrowser*>();
         while (browser != nullptr && loading() != nullptr && !staysUp) {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-            // The child is asked for first: a script has been recorded before it ends.
+            // In this order: a script that has ended by the first question has been recorded by
+            // the second.
             staysUp =
                 patience.elapsed() > 300 && !childRuns() && World::callsOf("mvedit").size() < 2;
         }

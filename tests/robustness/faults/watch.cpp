@@ -93,6 +93,8 @@ QStringList Leftovers::left() const
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QThreadPool::globalInstance()->waitForDone();
     QStringList found;
+    if (!QApplication::topLevelWidgets().isEmpty())
+        found << "a window";
     // A thread is listed for a moment after it was waited for.
     if (!QTest::qWaitFor([] { return World::threads() == 1; }))
         found << "a thread";
@@ -100,8 +102,6 @@ QStringList Leftovers::left() const
         found << QString("%1 descriptors").arg(openDescriptors().size() - descriptors);
     if (hasChildren())
         found << "a child process";
-    if (!QApplication::topLevelWidgets().isEmpty())
-        found << "a window";
     return found;
 }
 

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <functional>
 
-// Whether a child of this process runs, rather than having ended unheard.
+// Whether a child of this process runs; one that has ended and was not waited for does not.
 bool childRuns();
 
 // What a case has to leave as it found it.
@@ -30,8 +30,8 @@ void report(FILE* verdict, const QString& seen, const QString& expected, const Q
 class Table
 {
 public:
-    // `waitsFor` tells whether a tool runs that the program waits for and that does not end by
-    // itself; the table sees to its end, as an administrator would. Null where there is none.
+    // `waitsFor` tells whether the tool was begun that the program waits for and that does not end
+    // by itself; the table sees to its end, as an administrator would. Null where there is none.
     void run(const QString& use, const QString& fault, const std::function<bool()>& waitsFor,
              const std::function<void(FILE*)>& testCase);
     // Prints the totals and returns the exit status.
