@@ -21,7 +21,8 @@ public:
     {
         delete node;
     }
-    Q_DISABLE_COPY(cnleaf)
+    cnleaf(const cnleaf&) = delete;
+    cnleaf& operator=(const cnleaf&) = delete;
 
     // The child map, owned by the leaf; null until one is set.
     Level* getNode()

@@ -50,10 +50,8 @@ Level* insertName(QStringView name, Level* level, bool* prefixDiffers)
     }
 }
 
-namespace {
-
 // The name above; empty for a name of one component.
-QStringView parentOf(QStringView name)
+static QStringView parentOf(QStringView name)
 {
     const auto comma = name.indexOf(QLatin1Char(','));
     return comma < 0 ? QStringView() : name.mid(comma + 1);
@@ -61,7 +59,7 @@ QStringView parentOf(QStringView name)
 
 // Inserts siblings one after another, so that their parent is looked for once. False when two
 // prefixes of one value have met: then the first name in the original order has to win.
-bool insertSiblingsTogether(const QList<QStringView>& names, Level* top)
+static bool insertSiblingsTogether(const QList<QStringView>& names, Level* top)
 {
     std::vector<std::pair<size_t, QStringView>> byParent;
     byParent.reserve(static_cast<size_t>(names.size()));
@@ -82,8 +80,6 @@ bool insertSiblingsTogether(const QList<QStringView>& names, Level* top)
     }
     return !prefixDiffers;
 }
-
-} // namespace
 
 void insertNames(const QList<QStringView>& names, Level* top)
 {

@@ -2,8 +2,6 @@
 
 #include "system/streamreader.h"
 
-#include <QtGlobal>
-
 // What the system's own directory plug-in reports of its binding.
 class BindingReport
 {
@@ -11,7 +9,8 @@ public:
     // Asks the plug-in's tool, with administrator rights. Blocks; user-interface thread.
     BindingReport();
     ~BindingReport();
-    Q_DISABLE_COPY(BindingReport)
+    BindingReport(const BindingReport&) = delete;
+    BindingReport& operator=(const BindingReport&) = delete;
 
     // The privileged runner's result code; not 0 when the run was refused.
     int status() const;

@@ -19,8 +19,8 @@ namespace PracticeMac {
 // Asks the controller's own database, by none of the tools that the assistant runs.
 Computer directoryOn(const QString& computerName);
 
-// Runs a program to its end and returns its output; ends the test program when
-// it can't be run or fails.
+// Runs a program to its end and returns its output; ends the test program when it can't be run or
+// fails.
 QString run(const QString& program, const QStringList& arguments);
 
 // Replaces the administrator's prompt by a program that says yes and asks nobody, since no person
