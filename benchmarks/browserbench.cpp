@@ -43,24 +43,24 @@ QModelIndex widestBelow(const QAbstractItemModel* model, const QModelIndex& pare
     return widest;
 }
 
-void paint()
+void handleEvents()
 {
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents();
 }
 
-// Shows the dialog, lays the widest path open and scrolls through it.
+// Shows the dialog, expands the path to the wide level and scrolls through that.
 void show(QDialog* dialog)
 {
     dialog->show();
-    paint();
+    handleEvents();
     auto* view = dialog->findChild<QTreeView*>();
     constexpr int levelsToTheWideOne = 4;
     QModelIndex open;
     for (int i = 0; i < levelsToTheWideOne; ++i) {
         open = widestBelow(view->model(), open);
         view->expand(open);
-        paint();
+        handleEvents();
     }
     if (view->model()->rowCount(open) < 50000)
         qFatal("The wide level is missing");
@@ -68,7 +68,7 @@ void show(QDialog* dialog)
     constexpr int steps = 200;
     for (int step = 1; step <= steps; ++step) {
         bar->setValue(bar->maximum() / steps * step);
-        paint();
+        handleEvents();
     }
 }
 
@@ -98,7 +98,8 @@ void floorModelShown(benchmark::State& state)
     cnbrowser browser(nullptr);
     auto* view = browser.findChild<QTreeView*>();
     measure(state, [&] {
-        // The script's output reaches both.
+        // As in browserShown the script is run and its output read; only the model's texts are
+        // ready.
         QEventLoop running;
         QObject::connect(&helper, &cnbrowserhelper::cnDataObtained, &running, &QEventLoop::quit);
         helper.getCNData();
@@ -106,8 +107,6 @@ void floorModelShown(benchmark::State& state)
         auto* model = new QStandardItemModel(view);
         appendItems(texts, model->invisibleRootItem());
         view->setModel(model);
-        view->setSelectionMode(QAbstractItemView::ExtendedSelection);
-        view->setSelectionBehavior(QAbstractItemView::SelectRows);
         show(&browser);
     });
 }
@@ -131,7 +130,7 @@ void treeReleased(benchmark::State& state)
     cnbrowser browser(nullptr);
     load(&browser);
     browser.show();
-    paint();
+    handleEvents();
     measure(state, [&] { browser.clearData(); });
 }
 

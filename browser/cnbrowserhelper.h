@@ -9,8 +9,9 @@ class QProcess;
 class QStandardItem;
 class QStandardItemModel;
 
-// Fetches the containers of a domain with the agent's script and builds them into a tree and an
-// item model. Lives on the user-interface thread; the script runs as a process of its own.
+// Fetches the containers of a domain with the bundle's script, which the agent's interpreter runs,
+// and builds them into a tree and an item model. Lives on the user-interface thread; the script
+// runs as a process of its own.
 class cnbrowserhelper : public QObject
 {
     Q_OBJECT

@@ -25,7 +25,8 @@ static QString prefixText(QStringView prefix)
 Level* insertName(QStringView name, Level* level, bool* prefixDiffers)
 {
     for (;;) {
-        // Trimmed as a whole: a blank after a comma belongs to the component that follows.
+        // What is left of the name is trimmed, not the component: a blank before a comma is
+        // dropped, one after it stays and is a part of its component's prefix.
         name = name.trimmed();
         const auto comma = name.lastIndexOf(QLatin1Char(','));
         const QStringView component = name.mid(comma + 1);
@@ -58,7 +59,8 @@ static QStringView parentOf(QStringView name)
 }
 
 // Inserts siblings one after another, so that their parent is looked for once. False when two
-// prefixes of one value have met: then the first name in the original order has to win.
+// prefixes of one value have met: the first name in the original order has to win then, so the tree
+// may be wrong, and the caller builds it anew.
 static bool insertSiblingsTogether(const QList<QStringView>& names, Level* top)
 {
     std::vector<std::pair<size_t, QStringView>> byParent;
@@ -69,7 +71,7 @@ static bool insertSiblingsTogether(const QList<QStringView>& names, Level* top)
                      [](const auto& left, const auto& right) { return left.first < right.first; });
     bool prefixDiffers = false;
     QStringView latestParent;
-    Level* level = nullptr; // of the latest name
+    Level* level = nullptr; // where the latest name's first component is
     for (const auto& [hash, name] : byParent) {
         const QStringView parent = parentOf(name);
         const bool sibling = level != nullptr && !parent.isEmpty() && parent == latestParent;
@@ -110,7 +112,7 @@ void deleteLeaves(Level* level)
                 continue;
             if (leaf->getNode() != nullptr)
                 levels.append(leaf->getNode());
-            // Detached, so that the leaf does not delete the map.
+            // Detached, so that the leaf does not delete the map, which is still to be walked.
             leaf->setNode(nullptr);
             delete leaf;
         }

@@ -43,7 +43,8 @@ JoinType::JoinType(QWidget* parent) : QWizardPage(parent), ui(new Ui_JoinType)
     setButtonText(QWizard::NextButton, tr("Join"));
     on_AdvancedButton_toggled(false);
     registerField(QStringLiteral("DomainContainerDN"), ui->ContainerDNEdit);
-    // The local host name up to its first full stop. No computer account may have a blank in it.
+    // The local host name up to its first full stop. A name with a blank is left out, since no
+    // computer account may have one.
     const QString host = QString::fromStdString(getReturnValue(Tools::hostNameCommand)).trimmed();
     const QString name = host.section(QLatin1Char('.'), 0, 0);
     ui->ComputerNameEdit->setText(name.contains(QLatin1Char(' ')) ? QString() : name);
@@ -106,7 +107,7 @@ void JoinType::changeEvent(QEvent* event)
 
 void JoinType::initializePage()
 {
-    ui->CloudCheck->hide();
+    ui->CloudCheck->hide(); // though validatePage() reads it
 }
 
 void JoinType::cleanupPage() {}
@@ -130,8 +131,8 @@ void JoinType::on_AdvancedButton_toggled(bool checked)
                                ui->PDSLabel,         ui->ForceLeave,        ui->AppleUIDCheck};
     for (QWidget* widget : advanced)
         widget->setVisible(checked);
-    // Only the scheme is reset, and only on opening. While they are hidden, all options stay in
-    // force for the join, as the user left them.
+    // Opening resets the Apple UID scheme and nothing else, closing resets nothing: options that
+    // are hidden still count for the join.
     if (checked) {
         ui->AppleUIDCheck->setChecked(false);
         if (ui->AutoButton->isChecked())
@@ -192,8 +193,9 @@ void JoinType::containerDNBrowseChose(QString distinguishedName)
 }
 
 // The join tool takes the domain without an option, right after name and password. What is checked
-// decides which options are passed, also while it is hidden and where its value is empty: the join
-// tool refuses what it can't use. Only an empty computer name is left out.
+// (ContainerDNLabel, PDSLabel and AliasLabel are check boxes) decides which options are passed,
+// also while it is hidden and where its value is empty: the join tool refuses what it can't use.
+// Only an empty computer name is left out.
 QStringList JoinType::joinArguments() const
 {
     QStringList arguments{QLatin1String(Tools::join),
@@ -224,7 +226,7 @@ QStringList JoinType::joinArguments() const
 
 bool JoinType::validatePage()
 {
-    joining = true;
+    joining = true; // stays, also when the join fails
     char** arguments = convertQSLtoArray(joinArguments());
 
     const int status =
@@ -234,8 +236,9 @@ bool JoinType::validatePage()
             enrolling = true;
         return true;
     }
-    showWarning(joinOutput); // where no tool was started still that of the run before, or none
-    delete[] arguments;      // on this path alone; its strings leak (docs/known-behaviour.md)
+    // Where no tool was started this is the text of the run before, or an empty one.
+    showWarning(joinOutput);
+    delete[] arguments; // on this path alone; its strings leak (docs/known-behaviour.md)
     return false;
 }
 

@@ -6,7 +6,8 @@
 #include <QWindow>
 #include <QWizard>
 
-// The active window, or the wizard while no window is active, as just after a dialog has closed.
+// The active window, or the wizard where no other window than the dialog is active, as just after
+// another dialog has closed.
 static QWidget* windowBelow(const QDialog* dialog)
 {
     QWidget* active = QApplication::activeWindow();

@@ -53,12 +53,12 @@ void Warning::showEvent(QShowEvent* event)
 {
     QDialog::showEvent(event);
     presentDialog(this, ui->WarningLabel->toPlainText());
-    afterQueuedInput(this, [this] { isUp = true; });
+    afterQueuedInput(this, [this] { canClose = true; });
 }
 
 void Warning::done(int result)
 {
-    if (isUp)
+    if (canClose)
         QDialog::done(result);
 }
 

@@ -15,9 +15,9 @@ public:
 
     // Plain or rich text, as the text browser decides.
     void setWarning(QString text);
-    void setTitle(QString title); // not called by the program: the title stays "WARNING"
+    void setTitle(QString title); // instead of "WARNING", which all messages of the program have
 
-    // Closes the message, but not for what was pressed before it was up.
+    // Closes the message, but not for what was pressed before its event loop ran.
     void done(int result) override;
 
 protected:
@@ -25,7 +25,7 @@ protected:
 
 private:
     Ui_Warning* ui;
-    bool isUp = false;
+    bool canClose = false;
 };
 
 // Shows the text in a Warning of its own and returns once the user has closed it. User-interface

@@ -18,6 +18,16 @@ QString PracticeMac::run(const QString& program, const QStringList& arguments)
     return output;
 }
 
+QStringList PracticeMac::processes(const QStringList& pgrepArguments)
+{
+    QProcess pgrep;
+    pgrep.start("pgrep", pgrepArguments);
+    if (!pgrep.waitForFinished() || pgrep.exitStatus() != QProcess::NormalExit ||
+        pgrep.exitCode() > 1)
+        qFatal("pgrep failed");
+    return QString::fromLatin1(pgrep.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
 QString PracticeMac::script(const QString& name)
 {
     return QString(PRACTICE_SCRIPTS "/") + name;
@@ -67,7 +77,7 @@ void DomainTest::joinMac(const QString& computerName)
 void DomainTest::initTestCase()
 {
     QVERIFY2(QFile::exists(QString("/var/lib/practice-domain")),
-             "This test runs on the practice Mac: use practice/mac");
+             "This test runs only on the practice Mac: start it by practice/mac");
 }
 
 void DomainTest::init()
@@ -76,7 +86,7 @@ void DomainTest::init()
         PracticeMac::run("/usr/local/sbin/mvleave", {"-f"});
     QFile::remove("/var/lib/directory_plugin/binding");
     PracticeMac::consent();
-    g_pProcess->setupauth();
+    g_pProcess->setupauth(); // forgets a consent of the test function before
     joining = false;
     enrolling = false;
 }

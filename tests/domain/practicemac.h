@@ -23,6 +23,9 @@ Computer directoryOn(const QString& computerName);
 // fails.
 QString run(const QString& program, const QStringList& arguments);
 
+// The numbers of the processes that pgrep finds; that it finds none is no failure.
+QStringList processes(const QStringList& pgrepArguments);
+
 // Replaces the administrator's prompt by a program that says yes and asks nobody, since no person
 // sits at a test.
 void consent();

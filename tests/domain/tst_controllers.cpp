@@ -1,7 +1,10 @@
 #include "tests/domain/scripttest.h"
+#include "tests/support/datarows.h"
 
 #include <QProcess>
 #include <QRegularExpression>
+
+using PracticeMac::processes;
 
 namespace {
 
@@ -12,15 +15,6 @@ QStringList deadControllers(int count)
     for (int number = 1; number <= count; ++number)
         controllers << QString("dead%1=198.51.100.%1").arg(number);
     return controllers;
-}
-
-// How many processes of this name a process has started that have not ended.
-int childrenOf(qint64 parent, const QString& name)
-{
-    QProcess search;
-    search.start("pgrep", {"-c", "-r", "RSD", "-P", QString::number(parent), name});
-    search.waitForFinished();
-    return search.readAllStandardOutput().toInt();
 }
 
 // What dig says of controllers with different priorities and weights.
@@ -35,6 +29,9 @@ _ldap._tcp.dc._msdcs.example.test. 900 IN SRV 0 0 389 a.example.test.
 _ldap._tcp.dc._msdcs.example.test. 900 IN SRV 0 100 389 .
 END
 )";
+
+// Waits for the $mark of delayDirectories().
+const QByteArray untilMarked = "until [ -e \"$mark\" ]; do sleep 0.1; done";
 
 } // namespace
 
@@ -67,9 +64,9 @@ private slots:
 
     void goesPastDeadControllers_data()
     {
-        QTest::addColumn<int>("dead");
+        addColumns<int>("dead");
         for (const int dead : {1, 3, 8, 16})
-            QTest::newRow(qPrintable(QString::number(dead))) << dead;
+            addRow(qPrintable(QString::number(dead)), dead);
     }
 
     void goesPastDeadControllers()
@@ -95,12 +92,10 @@ private slots:
 
     void saysHowManyWereTried_data()
     {
-        QTest::addColumn<int>("dead");
-        QTest::addColumn<int>("tried");
-        QTest::addColumn<int>("within");
-        QTest::newRow("1") << 1 << 1 << 4500;
-        QTest::newRow("16") << 16 << 16 << 6000;
-        QTest::newRow("more than there is time for") << 120 << 80 << 6000;
+        addColumns<int, int, int>("dead", "tried", "within");
+        addRow("1", 1, 1, 4500);
+        addRow("16", 16, 16, 6000);
+        addRow("more than there is time for", 120, 80, 6000);
     }
 
     void saysHowManyWereTried()
@@ -134,17 +129,16 @@ private slots:
         QProcess script;
         startScript(&script, "check_domain_cred.tcl",
                     {PracticeMac::domain, PracticeMac::administrator, PracticeMac::password});
+        const QString tcl = QString::number(script.processId());
         int most = 0;
         while (!script.waitForFinished(10) && script.state() != QProcess::NotRunning)
-            most = qMax(most, childrenOf(script.processId(), "ldapsearch"));
+            most = qMax(most, int(processes({"-r", "RSD", "-P", tcl, "ldapsearch"}).size()));
         QCOMPARE(most, 16);
 
-        QFile file(folder.filePath("starts"));
-        QVERIFY(file.open(QFile::ReadOnly));
         QList<qint64> starts;
-        for (const QByteArray& line : file.readAll().trimmed().split('\n'))
+        const QString sorted = PracticeMac::run("sort", {folder.filePath("starts")});
+        for (const QString& line : sorted.split('\n', Qt::SkipEmptyParts))
             starts << line.toLongLong();
-        std::sort(starts.begin(), starts.end());
         QCOMPARE(starts.size(), 40);
         QVERIFY(starts.at(16) - starts.at(0) > 500);
         QVERIFY(starts.at(16) - starts.at(0) < 2500);
@@ -252,10 +246,9 @@ private slots:
 
     void goesToAnotherControllerWhenOneIsLost_data()
     {
-        QTest::addColumn<int>("directory");
-        QTest::addColumn<int>("kerberos");
-        QTest::newRow("after its first answer") << 1 << 9;
-        QTest::newRow("at the signing in") << 9 << 1;
+        addColumns<int, int>("directory", "kerberos");
+        addRow("after its first answer", 1, 9);
+        addRow("at the signing in", 9, 1);
     }
 
     void goesToAnotherControllerWhenOneIsLost()
@@ -298,15 +291,17 @@ private slots:
         startController("dc2", "192.0.2.2", 1, 9);
         startController("dc3", "192.0.2.3", 1, 9);
         listControllers({"dc1", "dc2=192.0.2.2", "dc3=192.0.2.3"});
-        standIn("ldapsearch", "after() { until [ -e \"${0%/*}/lost$1\" ]; do sleep 0.1; done; }\n"
-                              "case \"$*\" in\n"
-                              "-x*//dc1*) after 3 ;;\n"
-                              "-x*//dc3*) after 2 ;;\n"
-                              "-x*) ;;\n"
-                              "*//dc2*) touch \"${0%/*}/lost2\" ;;\n"
-                              "*//dc3*) touch \"${0%/*}/lost3\" ;;\n"
-                              "esac\n"
-                              "exec /usr/bin/ldapsearch \"$@\"\n");
+        standIn("ldapsearch", R"(
+after() { until [ -e "$0.lost$1" ]; do sleep 0.1; done; }
+case "$*" in
+-x*//dc1*) after 3 ;;
+-x*//dc3*) after 2 ;;
+-x*) ;;
+*//dc2*) touch "$0.lost2" ;;
+*//dc3*) touch "$0.lost3" ;;
+esac
+exec /usr/bin/ldapsearch "$@"
+)");
         checkRefusal(check(), Sentence::lost.arg("dc3"));
     }
 
@@ -329,8 +324,8 @@ private:
     {
         PracticeMac::run("/usr/sbin/ip", {"address", "replace", address + "/32", "dev", "lo"});
         if (serviceNames.isEmpty()) {
-            QStringList names = {"ldap/dc1.example.test", "ldap/dc2.example.test",
-                                 "ldap/dc3.example.test"};
+            const QStringList names = {"ldap/dc1.example.test", "ldap/dc2.example.test",
+                                       "ldap/dc3.example.test"};
             serviceNames = PracticeMac::run(testScript("set_service_names"), names)
                                .split('\n', Qt::SkipEmptyParts);
         }
@@ -367,35 +362,30 @@ private:
                 .arg(answering));
     }
 
+    // What ldapsearch does before it asks dc1's directory, and before it asks any other. Each call
+    // has a $mark of its own, a file that isn't there at first.
+    void delayDirectories(const QByteArray& first, const QByteArray& others)
+    {
+        standIn("ldapsearch", "mark=\"$0.mark" + QByteArray::number(++delays) + R"("
+case "$*" in
+-x*//dc1*) )" + first + R"( ;;
+-x*) )" + others + R"( ;;
+esac
+exec /usr/bin/ldapsearch "$@"
+)");
+    }
+
     // Has dc1's directory answer only when it is asked for the second time, and the others' not
     // before it has been asked once.
     void silenceFirstController()
     {
-        const QByteArray asked = "${0%/*}/asked" + QByteArray::number(++delays);
-        standIn("ldapsearch", "case \"$*\" in\n"
-                              "-x*//dc1*) mkdir " +
-                                  asked +
-                                  " 2>/dev/null && while sleep 0.1; do :; done ;;\n"
-                                  "-x*) until [ -e " +
-                                  asked +
-                                  " ]; do sleep 0.1; done ;;\n"
-                                  "esac\n"
-                                  "exec /usr/bin/ldapsearch \"$@\"\n");
+        delayDirectories("mkdir \"$mark\" 2>/dev/null && while sleep 0.1; do :; done", untilMarked);
     }
 
     // Has dc1's directory answer after another's has.
     void delayFirstController()
     {
-        const QByteArray answered = "${0%/*}/answered" + QByteArray::number(++delays);
-        standIn("ldapsearch", "case \"$*\" in\n"
-                              "-x*//dc1*) until [ -e " +
-                                  answered +
-                                  " ]; do sleep 0.1; done ;;\n"
-                                  "-x*) /usr/bin/ldapsearch \"$@\" && touch " +
-                                  answered +
-                                  "; exit ;;\n"
-                                  "esac\n"
-                                  "exec /usr/bin/ldapsearch \"$@\"\n");
+        delayDirectories(untilMarked, "/usr/bin/ldapsearch \"$@\" && touch \"$mark\"; exit");
     }
 
     QList<QProcess*> controllers;

@@ -3,26 +3,18 @@
 #include "pages/dialogs/loadjoin.h"
 
 #include <QCheckBox>
-#include <QProcess>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTimer>
 
 using PracticeMac::directoryOn;
+using PracticeMac::processes;
 
 namespace {
 
-QStringList processes(const QString& pattern)
-{
-    QProcess list;
-    list.start("pgrep", {"-f", pattern});
-    list.waitForFinished();
-    return QString::fromLatin1(list.readAll()).split('\n', Qt::SkipEmptyParts);
-}
-
 void signalController(const QString& signal)
 {
-    const QStringList services = processes("^samba: task\\[(ldap|kdc)\\]");
+    const QStringList services = processes({"-f", "^samba: task\\[(ldap|kdc)\\]"});
     QVERIFY(!services.isEmpty());
     PracticeMac::run("/bin/kill", QStringList("-" + signal) + services);
 }
@@ -34,7 +26,7 @@ public:
     HangDuringJoin()
     {
         QObject::connect(&poll, &QTimer::timeout, this, [this] {
-            if (processes("^adcli join").isEmpty())
+            if (processes({"-f", "^adcli join"}).isEmpty())
                 return;
             poll.stop();
             signalController("STOP");

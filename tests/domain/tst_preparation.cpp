@@ -6,13 +6,13 @@
 #include <QTest>
 
 // How a practice Mac starts, up to the command that runs on it, and the domain's directory, which
-// it prepares once and keeps in the user's cache.
+// the first start prepares and keeps in the user's cache.
 class TestPreparation : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void happensOnceAndReplacesFormerOnes()
+    void directoryIsPreparedOnceAndReplacesFormerOnes()
     {
         const QTemporaryDir caches;
         QDir cache(caches.filePath("morvanta-join-assistant"));
@@ -24,7 +24,7 @@ private slots:
         QCOMPARE(startMac(PRACTICE, {}, caches.path()), QByteArray("runs\n"));
     }
 
-    // The stand-in fails when all of its work is done.
+    // The stand-in has the real tool make the directory, and fails only then.
     void keepsNoDirectoryThatFailed()
     {
         const QTemporaryDir folder;
@@ -52,6 +52,7 @@ private slots:
         copyPractice(folder.path());
         standIn(folder.path(), tool, "echo 'No rights today.'\nexit 1\n");
         const QByteArray said = startMac(folder.filePath("practice"), {option});
+        // It may have said before that it prepares the directory.
         QVERIFY2(said.endsWith("No rights today.\n"), said.constData());
     }
 
@@ -63,7 +64,8 @@ private:
         QCOMPARE(QProcess::execute("cp", {"-R", PRACTICE, folder}), 0);
     }
 
-    // Puts a tool before that of the practice Mac in this copy of its files.
+    // Puts a script into this copy of the practice Mac where it replaces the tool of that name or
+    // is found before it.
     static void standIn(const QString& folder, const QString& tool, const QByteArray& script)
     {
         QFile file(folder + "/practice/root/usr/local/sbin/" + tool);
@@ -72,7 +74,8 @@ private:
         file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
     }
 
-    // What it says, with that of a command on it.
+    // What a practice Mac prints when it starts, and after it what the command on it prints,
+    // "runs".
     static QByteArray startMac(const QString& practice, const QStringList& options,
                                const QString& caches = {})
     {

@@ -1,7 +1,5 @@
 #include "tests/domain/scripttest.h"
 
-#include <QProcess>
-
 namespace {
 
 QStringList sortedLines(const QString& text)
@@ -258,10 +256,7 @@ private slots:
         const ScriptResult result = check();
         checkRefusal(result, Sentence::lost.arg("dc1"));
         QVERIFY2(result.milliseconds < 15000, qPrintable(QString::number(result.milliseconds)));
-        QProcess search;
-        search.start("pgrep", {"-f", "sleep 1000"});
-        QVERIFY(search.waitForFinished());
-        QCOMPARE(search.readAllStandardOutput(), QByteArray());
+        QCOMPARE(PracticeMac::processes({"-f", "sleep 1000"}), QStringList());
     }
 
     void endsAToolThatFallsSilent()

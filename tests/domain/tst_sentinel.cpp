@@ -11,13 +11,13 @@
 
 namespace {
 
-// A new one for each run, so that a copy of this file that is written meanwhile does not hold it.
+// Random, so that it is in no source or program that is written while the test runs.
 const QString sentinel = "S3ntinel." + QUuid::createUuid().toString(QUuid::Id128);
 const QString rightPassword = sentinel + "Right";
 const QString wrongPassword = sentinel + "Wrong";
 
-// Ticket caches, settings and whatever else a tool keeps while it runs. These folders are the
-// practice Mac's own; another file system that is mounted below them is not.
+// The names of all files where tools keep tickets, settings and the like while they run. What is
+// mounted below these folders is not the practice Mac's own.
 QStringList temporaryFiles()
 {
     QStringList found = PracticeMac::run("/usr/bin/find", {"/tmp", "/run/session", QDir::homePath(),
@@ -27,7 +27,8 @@ QStringList temporaryFiles()
     return found;
 }
 
-// The practice Mac's file systems that can be written; the administrator's home is one.
+// The practice Mac's own file systems that can be written, of which the administrator's home is
+// one; /dev and the cache below /run are the machine's.
 const QStringList fileSystems = {"/", QDir::homePath() + '/', "/run/", "/tmp/", "/var/tmp/"};
 
 // The files with the text that were written on this machine since the stamp, the logs and the
@@ -60,8 +61,8 @@ QStringList writeEverywhere(const QString& text)
 
 } // namespace
 
-// A password that nobody else uses is looked for wherever the real tools and the shipped scripts
-// could leave it, while they run and afterwards, with success and with failure.
+// A password that is used for nothing else is looked for wherever the practice Mac's tools and the
+// bundle's scripts could leave it, while they run and afterwards, with success and with failure.
 class TestSentinel : public DomainTest
 {
     Q_OBJECT
@@ -76,7 +77,7 @@ private slots:
                           "--configfile=/var/lib/practice-domain/etc/smb.conf"});
     }
 
-    void staysWhereItHasTo()
+    void passwordStaysWhereItHasTo()
     {
         PracticeMac::run("/usr/sbin/dsconfigad",
                          {"-add", PracticeMac::domain, "-computer", "sentinel-mac0", "-username",
@@ -92,7 +93,8 @@ private slots:
         leave(&said);
         const QStringList seen = watch.end();
 
-        // The watch may miss a tool that ends at once; those that it has to see take a while.
+        // A tool, and which of its words is the password. The watch may miss a tool that ends at
+        // once; those that it has to see take a while.
         const QStringList places = {
             "check_domain_cred.tcl 3", "dsconfigad 6", "gui_helper_tool 5", "mvedit 4",
             "mvedit_file_arg.tcl 3",   "mvjoin 4",     "mvleave 4",         "sh 2"};
@@ -101,9 +103,11 @@ private slots:
         for (const char* place :
              {"check_domain_cred.tcl 3", "dsconfigad 6", "mvjoin 4", "mvleave 4"})
             QVERIFY2(seen.contains(place), place);
+        // That the binding is removed, and four refusals.
         QCOMPARE(said.size(), 5);
         QVERIFY(!said.join(' ').contains(sentinel));
         QCOMPARE(temporaryFiles(), filesBefore);
+        // A file system that the search leaves out would lack its control.
         const QStringList controls = writeEverywhere(sentinel);
         QCOMPARE(writtenSince(stamp, sentinel), controls);
         QThreadPool::globalInstance()->waitForDone(); // its threads hold descriptors as well

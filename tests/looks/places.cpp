@@ -57,7 +57,7 @@ QString placeOf(const QWidget* widget)
 
 } // namespace
 
-QString placesOf(const QString& scene)
+QString layoutOf(const QString& scene)
 {
     QApplication::setFont(QFont("DejaVu Sans", 13));
     const auto opened = Scenes::open(scene);

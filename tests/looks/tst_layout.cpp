@@ -13,7 +13,7 @@
 
 namespace {
 
-// A domain of 64 characters.
+// A domain of 64 characters, as long as the directory's own domains may be.
 const Scenes::Setting longNames{"research-and-development.manufacturing.subsidiary.example-it.com",
                                 "MacZone", "research-mac-0142-on-the-second-floor"};
 
@@ -62,7 +62,7 @@ void setFontSize(int points)
 QStringList clippingsInAllSizes(QWidget* window)
 {
     QStringList found;
-    window->setUpdatesEnabled(false); // painting takes longest, and shows nothing here
+    window->setUpdatesEnabled(false); // painting takes longest, and nothing is found by it
     for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
         QApplication::setLayoutDirection(direction);
         for (int points = smallest(); points <= largest(); ++points) {
@@ -96,13 +96,13 @@ class TestLayout : public WorldTest
 private slots:
     void initTestCase()
     {
-        desktopsPoints = QApplication::font().pointSize();
+        desktopPointSize = QApplication::font().pointSize();
     }
 
     void cleanup()
     {
         QApplication::setLayoutDirection(Qt::LeftToRight);
-        setFontSize(desktopsPoints);
+        setFontSize(desktopPointSize);
         WorldTest::cleanup();
     }
 
@@ -161,7 +161,7 @@ private slots:
         QVERIFY(label.sizeHint().width() < 2 * label.fontMetrics().size(0, "example.test").width());
     }
 
-    // Only the first 10,000 characters are laid out: a line that begins with the next has no room.
+    // Only the first 10,000 characters are laid out: a line that begins after them gets no room.
     void aTextIsLaidOutAsFarAsItsTenThousandthCharacter()
     {
         constexpr int width = 300;
@@ -270,7 +270,7 @@ private slots:
     }
 
 private:
-    int desktopsPoints = 0;
+    int desktopPointSize = 0;
 };
 
 WORLD_TEST_MAIN(TestLayout)

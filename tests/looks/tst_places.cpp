@@ -32,7 +32,7 @@ private slots:
         QFile file(QString(PLACES_FOLDER "/%1.txt").arg(scene));
         QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(file.fileName()));
         QStringList laidDown = QString::fromUtf8(file.readAll()).split('\n');
-        QStringList seen = placesOf(scene).split('\n');
+        QStringList seen = layoutOf(scene).split('\n');
         while (!laidDown.isEmpty() && !seen.isEmpty() && laidDown.first() == seen.first()) {
             laidDown.removeFirst();
             seen.removeFirst();

@@ -5,8 +5,8 @@
 #include <QRect>
 #include <QStringList>
 
-// An X display of its own with a window manager, for tests of the program as a process. Inside the
-// test world; gone when the object is.
+// An X display of its own with a window manager, for tests of the program as a process. Its
+// programs need the home that World::enter() makes. Gone when the object is.
 class XSession
 {
 public:
@@ -33,12 +33,13 @@ public:
     bool pressIn(const QString& window, const QString& key) const;
     // Presses keys one after the other, for whoever has the keyboard.
     void key(const QStringList& keys) const;
-    // Moves the pointer to a place in the window, and clicks where it is.
+    // Moves the pointer to a place in the window.
     void pointAt(const QString& window, const QPoint& place) const;
+    // Clicks where the pointer is.
     void click() const;
     // Waits until the window manager has handled all that was done before.
     void awaitWindowManager() const;
-    // Clicks into the window near its upper left corner, as who wants it in front does.
+    // Clicks into the window near its upper left corner, as a person does to bring it to the front.
     void clickInto(const QString& window) const;
 
 private:

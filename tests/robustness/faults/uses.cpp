@@ -51,7 +51,13 @@ QString asWarned(const QString& text)
     return browser.toPlainText();
 }
 
-// --- What the rules give
+// --- What has to be seen
+
+// A stopped tool is not killed: the table lets it go on.
+bool isKilled(const Fault& fault)
+{
+    return fault.signal != 0 && fault.signal != SIGSTOP;
+}
 
 int shellStatus(const Fault& fault, int status)
 {
@@ -62,7 +68,7 @@ int shellStatus(const Fault& fault, int status)
     case Fault::Folder:
         return 126;
     default:
-        return fault.signal != 0 && fault.signal != SIGSTOP ? 999 : status;
+        return isKilled(fault) ? 999 : status;
     }
 }
 
@@ -70,10 +76,10 @@ int shellStatus(const Fault& fault, int status)
 int privilegedStatus(const Fault& fault, int status)
 {
     if (fault.place != Fault::InPlace)
-        return -60031;
+        return -60031; // errAuthorizationToolExecuteFailure
     if (!fault.reportsPid)
         return 0;
-    return fault.signal != 0 && fault.signal != SIGSTOP ? 998 : status;
+    return isKilled(fault) ? 998 : status;
 }
 
 QString checkComplaint(const Fault& fault)
@@ -83,9 +89,8 @@ QString checkComplaint(const Fault& fault)
     if (fault.place != Fault::InPlace)
         return "sh: 1: /usr/local/bin/mvedit: Permission denied";
     // The shell reports a killed tool itself.
-    const bool killed = fault.signal != 0 && fault.signal != SIGSTOP;
-    return killed ? QString(strsignal(fault.signal))
-                  : Reference::decoded(fault.output).section('\n', 0, 0);
+    return isKilled(fault) ? QString(strsignal(fault.signal))
+                           : Reference::decoded(fault.output).section('\n', 0, 0);
 }
 
 // --- The uses
@@ -173,8 +178,8 @@ QString useBrowse(WizardDriver& driver)
         browser = driver.wizard.findChild<cnbrowser*>();
         while (browser != nullptr && loading() != nullptr && !staysUp) {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-            // In this order: a script that has ended by the first question has been recorded by
-            // the second.
+            // It has not started when it is no child and no call, the second after the credential
+            // check's. In this order: a script that has already ended has recorded its call.
             staysUp =
                 patience.elapsed() > 300 && !childRuns() && World::callsOf("mvedit").size() < 2;
         }
@@ -194,8 +199,7 @@ QString expectBrowse(const Fault& fault, int status)
 {
     if (fault.place != Fault::InPlace)
         return seen(4, {}) + ", loading until closed";
-    const bool killed = fault.signal != 0 && fault.signal != SIGSTOP;
-    if (!killed && status == 0 && fault.output.contains("DC="))
+    if (!isKilled(fault) && status == 0 && fault.output.contains("DC="))
         return QString("browser with %1 containers").arg(fault.output.count('\n'));
     return seen(4, {refusedBrowse()});
 }
@@ -245,8 +249,7 @@ QString expectUnbind(const Fault&, int)
 
 QString expectPrompt(const Fault& fault, int status)
 {
-    const bool granted = fault.place == Fault::InPlace && status == 0 &&
-                         (fault.signal == 0 || fault.signal == SIGSTOP);
+    const bool granted = fault.place == Fault::InPlace && status == 0 && !isKilled(fault);
     return seen(granted ? 3 : 0, {});
 }
 
@@ -271,7 +274,7 @@ const QList<Use>& uses()
          prepareJoin, useNext, expectJoin},
         {"leave", "gui_helper_tool", "gui_helper_tool", Way::Privileged, 1, "It failed\n",
          prepareLeave, useNext, expectLeave},
-        // The first four bytes of a report are lost.
+        // The runner takes a report's first four bytes for a process id, and they are lost.
         {"binding report", "dsconfigad", "dsconfigad -show", Way::Privileged, 0,
          "\n\n\n\nActive Directory Domain = example.test\n", nothing, useNext, expectReport},
         {"unbinding", "dsconfigad", "dsconfigad -r", Way::Privileged, 0, "", prepareUnbind, useNext,

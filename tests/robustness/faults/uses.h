@@ -2,7 +2,8 @@
 
 #include "tests/support/wizarddriver.h"
 
-// How a tool is run: by a shell, as a process of its own, or with administrator rights.
+// How a tool is run: by a shell, as a process of its own, or with administrator rights. A
+// privileged tool's output goes through a socket, which holds more unread than a pipe.
 enum class Way { Shell, Process, Privileged };
 
 struct Fault {
@@ -24,11 +25,11 @@ struct Use {
     // Brings the wizard to where the tool is used; then uses it and tells what is to be seen.
     void (*prepare)(WizardDriver&);
     QString (*use)(WizardDriver&);
-    // What is to be seen, by the rules.
+    // What has to be seen.
     QString (*expected)(const Fault&, int status);
 };
 
-// For a use that the wizard's start brings with it.
+// For a use that needs nothing before it: at the wizard's start, or at Next on its first page.
 void nothing(WizardDriver&);
 
 const QList<Use>& uses();

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <functional>
 
-// Whether a child of this process runs; one that has ended and was not waited for does not.
+// Whether a child of this process runs. One that has ended does not, also before it was waited for.
 bool childRuns();
 
 // What a case has to leave as it found it.
@@ -15,23 +15,25 @@ class Leftovers
 public:
     // Notes how many descriptors there are, once the pool's threads have ended.
     Leftovers();
-    // What differs from then: descriptors, threads, child processes, windows. Waits until the
-    // pool's threads have ended; a row whose pool stays busy hangs.
+    // What is left: another number of descriptors, any window or child process, any thread but this
+    // one. Waits until the pool's threads have ended; where they don't, the table ends the case.
     QStringList left() const;
 
 private:
     int descriptors = 0;
 };
 
-// Sends a case's result to the table: what was seen, what should have been, and what was left.
+// Sends a case's result to the table, through `verdict`: what was seen, what should have been, and
+// what was left.
 void report(FILE* verdict, const QString& seen, const QString& expected, const QStringList& left);
 
 // Runs cases, each in a fork, and prints a row for each.
 class Table
 {
 public:
-    // `waitsFor` tells whether the tool was begun that the program waits for and that does not end
-    // by itself; the table sees to its end, as an administrator would. Null where there is none.
+    // For a case whose tool does not end by itself, `waitsFor` tells whether that tool has begun.
+    // The table then lets a stopped tool go on and kills another, as an administrator would. Null
+    // for the other cases.
     void run(const QString& use, const QString& fault, const std::function<bool()>& waitsFor,
              const std::function<void(FILE*)>& testCase);
     // Prints the totals and returns the exit status.

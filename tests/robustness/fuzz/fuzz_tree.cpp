@@ -1,5 +1,5 @@
-// Lines of distinguished names, through the tree and the model, to the name of each item: the tree
-// is the reference's, and each item's name, inserted again, leads to that item.
+// Builds tree and model from lines of distinguished names: the tree has to be Reference::tree's,
+// and an item's own name, inserted again, must add nothing.
 
 #include "browser/cnbrowserhelper.h"
 #include "tests/robustness/fuzz/runner.h"
@@ -11,7 +11,7 @@
 
 namespace {
 
-// The program leaves the maps behind; here they would add up to all memory.
+// The program leaves the maps behind; here, in many runs, they would fill the memory.
 void collect(Level* level, QList<Level*>& levels)
 {
     levels << level;
@@ -61,7 +61,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     Fuzz::check(texts == Reference::tree(lines), "the tree is the reference's");
 
     for (const QString& name : std::as_const(names)) {
-        // A component that keeps a blank before it loses it when it comes to stand first.
+        // A first component loses a blank before it, and would then be another item.
         if (name.trimmed() == name)
             tree.insert(name);
     }

@@ -62,7 +62,7 @@ bool Rules::check(const QString& domain, const QString& user, const QString& pas
 int Rules::runHelper(const QStringList& arguments, Outcome outcome, QString* output)
 {
     if (!askForConsent(outcome))
-        return outcome == Outcome::Cancelled ? -60006 : -60005;
+        return outcome == Outcome::Cancelled ? -60006 : -60005; // errAuthorizationCanceled, -Denied
     run(QStringList{"gui_helper_tool"} + arguments);
     const bool speaks = outcome == Outcome::Bad || outcome == Outcome::Killed;
     *output = speaks ? failure : QString();

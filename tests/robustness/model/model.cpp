@@ -28,7 +28,8 @@ View Rules::take(const Step& step)
 {
     commands.clear();
     dialogs.clear();
-    // A new prompt comes up only when the earlier consent has lapsed.
+    // Only a prompt can be refused, and one comes up only without consent: the walk takes the
+    // earlier one back before such a step.
     if (step.outcome == Outcome::Cancelled || step.outcome == Outcome::Denied)
         consented = false;
     switch (step.act) {
@@ -125,7 +126,7 @@ void Rules::start()
     run({"scutil", "--get", "LocalHostName"});
     on.computer = computer.trimmed();
     run({"profiles", "-C"});
-    probeJoined();
+    probeJoined(); // the last page asks for itself
     on.report = "You have successfully joined your Mac to your Active Directory domain at %1.";
     show(0, true);
 }
@@ -145,7 +146,7 @@ void Rules::show(int page, bool forward)
         history << page;
     }
     backDisabled = history.size() < 2;
-    if (page == 1) {
+    if (page == 1) { // the other pages know their next one without running a tool
         for (int i = 0; i < asksPerVisit; ++i)
             nextId();
     }
@@ -199,7 +200,7 @@ int Rules::nextId()
         return mac.detour == Machine::Cloud ? 5 : 1;
     case 1:
         if (on.reportUnread) {
-            on.reportUnread = false;
+            on.reportUnread = false; // asking reads the report, to its end
             return 2;
         }
         return probeJoined() ? 6 : 3;
@@ -208,7 +209,8 @@ int Rules::nextId()
     case 3:
         return 4;
     case 7:
-        return 8;
+        return 8; // a page that only some of the walk's wizards have
+
     default:
         return 7;
     }
@@ -245,8 +247,8 @@ void Rules::initialize(int page)
     }
 }
 
-// Turning back from a page gives its fields the values that they had at the start, but the join
-// options stay.
+// Turning back from a page, or a restart, empties its wizard fields: on page 2 these are the hidden
+// edits, while those that are seen keep their texts. The join options stay.
 void Rules::cleanUp(int page)
 {
     if (page == 2)
@@ -274,6 +276,7 @@ bool Rules::validate(Outcome outcome)
             run({"dsconfigad", "-r", "-f", "-u", on.carriedUser, "-p", on.carriedPassword});
             mac.bound = false;
         }
+        // Said whatever came of it (docs/known-behaviour.md).
         dialogs << "You are unbound from Apple's Active Directory plugin.";
         return true;
     case 3:
@@ -333,13 +336,14 @@ bool Rules::leave(Outcome outcome)
         on.leaveOutput = QString("Unexpected error (%1).").arg(status);
     if (status == 0)
         mac.joined = false;
-    else if (status != -60006)
+    else if (status != -60006) // errAuthorizationCanceled
         dialogs << on.leaveOutput;
     return status == 0;
 }
 
-// What is pressed or closed while the program is busy counts for nothing. What is typed is for the
-// first edit of the page that follows, but not where a message or a progress dialog took it.
+// What is pressed or closed while the program is busy counts for nothing. What is typed goes to the
+// widget with the focus on the page that follows: on pages 2 and 3 the first edit, on 4 and 6 a
+// choice, which has no use for it. A message or a progress dialog takes it instead.
 void Rules::hear(Meanwhile meanwhile)
 {
     if ((meanwhile != Meanwhile::Type && meanwhile != Meanwhile::All) || !dialogs.isEmpty())
