@@ -5,6 +5,7 @@
 #include "pages/dialogs/warning.h"
 #include "pages/joinflags.h"
 #include "pages/pageids.h"
+#include "widgets/presentation.h"
 #include "widgets/queuedinput.h"
 
 #include <QAbstractButton>
@@ -104,11 +105,14 @@ void Wizard::keyPressEvent(QKeyEvent* event)
 
 void Wizard::showAbout()
 {
-    about(nullptr).exec();
+    if (!isUnderDialog())
+        about(nullptr).exec();
 }
 
 void Wizard::checkNext()
 {
+    if (isUnderDialog())
+        return;
     // The button is shown pressed, also after a key, as long as the page's check keeps the program
     // busy.
     QAbstractButton* pressed = button(QWizard::NextButton);
@@ -120,6 +124,8 @@ void Wizard::checkNext()
 
 void Wizard::checkBack()
 {
+    if (isUnderDialog())
+        return;
     back();
     endStep(false);
 }

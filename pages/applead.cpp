@@ -47,8 +47,9 @@ bool AppleAD::validatePage()
 {
     userCarrier.setText(ui->ADUser->text());
     passwordCarrier.setText(ui->ADPass->text());
-    if (!credentialsPass(domainCarrier.text(), field(QStringLiteral("appleADUsername")).toString(),
-                         field(QStringLiteral("appleADPassword")).toString()))
+    if (!CredentialCheck::passes(domainCarrier.text(),
+                                 field(QStringLiteral("appleADUsername")).toString(),
+                                 field(QStringLiteral("appleADPassword")).toString()))
         return false;
     leaveAppleAD();
     // Shown always: the tool's status is unavailable, and a binding that is still there makes the

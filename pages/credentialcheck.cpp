@@ -4,9 +4,7 @@
 #include "system/commandrunner.h"
 #include "system/toolpaths.h"
 
-#include <QCoreApplication>
-
-bool credentialsPass(const QString& domain, const QString& user, const QString& password)
+bool CredentialCheck::passes(const QString& domain, const QString& user, const QString& password)
 {
     // The values stand between single quotes as they are: a quote in one ends the string, and the
     // shell reads the rest (docs/known-behaviour.md).
@@ -17,9 +15,7 @@ bool credentialsPass(const QString& domain, const QString& user, const QString& 
     QString output;
     if (runCmd(command.toUtf8().constData(), &output) == 0)
         return true;
-    showWarning(QCoreApplication::translate(
-                    "CredentialCheck",
-                    "Validation of username, password, and domain failed with this error:\n") +
+    showWarning(tr("Validation of username, password, and domain failed with this error:\n") +
                 getFirstLine(output));
     return false;
 }

@@ -1,8 +1,17 @@
 #pragma once
 
-class QString;
+#include <QCoreApplication>
+#include <QString>
 
-// Checks an administrator's name and password against a domain with the agent's script. When they
-// are refused, shows a modal warning with the first line of the script's complaint and returns
-// false. Blocks the user-interface thread, on which it is called, until the script has ended.
-bool credentialsPass(const QString& domain, const QString& user, const QString& password);
+// The check of an administrator's name and password against a domain with the bundle's script. A
+// class for the sake of its text's translation.
+class CredentialCheck
+{
+    Q_DECLARE_TR_FUNCTIONS(CredentialCheck)
+
+public:
+    // When they are refused, shows a modal warning with the first line of the script's complaint
+    // and returns false. Blocks the user-interface thread, on which it is called, until the script
+    // has ended.
+    static bool passes(const QString& domain, const QString& user, const QString& password);
+};

@@ -11,6 +11,7 @@
 #include "system/commandrunner.h"
 #include "system/probes.h"
 #include "system/toolpaths.h"
+#include "widgets/presentation.h"
 #include "widgets/shortcut.h"
 
 #include <QLayoutItem>
@@ -51,6 +52,7 @@ JoinType::JoinType(QWidget* parent) : QWizardPage(parent), ui(new Ui_JoinType)
     if (isEnrolled())
         ui->CloudCheck->setEnabled(false);
     loadCN = new LoadCN;
+    connect(loadCN, &QDialog::rejected, this, &JoinType::giveUpLoading);
 }
 
 JoinType::~JoinType()
@@ -142,6 +144,8 @@ void JoinType::on_AdvancedButton_toggled(bool checked)
 
 void JoinType::on_ContainerDNBrowse_clicked()
 {
+    if (isUnderDialog())
+        return;
     const QString user = field(QStringLiteral("DomainUsername")).toString();
     const QString password = field(QStringLiteral("DomainPassword")).toString();
     const QString domain = field(QStringLiteral("DomainName")).toString();
@@ -158,6 +162,14 @@ void JoinType::on_ContainerDNBrowse_clicked()
     }
     browser->setDomainInfo(domain, user, password);
     browser->createTree();
+}
+
+// The user has closed "Loading" and goes on without the tree. Its script ends, so that a failure
+// can't empty the container that is typed meanwhile.
+void JoinType::giveUpLoading()
+{
+    if (browser != nullptr)
+        browser->clearData();
 }
 
 void JoinType::checkTreeDrawingStatus(CNBROWSER_ERROR status)

@@ -40,6 +40,7 @@ signals:
 private slots:
     void containerDNBrowseChose(QString distinguishedName);
     void checkTreeDrawingStatus(CNBROWSER_ERROR status);
+    void giveUpLoading();
     void on_AdvancedButton_toggled(bool checked);
     void on_ContainerDNBrowse_clicked();
     void on_AutoButton_toggled(bool checked);

@@ -107,8 +107,8 @@ QStringList LeaveIntro::leaveArguments() const
 bool LeaveIntro::validatePage()
 {
     if (!ui->radioButton_3->isChecked() &&
-        !credentialsPass(ui->ActiveDirectory_Val->text().trimmed(), ui->UsernameEdit->text(),
-                         ui->PasswordEdit->text()))
+        !CredentialCheck::passes(ui->ActiveDirectory_Val->text().trimmed(),
+                                 ui->UsernameEdit->text(), ui->PasswordEdit->text()))
         return false;
     char** arguments = convertQSLtoArray(leaveArguments());
 

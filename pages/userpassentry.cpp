@@ -28,8 +28,8 @@ void UserPassEntry::initializePage()
 
 bool UserPassEntry::validatePage()
 {
-    return credentialsPass(ui->DomainEdit->text(), ui->UsernameEdit->text(),
-                           ui->PasswordEdit->text());
+    return CredentialCheck::passes(ui->DomainEdit->text(), ui->UsernameEdit->text(),
+                                   ui->PasswordEdit->text());
 }
 
 int UserPassEntry::nextId() const

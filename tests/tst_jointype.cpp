@@ -1,8 +1,10 @@
 #include "browser/cnbrowser.h"
 #include "pages/dialogs/loadcn.h"
+#include "pages/dialogs/warning.h"
 #include "pages/jointype.h"
 #include "tests/support/wizarddriver.h"
 
+#include <QAccessible>
 #include <QCheckBox>
 #include <QPushButton>
 #include <QTreeView>
@@ -128,6 +130,34 @@ private slots:
         QCOMPARE(driver.text("ContainerDNEdit"), QString());
         QVERIFY(!driver.isChecked("ContainerDNLabel"));
         QVERIFY(!driver.browser()->isVisible());
+    }
+
+    // Windows under a dialog take no key or click, but the buttons can still be pressed.
+    void assistivePressesUnderAMessageDoNothing()
+    {
+        OptionsDriver driver;
+        World::answer(containerScript, {"", "", 1});
+        QList<QAbstractButton*> buttons = {driver.button(QWizard::NextButton),
+                                           driver.button(QWizard::BackButton),
+                                           driver.on<QAbstractButton>("ContainerDNBrowse")};
+        const auto pressAll = [&](QWidget* dialog) {
+            if (qobject_cast<Warning*>(dialog) == nullptr)
+                return;
+            World::forgetCalls();
+            while (!buttons.isEmpty())
+                QAccessible::queryAccessibleInterface(buttons.takeFirst())
+                    ->actionInterface()
+                    ->doAction(QAccessibleActionInterface::pressAction());
+            dialog->close();
+        };
+        withModalDialogs(
+            [&] {
+                driver.click("ContainerDNBrowse");
+                QTRY_VERIFY(buttons.isEmpty());
+            },
+            pressAll);
+        QCOMPARE(World::calls().size(), 0);
+        QCOMPARE(driver.page(), 4);
     }
 
     void computerNameIsTheHostNamesFirstPart_data()

@@ -31,3 +31,8 @@ void presentDialog(QDialog* dialog, const QString& message)
     QAccessibleEvent alert(dialog, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
 }
+
+bool isUnderDialog()
+{
+    return QApplication::activeModalWidget() != nullptr;
+}

@@ -7,3 +7,7 @@ class QString;
 // in, where the window system lets it, keeps it in front of that window, and has screen readers
 // read `message` out. User-interface thread.
 void presentDialog(QDialog* dialog, const QString& message);
+
+// Whether a modal dialog is up. The windows below it take no key or click then, but an assistive
+// tool can still press their buttons, which have to ask. User-interface thread.
+bool isUnderDialog();

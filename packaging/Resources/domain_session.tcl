@@ -88,11 +88,14 @@ proc session::check_entries {password} {
     if {![regexp "^${label}(\\.${label})*$" $domain] || [string length $domain] > 255} {
         fail "\"$domain\" is not a valid domain name: enter its full DNS name, such as example.com."
     }
-    if {![regexp {^[^@\\<>[:cntrl:]]+([@\\][^@\\<>[:cntrl:]]+)?$} $user]} {
+    if {![regexp {^[^@\\<>\x00-\x1f\x7f]+([@\\][^@\\<>\x00-\x1f\x7f]+)?$} $user]} {
         fail "\"$user\" is not a valid user name: enter it alone, as user@suffix or as DOMAIN\\user."
     }
     if {$password eq ""} {
         fail "The password is empty: enter the password of $user."
+    }
+    if {[string first \n $password] >= 0} { ;# kinit would take what stands before it for the whole
+        fail "The password has a line end in it: enter the password of $user by hand."
     }
 }
 

@@ -127,6 +127,8 @@ private slots:
                        .section('\n', 0, 0));
         addRow("password", "example.test", "anna", "",
                "The password is empty: enter the password of anna.");
+        addRow("password's end", "example.test", "anna", "Practice.1\n",
+               "The password has a line end in it: enter the password of anna by hand.");
     }
 
     void refusesOddEntriesBeforeAnyToolRuns()
@@ -159,6 +161,15 @@ private slots:
             QString("The tool %1 is missing on this Mac: install it and try again.").arg(tool));
         QVERIFY(QFile::link("/usr/bin/" + tool, folder.filePath(tool)));
         QCOMPARE(check().status, 0);
+    }
+
+    // Where no locale is set Tcl reads the arguments byte by byte.
+    void takesAnyLetterInEveryLocale()
+    {
+        qputenv("LC_ALL", "C");
+        const ScriptResult result = check(PracticeMac::domain, "ÄÖÜ东");
+        qunsetenv("LC_ALL");
+        checkRefusal(result, Sentence::unknownUser.arg("ÄÖÜ东"));
     }
 
     void saysThatAToolCantBeStarted()
