@@ -7,6 +7,7 @@
 #include <QAccessible>
 #include <QCheckBox>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTreeView>
 
 namespace {
@@ -144,10 +145,13 @@ private slots:
             if (qobject_cast<Warning*>(dialog) == nullptr)
                 return;
             World::forgetCalls();
-            while (!buttons.isEmpty())
+            while (!buttons.isEmpty()) {
+                QSignalSpy clicked(buttons.first(), &QAbstractButton::clicked);
                 QAccessible::queryAccessibleInterface(buttons.takeFirst())
                     ->actionInterface()
                     ->doAction(QAccessibleActionInterface::pressAction());
+                QVERIFY(clicked.wait());
+            }
             dialog->close();
         };
         withModalDialogs(
