@@ -10,7 +10,7 @@
 
 namespace {
 
-// This program stands in Contents/MacOS of a bundle of its own, unless it is run from a copy.
+// Where the dialog reads the list: it cuts "MacOS", five characters, from the program's folder.
 QString propertyListPath()
 {
     return QCoreApplication::applicationDirPath().chopped(5) + "Info.plist";
@@ -85,7 +85,8 @@ private slots:
         QVERIFY(texts().at(2).startsWith(QString("Copyright ©")));
     }
 
-    // A copy of this program in a folder of another name finds the list where its own test puts it.
+    // A copy of this program lies in a folder of another name. There both the dialog and the test
+    // function cut five characters off that name.
     void folderIsCutByLengthOnly()
     {
         const QTemporaryDir folder(QCoreApplication::applicationDirPath() + "/Programs");
@@ -216,7 +217,7 @@ private slots:
         QCOMPARE(labels.at(2)->font(), QApplication::font());
     }
 
-    void logoIsTheCollectionsImage()
+    void logoIsTheResourcesImage()
     {
         const about dialog(nullptr);
         const auto* label = child<QLabel>(&dialog, "label");

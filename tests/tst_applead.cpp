@@ -8,7 +8,7 @@ namespace {
 
 const QString unbound = "You are unbound from Apple's Active Directory plugin.";
 
-// On the page of a Mac that the system itself has bound to example.test.
+// Begins on the unbind page, as macOS itself is bound to example.test.
 class UnbindDriver : public WizardDriver
 {
 public:
@@ -117,6 +117,7 @@ private slots:
     void domainIsWhatFollowsTheLastEqualsSign_data()
     {
         addColumns<QByteArray, QString>("report", "domain");
+        // The runner takes the first four bytes, such as "head", for a process id.
         addRow("padded", QByteArray("head\nActive Directory Domain          = example.test\n"),
                "example.test");
         addRow("blanks around", QByteArray("head\nActive Directory Domain =  \t example.test \r\n"),
@@ -140,7 +141,7 @@ private slots:
             "two.test");
         addRow("non-ASCII", QByteArray("head\nActive Directory Domain = exämple.test\n"),
                "exämple.test");
-        addRow("first line loses its first four characters",
+        addRow("first line loses its first four bytes",
                QByteArray("Active Directory Domain = example.test\n"), "");
         addRow("other case", QByteArray("head\nactive directory domain = example.test\n"), "");
         addRow("no domain line", QByteArray("head\nComputer Account = my-mac$\n"), "");
@@ -204,7 +205,7 @@ private slots:
         QVERIFY(driver.button(QWizard::NextButton)->text() != QString("OK"));
     }
 
-    void carriersAreNeverShown()
+    void editsThatCarryTheFieldsAreNeverShown()
     {
         UnbindDriver driver;
         driver.next();

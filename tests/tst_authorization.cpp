@@ -14,7 +14,7 @@ namespace {
 // Makes a program unusable.
 using Spoil = void (*)(const QString&);
 
-// One call of the service; closes the stream at its end.
+// One call of the authorization service; the destructor closes the stream.
 class Run
 {
 public:
@@ -63,7 +63,7 @@ void answerPrompt(int exitStatus)
     World::answer("authorization_prompt", {"", "", exitStatus});
 }
 
-// The ways in which a program can be missing.
+// The ways in which a program can't be executed.
 void addUnusablePrograms()
 {
     addColumns<Spoil>("spoil");
@@ -80,6 +80,7 @@ void addUnusablePrograms()
 
 Q_DECLARE_METATYPE(Spoil)
 
+// The numbers in the functions' names are the service's error codes, without the minus.
 class TestAuthorization : public WorldTest
 {
     Q_OBJECT
@@ -229,6 +230,8 @@ private slots:
         QCOMPARE(rest(run.stream), QByteArray("got a word\n"));
     }
 
+    // The next descriptor that is opened takes the place of a closed standard error, where messages
+    // go. The tool's stream must not get that place.
     void whatIsLoggedWithoutStandardErrorReachesNoTool()
     {
         const int kept = dup(STDERR_FILENO);

@@ -13,7 +13,7 @@ namespace {
 const QString refusal = "The selected distinguished name(DN) is not a container object.  Please "
                         "reselect (e.g. OU or CN)";
 
-// The browser, and what it has reported; the containers' script prints what is given.
+// The browser, and what it has reported; the container script prints `output`.
 class Browser
 {
 public:
@@ -154,8 +154,8 @@ private slots:
         QCOMPARE(browser.tree()->model()->rowCount(), 1);
     }
 
-    // Back to the first domain while the second is still being asked: no tree is at hand, and none
-    // of the second's may come up under the first's name.
+    // The user goes back to the first domain during the load of a second one. The first tree has
+    // gone by then, and the second domain's must not be shown in its place.
     void duringALoadNothingCountsAsDrawn()
     {
         Browser browser("OU=a,DC=x\n");
@@ -279,7 +279,7 @@ private slots:
     {
         Browser browser("OU=a,DC=x\n");
         browser.load();
-        browser.load(); // which is none, for the same domain
+        browser.load(); // loads nothing, as the domain is the same
         browser.dialog.setDomainInfo("other.test", "admin", "secret");
         browser.load();
         browser.dialog.show();

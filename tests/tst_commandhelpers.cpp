@@ -18,7 +18,7 @@ QStringList takeArray(char** array)
     return items;
 }
 
-// Makes the file, and closes the descriptor on which the function keeps it open.
+// Calls randomizeFileName() and closes the descriptor that it leaves open.
 QString makeRandomFile(const QString& base)
 {
     const QList<int> before = openDescriptors();
@@ -93,7 +93,7 @@ private slots:
     {
         addColumns<QString, QString>("base", "start");
         addRow("missing folder", World::file("none/file"), World::file("none/file."));
-        addRow("base of 300 bytes", World::file({}).leftJustified(300, 'x'),
+        addRow("base of 300 bytes, cut at 255", World::file({}).leftJustified(300, 'x'),
                World::file({}).leftJustified(255, 'x'));
         addRow("no room for the whole suffix", World::file({}).leftJustified(250, 'x'),
                World::file({}).leftJustified(250, 'x') + '.' + QString(4, 'X'));

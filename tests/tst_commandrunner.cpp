@@ -26,8 +26,8 @@ QByteArray returnValuePrinting(const QByteArray& bytes)
     return QByteArray::fromStdString(getReturnValue("/usr/local/bin/mvinfo"));
 }
 
-// A stream that gives "abc", a byte at each read. Read number `failing` fails, and so do all later
-// ones unless the error is EINTR.
+// A stream that gives "abc", a byte at each read. Read number `failing`, counted from 0, fails, and
+// so do all later ones unless the error is EINTR.
 class FailingStream
 {
 public:
@@ -128,7 +128,7 @@ private slots:
 
     void statusThatCannotBeCollectedIs999()
     {
-        // The system then drops the status of a child by itself.
+        // While the signal is ignored, the system itself drops the status of a child.
         const auto before = signal(SIGCHLD, SIG_IGN);
         QString output;
         const int status = runCmd("echo text", &output);
@@ -170,10 +170,11 @@ private slots:
         QString output;
         runCmd("{ echo one; echo two >&2; } 2>&1", &output);
         QCOMPARE(output, QString("one\ntwo\n"));
+        // Redirections are done from left to right: the second one leads back to the pipe.
         QCOMPARE(getReturnValue("echo two 2>&1 >&2"), std::string("two\n"));
     }
 
-    void lineIsReadByTheShell()
+    void commandLineIsReadByTheShell()
     {
         QString output;
         QCOMPARE(runCmd("value='a  b'; printf '%s' \"$value\" | tr a x; exit 4", &output), 4);
@@ -300,7 +301,7 @@ private slots:
         }
     }
 
-    void runsInTwoThreadsDoNotMeet()
+    void runsInTwoThreadsAreIndependent()
     {
         World::answer("mvinfo -d", {"domain\n", "", 1, 0, false, true});
         World::answer("mvinfo -z", {"zone\n", "", 2, 0, false, true});
@@ -309,7 +310,8 @@ private slots:
         // The global pool has one thread where there is one processor.
         QThreadPool pool;
         pool.setMaxThreadCount(2);
-        // Each begins when both have their threads, for which a sanitizer opens files.
+        // Both begin once both threads are there: a sanitizer opens files to make one, and the
+        // runs' descriptors are compared below.
         QSemaphore ready;
         QSemaphore begin;
         const auto run = [&](const char* command, QString* output) {

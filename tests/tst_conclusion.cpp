@@ -51,7 +51,7 @@ private slots:
         QCOMPARE(visibleTexts(&page), QStringList{report});
     }
 
-    void choiceDoesNotFollowTheFlow()
+    void aLaterStateDoesNotChooseTheReport()
     {
         World::setJoined();
         WizardDriver driver;

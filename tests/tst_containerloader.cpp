@@ -99,6 +99,7 @@ private slots:
     {
         Loader loader({"OU=a,DC=x\n", "", 0, SIGKILL});
         QVERIFY(loader.run());
+        // QProcess hands the signal's number on in place of an exit code.
         QCOMPARE(messages(), QStringList{"readStdOutput errcode:  9"});
         QVERIFY(!loader.helper.cnDataCheck());
         QVERIFY(loader.model() == nullptr);
@@ -151,7 +152,7 @@ private slots:
     {
         QFETCH(QString, value);
         Loader loader;
-        // As a whole, at the end and at the begin of a word.
+        // The value is a whole argument, the end of one, and the start of one.
         loader.helper.setDomainInfo(value, "u" + value, value + "p");
         QVERIFY(loader.run());
         QCOMPARE(World::calls().size(), 1);
@@ -186,7 +187,7 @@ private slots:
         addRow("two lines", QByteArray("DC=b\nDC=a\n"), QStringList{"DC=a", "DC=b"});
         addRow("no last line end", QByteArray("DC=b\nDC=a"), QStringList{"DC=a", "DC=b"});
         addRow("empty lines", QByteArray("\n\nDC=a\n  \n\n"), QStringList{"DC=a"});
-        addRow("a name with a comma last, which is left out", QByteArray("DC=a\nDC=b,\n"),
+        addRow("a name that ends with a comma is left out", QByteArray("DC=a\nDC=b,\n"),
                QStringList{"DC=a"});
         addRow("carriage returns", QByteArray("DC=a\r\nDC=b\r\n"), QStringList{"DC=a", "DC=b"});
         addRow("a line that is no name", QByteArray("Connected.\nOU=a,DC=x\n"),
@@ -248,7 +249,7 @@ private slots:
         World::hold("mvedit");
         loader.helper.getCNData();
         QTRY_COMPARE(World::calls().size(), 1);
-        // For the second script alone: the first one stays held, and cleanup() would find it.
+        // Not for "mvedit", which would release the first script: the second load has to end it.
         World::answer("mvedit mvedit_file_arg.tcl", {"DC=x\n", ""});
         QVERIFY(loader.run());
         QCOMPARE(rootTexts(loader.model().get()), QStringList{"DC=x"});
@@ -273,7 +274,7 @@ private slots:
         QVERIFY(loader.model() != nullptr);
         loader.helper.clearAllData();
         loader.helper.clearAllData(); // a second time, which does no harm
-        // And with an output of which no tree was made yet.
+        // Clears an output of which no model was made yet, too.
         QVERIFY(loader.run());
         loader.helper.clearAllData();
         QVERIFY(!loader.helper.cnDataCheck());

@@ -7,7 +7,7 @@
 
 namespace {
 
-// A tree that is cleared at its end, which leaks the maps below the top as in the program.
+// A tree that its destructor clears; the maps below the top are left behind, as in the program.
 class Tree
 {
 public:
@@ -50,7 +50,7 @@ class TestContainerTree : public WorldTest
     Q_OBJECT
 
 private slots:
-    void noTreeHasNoModel()
+    void nullTreeHasNoModel()
     {
         cnbrowserhelper helper;
         QCOMPARE(helper.getTreeModel(nullptr), nullptr);
@@ -65,13 +65,13 @@ private slots:
         QCOMPARE(model->QObject::parent(), nullptr);
     }
 
-    void nothingIsInsertedBelowNoLevel()
+    void insertingBelowANullLevelDoesNothing()
     {
         cnbrowserhelper helper;
         helper.parseCNData("OU=a,DC=x", nullptr);
     }
 
-    void blankNameAddsNothing()
+    void nameWithABlankLastComponentAddsNothing()
     {
         for (const QString name : {"", "  \t\r\n ", "OU=a,DC=x,", "OU=a,DC=x,  ", ","})
             QCOMPARE(outline({name}), QString());
@@ -112,7 +112,7 @@ private slots:
         QTEST(outline(names), "tree");
     }
 
-    void whatIsLeftOfANameGetsALevelEvenIfEmpty()
+    void aCommaMakesALevelEvenIfItStaysEmpty()
     {
         const Tree tree({"OU=a,,DC=x", ",DC=z", "DC=y"});
         QCOMPARE(tree.top.value("z")->getNode()->keys(), QStringList());
@@ -172,7 +172,7 @@ private slots:
         QCOMPARE(messages(), QStringList({"> DC=x", "> \tOU=a", "> \t\tOU=b", "> DC=y"}));
     }
 
-    void clearingNoLevelDoesNothing()
+    void clearingANullLevelDoesNothing()
     {
         cnbrowserhelper helper;
         helper.clearCNData(nullptr);

@@ -239,7 +239,7 @@ private slots:
         QCOMPARE(dialog.result(), int(QDialog::Rejected));
     }
 
-    // That the dialog is deleted is seen after each test function.
+    // cleanup() would find a dialog that is not deleted.
     void showWarningReturnsOnceClosed()
     {
         QCOMPARE(warningsDuring([] { showWarning("a message"); }), QStringList{"a message"});

@@ -120,7 +120,7 @@ private slots:
         QCOMPARE(World::callsOf("gui_helper_tool").at(0).words(),
                  QStringList({"gui_helper_tool", "/usr/local/sbin/mvjoin", "-u", "admin", "-p",
                               "a secret", "old.test", "-w", "-n", "my-mac"}));
-        // The one prompt of the way was the interim check's.
+        // The only prompt came with the interim check, before forgetCalls().
         QCOMPARE(World::callsOf("authorization_prompt").size(), 0);
     }
 
@@ -198,7 +198,7 @@ private slots:
         QVERIFY(!driver.button(QWizard::BackButton)->isEnabled());
     }
 
-    // All ways of five presses, N for Next and B for Back.
+    // Every order of five presses, N for Next and B for Back.
     void backAndNextInEveryOrder_data()
     {
         addColumns<bool, QString>("bound", "presses");

@@ -8,7 +8,7 @@ const QString longest(32767, 'x');
 
 const QString unbound = "You are unbound from Apple's Active Directory plugin.";
 
-// Values that a shell, a template or a fixed buffer could take for something else.
+// Rows of values that a shell or a template could misread.
 void addValues()
 {
     addColumns<QString>("value");
@@ -31,7 +31,7 @@ void addValuesAndTheLongest()
     addRow("32,767 characters", longest);
 }
 
-// For values that no shell reads.
+// For values that no shell reads: some would make its line too long, or leave a quote open.
 void addValuesOfArguments()
 {
     addValuesAndTheLongest();
@@ -56,6 +56,7 @@ private slots:
     {
         WizardDriver driver;
         driver.goToCredentials();
+        // Three times 96 KiB. The shell gets its line as one argument, of at most 128 KiB on Linux.
         const QString wide(32767, QChar(0x6f22));
         driver.enterCredentials(wide, wide, wide);
         QCOMPARE(driver.next(), QStringList());
@@ -96,7 +97,7 @@ private slots:
     void theCheckAndTheJoinGetEachCredentialWhole_data()
     {
         addValuesAndTheLongest();
-        // The check's shell takes the quotes away, so it passes.
+        // The check's shell drops each pair, so that its line stays complete.
         addRow("pairs of single quotes", "it''s");
     }
 
@@ -143,7 +144,7 @@ private slots:
     void theUnbindGetsEachValueWhole()
     {
         QFETCH(QString, value);
-        // The report is read in pieces of 511 bytes, so that a longest domain would not come whole.
+        // The report is read in chunks of 511 bytes: the longest domain would not come whole.
         const QString domain = value.left(100);
         World::setBound(domain.toUtf8());
         WizardDriver driver;

@@ -50,7 +50,7 @@ void pressUnheard(WizardDriver& driver, const QString& way)
                                 QAccessibleActionInterface::pressAction());
     else if (way == "quitting") // as the end of a desktop session does
         QMetaObject::invokeMethod(qApp, &QApplication::closeAllWindows, Qt::QueuedConnection);
-    else
+    else // closing
         QCoreApplication::postEvent(driver.wizard.windowHandle(), new QEvent(QEvent::Close));
 }
 
@@ -170,7 +170,7 @@ private slots:
         QVERIFY(buttons.first()->isEnabled());
     }
 
-    void heldButtonGetsTheFocusBack()
+    void disabledButtonGetsTheFocusBackAfterAStep()
     {
         WizardDriver driver;
         driver.goToCredentials();
@@ -181,7 +181,7 @@ private slots:
         QCOMPARE(driver.wizard.focusWidget(), driver.button(QWizard::NextButton));
     }
 
-    void heldButtonTakesNoFocusFromAnEdit()
+    void disabledButtonTakesNoFocusBackFromAnEdit()
     {
         WizardDriver driver;
         driver.startAt(6);
@@ -219,7 +219,7 @@ private slots:
         driver.waitUntilFree();
     }
 
-    void thePageCountsAsSoonAsItsMessageIsClosed()
+    void nextIsEnabledAsSoonAsTheMessageIsClosed()
     {
         WizardDriver driver;
         driver.goToCredentials();

@@ -48,13 +48,13 @@ private slots:
         addRow("no line end", head + "Active Directory Domain", 2);
         addRow("other case", head + "active directory domain = example.test\n", 3);
         addRow("words on two lines", head + "Active Directory\nDomain = example.test\n", 3);
-        addRow("first line loses its four first bytes", domainLine, 3);
+        addRow("first line loses its first four bytes", domainLine, 3);
         addRow("empty", QByteArray(), 3);
         addRow("three bytes", QByteArray("abc"), 3);
-        // A line is read in pieces of 511 bytes.
-        addRow("ends with a piece", head + QByteArray(488, 'x') + "Active Directory Domain", 2);
-        addRow("begins with a piece", head + QByteArray(511, 'x') + "Active Directory Domain", 2);
-        addRow("across two pieces", head + QByteArray(489, 'x') + "Active Directory Domain", 3);
+        // The words' place in the chunks of 511 bytes in which a long line is read.
+        addRow("at a chunk's end", head + QByteArray(488, 'x') + "Active Directory Domain", 2);
+        addRow("at a chunk's start", head + QByteArray(511, 'x') + "Active Directory Domain", 2);
+        addRow("across two chunks", head + QByteArray(489, 'x') + "Active Directory Domain", 3);
     }
 
     void reportDecidesTheNextPage()
@@ -98,7 +98,7 @@ private slots:
         QCOMPARE(World::callsOf("dsconfigad").size(), 0);
     }
 
-    void secondQuestionReadsWhatIsLeft()
+    void nextIdReadsOnInTheReport()
     {
         setReport(head + domainLine + domainLine);
         InterimIntro page;
@@ -128,7 +128,7 @@ private slots:
         QCOMPARE(page.nextId(), 3);
     }
 
-    // That nothing stays open is seen after each test function.
+    // cleanup() would find a stream that stays open.
     void unreadReportIsClosedWithThePage()
     {
         setReport(head + domainLine);

@@ -64,7 +64,7 @@ private slots:
         answerHelper("Unknown user\n", 1);
         JoinDriver driver;
         driver.next();
-        g_pProcess->setupauth();
+        g_pProcess->setupauth(); // a new session, in which the prompt comes again
         for (const int refusal : {1, 2}) {
             World::answer("authorization_prompt", {"", "", refusal});
             QCOMPARE(driver.next(), QStringList{"Unknown user\n"});
@@ -244,7 +244,7 @@ private slots:
                 served = QTest::qWaitFor([&other] { return other.isFinished(); });
             });
         QVERIFY(served);
-        // The result is told before the task that it comes from is put away.
+        // The future is finished a moment before its thread counts as idle.
         QTRY_COMPARE(pool->activeThreadCount(), 0);
     }
 };

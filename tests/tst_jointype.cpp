@@ -294,7 +294,7 @@ private slots:
         QVERIFY(!driver.on<QWidget>("AppleUIDCheck")->isEnabled());
     }
 
-    void loaderStandsWhileContainersLoad()
+    void progressStandsWhileContainersLoad()
     {
         OptionsDriver driver;
         World::answer(containerScript, {"CN=Users,DC=example,DC=test\n", "", 0, 0, false, true});

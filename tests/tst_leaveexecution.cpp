@@ -101,7 +101,7 @@ private slots:
         QCOMPARE(driver.next(), QStringList{shown});
     }
 
-    void aFailureWithoutAStreamShowsTheEarlierOutput()
+    void aHelperThatCantStartShowsTheEarlierOutput()
     {
         answerHelper("The domain is unreachable\n", 3);
         LeaveDriver driver;
@@ -131,7 +131,7 @@ private slots:
         QCOMPARE(World::callsOf("gui_helper_tool").size(), 2);
     }
 
-    void disablingPassesTheCredentials()
+    void disablingTheObjectPassesTheCredentials()
     {
         LeaveDriver driver;
         driver.next();
@@ -142,7 +142,7 @@ private slots:
         QCOMPARE(calls.at(1).words(), helperCall({"-u", "admin", "-p", "secret"}));
     }
 
-    void removingPutsItsOptionFirst()
+    void removingTheObjectPutsItsOptionFirst()
     {
         LeaveDriver driver;
         driver.click("radioButton_2");
@@ -153,7 +153,7 @@ private slots:
                  helperCall({"-r", "-u", "admin", "-p", "secret"}));
     }
 
-    void leavingAloneContactsNobody()
+    void leavingWithoutContactChecksNoCredentials()
     {
         World::answer("mvedit", {"The domain is unreachable\n", "", 1});
         LeaveDriver driver;

@@ -12,7 +12,7 @@
 
 namespace {
 
-// One privileged run; closes the stream at its end.
+// One privileged run; the destructor closes the stream.
 class Run
 {
 public:
@@ -100,7 +100,7 @@ class TestPrivilegedRunner : public WorldTest
 private slots:
     void initTestCase()
     {
-        // init() opens another session before each test function.
+        // Looked at here, as init() opens another session for each test function.
         QVERIFY2(authorizationRef != nullptr, "no session is open before main()");
     }
 
@@ -235,7 +235,7 @@ private slots:
                  QStringList{"[ rc: 0 ] [ WIFEXITED(rc):  true ] [WEXITSTATUS(rc):  0 ]"});
     }
 
-    void silentFirstToolWaitsForNoOtherChild()
+    void withoutAPidANewRunnerWaitsForNoChild()
     {
         for (const char* output : {"", "abc"}) {
             World::answer("dsconfigad", {output, "", 3});
@@ -249,7 +249,7 @@ private slots:
         }
     }
 
-    void silentToolWaitsForThePreviousPid()
+    void withoutAPidTheRunnerWaitsForThePreviousOne()
     {
         // A negative number stands for a group: each wait reaps one of its three ended children.
         const pid_t leader = endedChild();

@@ -64,16 +64,16 @@ private slots:
         QCOMPARE(World::calls().at(1).arguments, QStringList({"-d"}));
     }
 
-    void enrolledByTheMarkerAnywhere_data()
+    void enrolledByTheIdentifierAnywhere_data()
     {
         addColumns<QByteArray, bool>("profiles", "enrolled");
-        addRow("marker alone", QByteArray("com.morvanta.osx.MDM"), true);
+        addRow("identifier alone", QByteArray("com.morvanta.osx.MDM"), true);
         addRow("within a longer identifier", QByteArray("1: my.com.morvanta.osx.MDM.beta\n"), true);
         addRow("other case", QByteArray("com.morvanta.osx.mdm\n"), false);
         addRow("no profile", QByteArray(), false);
     }
 
-    void enrolledByTheMarkerAnywhere()
+    void enrolledByTheIdentifierAnywhere()
     {
         QFETCH(QByteArray, profiles);
         World::answer("profiles", {profiles, ""});

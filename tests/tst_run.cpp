@@ -57,8 +57,8 @@ private slots:
         addRow("scenario with an empty name", QStringList{"--scenario", ""});
         addRow("unknown scenario", QStringList{"--scenario", "farther"});
         addRow("scenario by its path", QStringList{"--scenario", "../scenarios/far"});
-        addRow("option after the Qt", QStringList{"--qt6", "--tourist"});
-        addRow("Qt after the option", QStringList{"--joined", "--qt6"});
+        addRow("unknown option after --qt6", QStringList{"--qt6", "--tourist"});
+        addRow("--qt6 after another option", QStringList{"--joined", "--qt6"});
         addRow("two scenarios", QStringList{"--scenario", "far", "gone"});
     }
 

@@ -74,7 +74,7 @@ private slots:
 
     void closingAtAnyPageEndsIt_data()
     {
-        // The tools are what each press of Next runs.
+        // For each press of Next, one tool that it runs.
         addColumns<bool, bool, QStringList>("bound", "joined", "tools");
         addRow("0 introduction", false, false, QStringList{});
         addRow("2 unbind", true, false, QStringList{"dsconfigad"});
@@ -139,7 +139,7 @@ private slots:
         QCOMPARE(program.session.allWindowsEver(), QStringList({program.wizard, progress}));
     }
 
-    // The address sanitizer sees whether they leave anything behind.
+    // The leak sanitizer sees whether it leaves anything behind.
     void initializerIsBuiltAndDestroyedButNotCopied()
     {
         {
@@ -149,7 +149,7 @@ private slots:
         QVERIFY(!std::is_copy_assignable_v<CocoaInitializer>);
     }
 
-    void collectionHoldsExactlyItsFiles()
+    void resourcesAreExactlyTheseImages()
     {
         QCOMPARE(QDir(":/:").entryList(QDir::AllEntries, QDir::Name | QDir::IgnoreCase),
                  QStringList({"adlock icon.png", "background.png", "blanklock.png", "down.png",
@@ -178,7 +178,7 @@ private slots:
         QCOMPARE(size.boundedTo(most), size);
     }
 
-    void collectionIsRegisteredAndRemoved()
+    void resourcesCanBeRemovedAndRegisteredAgain()
     {
         QCOMPARE(qCleanupResources_Resources(), 1);
         QVERIFY(!QFile::exists(":/:/background.png"));

@@ -15,7 +15,7 @@ Q_DECLARE_METATYPE(CNBROWSER_ERROR)
 
 namespace {
 
-// The texts that the items below one show, indented by their depth.
+// The texts that the items below `parent` show, indented by their depth.
 QStringList shown(const QStandardItem* parent, const QString& indent = {})
 {
     QStringList lines;
@@ -34,7 +34,7 @@ QStringList randomNames(quint32 seed)
         "OU=a", "CN=a", "OU=b",   " OU=a", "OU=a ", "L=Paris", "DC=x",   "DC=y", "",    "  ",
         "ab",   "OU=",  "OU=a\\", "\t",    "dc=x",  "OU=Ä",    "OU=\"a", "OU=Z", "CN=Z"};
     QRandomGenerator random(seed);
-    // Half of the runs keep to components without a second prefix.
+    // In every other run fewer values meet with two prefixes.
     const bool plain = seed % 2 == 0;
     QStringList names = {"OU=first,DC=x"};
     for (int i = 0; i < 60; ++i) {
@@ -71,7 +71,7 @@ class TestTreeReference : public WorldTest
     Q_OBJECT
 
 private slots:
-    void anyNamesGiveTheTreeOfTheRule()
+    void anyNamesGiveTheReferenceTree()
     {
         cnbrowserhelper helper;
         for (quint32 seed = 1; seed <= 300; ++seed) {
@@ -85,7 +85,7 @@ private slots:
         }
     }
 
-    void anyScriptOutputGivesTheModelOfTheRule()
+    void anyScriptOutputGivesTheReferenceModel()
     {
         NEEDS_TOOLS();
         for (quint32 seed = 1; seed <= 60; ++seed) {
@@ -147,7 +147,7 @@ private slots:
         browser.show();
         QVERIFY(QTest::qWaitForWindowExposed(&browser));
 
-        // As deep as a user could get by hand; Qt's view lays open levels out by recursion.
+        // Qt's view lays open levels out by recursion, so only as deep as a user could get by hand.
         constexpr int openLevels = 1000;
         auto* view = child<QTreeView>(&browser, "browserTree");
         QModelIndex innermost = view->model()->index(0, 0);

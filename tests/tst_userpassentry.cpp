@@ -40,7 +40,7 @@ private slots:
     {
         CredentialsDriver driver;
         World::forgetCalls();
-        // The page alone: the sanitizers need descriptors to look at windows.
+        // Without pressing Next: where windows take part, the sanitizers need descriptors.
         auto* page = driver.currentPage();
         bool passed = false;
         const QStringList warnings = warningsDuring([&] {

@@ -10,7 +10,7 @@ namespace {
 const bool joiningAtStart = joining;
 const bool enrollingAtStart = enrolling;
 
-// Leads to a page that no other page leads to.
+// Leads to any page, also to one that no page of the program leads to.
 class LeadsTo : public QWizardPage
 {
 public:
@@ -25,7 +25,7 @@ private:
     int next;
 };
 
-// Puts a page in the introduction's place that leads to the given one, and goes there.
+// Puts a page that leads to `page` in the introduction's place, and presses Next.
 void arriveAt(WizardDriver& driver, int page)
 {
     QWizardPage* introduction = driver.wizard.page(0);
@@ -148,7 +148,7 @@ private slots:
         QVERIFY(!driver.wizard.isVisible());
     }
 
-    void cloudPageKeepsBackUnlessEnrolling()
+    void cloudPageKeepsBackUnlessAJoinEnrolled()
     {
         for (const bool join : {false, true}) {
             for (const bool enroll : {false, true}) {
@@ -214,7 +214,7 @@ private slots:
         for (int i = 0; i < 2; ++i) {
             withModalDialogs([] { aboutMenu()->actions().at(0)->trigger(); },
                              [&shown](QWidget* dialog) {
-                                 // First, since a check that fails returns.
+                                 // First: a comparison that fails returns, and would leave it open.
                                  dialog->close();
                                  QCOMPARE(QString(dialog->metaObject()->className()),
                                           QString("about"));

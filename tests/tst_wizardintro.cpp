@@ -50,7 +50,7 @@ private slots:
         addRow("without a line end", QByteArray("example.test"));
         addRow("several lines", QByteArray("example.test\nmore\n"));
         addRow("nothing", QByteArray());
-        addRow("longer than a read buffer", QByteArray(1500, 'x') + '\n');
+        addRow("longer than two chunks", QByteArray(1500, 'x') + '\n');
         addRow("not ASCII", QByteArray("m\xc3\xbcnchen.test\n"));
     }
 

@@ -1,5 +1,5 @@
-// Does one core operation on 10,000 names, or on as much text, and has valgrind count the
-// instructions of that operation alone. "coreoperations NAME"; without a name it lists all.
+// Does one core operation on 10,000 names, and has valgrind count the instructions of that alone.
+// Run as "coreoperations NAME"; without a name it lists the operations.
 
 #include "benchmarks/containernames.h"
 #include "browser/cnbrowserhelper.h"
@@ -18,6 +18,7 @@ namespace {
 
 constexpr int names = 10000;
 
+// The models that the operations make are not released, as the program ends next.
 void count(const std::function<void()>& operation)
 {
     CALLGRIND_TOGGLE_COLLECT;
