@@ -38,7 +38,7 @@ QString script(const QString& name);
 const QString domain = "example.test";
 const QString base = "DC=example,DC=test";
 const QString administrator = "Administrator";
-// Every user of the domain has it.
+// Of every user with whom the domain begins.
 const QString password = "Practice.1";
 
 } // namespace PracticeMac

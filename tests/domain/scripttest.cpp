@@ -31,7 +31,7 @@ void write(const QString& path, const QByteArray& text)
         qFatal("%s can't be written", qPrintable(path));
 }
 
-// What was there before a test has rewritten it, by its path.
+// The content of files before they were rewritten, by their paths.
 QMap<QString, QByteArray> originals;
 
 } // namespace

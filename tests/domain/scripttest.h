@@ -27,12 +27,13 @@ class ScriptTest : public DomainTest
 protected:
     static void startScript(QProcess* process, const QString& script, const QStringList& arguments);
     static ScriptResult runScript(const QString& script, const QStringList& arguments);
+    // The credential check, and the list of the domain's containers.
     static ScriptResult check(const QString& domain = PracticeMac::domain,
                               const QString& user = PracticeMac::administrator,
                               const QString& password = PracticeMac::password);
     static ScriptResult list(const QString& password = PracticeMac::password);
 
-    // Compares all that a script has said on standard error, and its status.
+    // Compares all that a script has said on standard error, nothing for a success, and its status.
     static void checkResult(const ScriptResult& result, const QString& errors = {});
 
     // Compares the sentence of a script that has failed; details may follow it.
@@ -41,7 +42,7 @@ protected:
     // Runs Tcl with the scripts' library and returns what it prints, without the line's end.
     static QString runTcl(const QString& program);
 
-    // Puts a tool of this text before the system's own of that name.
+    // Has the scripts find this shell script in the place of the system's tool of that name.
     void standIn(const QString& tool, const QByteArray& script);
     // Has these tools note how they are called before they run.
     void note(const QStringList& tools);
@@ -51,6 +52,7 @@ protected:
     // Replaces the content of a file of the practice Mac until the end of the test function.
     static void rewrite(const QString& path, const QByteArray& text);
 
+    // The path of a script in tests/domain.
     static QString testScript(const QString& name);
 
 protected slots:
@@ -58,6 +60,6 @@ protected slots:
     void cleanup();
 
 private:
-    QScopedPointer<QTemporaryDir> tools;
-    QScopedPointer<QTemporaryDir> temporaries; // where the scripts make theirs
+    QScopedPointer<QTemporaryDir> tools;       // stand-ins, first on the search path
+    QScopedPointer<QTemporaryDir> temporaries; // the scripts' temporary files
 };

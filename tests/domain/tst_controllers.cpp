@@ -129,8 +129,9 @@ private slots:
         QProcess script;
         startScript(&script, "check_domain_cred.tcl",
                     {PracticeMac::domain, PracticeMac::administrator, PracticeMac::password});
-        const QString tcl = QString::number(script.processId());
+        const QString tcl = QString::number(script.processId()); // the interpreter becomes tclsh
         int most = 0;
+        // RSD leaves out those that have ended and that the script has not waited for yet.
         while (!script.waitForFinished(10) && script.state() != QProcess::NotRunning)
             most = qMax(most, int(processes({"-r", "RSD", "-P", tcl, "ldapsearch"}).size()));
         QCOMPARE(most, 16);
@@ -214,7 +215,7 @@ private slots:
                     "and firewalls.");
     }
 
-    // The one that is listed as slow answers for the directory and calls itself by a dead name.
+    // The one listed as slow answers for the directory and calls itself dc2, whose address is dead.
     void goesPastAControllerThatDropsKerberos()
     {
         startController("dc2", "192.0.2.2", 9, 0);
@@ -237,7 +238,7 @@ private slots:
             "firewalls.");
     }
 
-    // One alone has all of the time.
+    // A single controller is in the last batch, which has all of the time.
     void waitsForASlowController()
     {
         standIn("ldapsearch", "[ \"$1\" = -x ] && sleep 2\nexec /usr/bin/ldapsearch \"$@\"\n");
@@ -257,7 +258,7 @@ private slots:
         QFETCH(int, kerberos);
         const ScriptResult alone = list();
         note({"kinit"});
-        int tickets = 0;
+        int signIns = 0;
         for (const bool listing : {false, true}) {
             startController("dc2", "192.0.2.2", directory, kerberos);
             listControllers({"dc1", "dc2=192.0.2.2"});
@@ -265,8 +266,8 @@ private slots:
             const ScriptResult result = listing ? list() : check();
             checkResult(result);
             QCOMPARE(result.output, listing ? alone.output : QString());
-            tickets += 2; // of dc2, then of dc1
-            QCOMPARE(noted().filter("kinit -l").size(), tickets);
+            signIns += 2; // at dc2, then at dc1
+            QCOMPARE(noted().filter("kinit -l").size(), signIns);
             stopControllers();
         }
     }
@@ -285,7 +286,7 @@ private slots:
         checkRefusal(check(), Sentence::lost.arg("dc2"));
     }
 
-    // Both are lost when the user is asked for; dc1's directory answers only after that.
+    // dc2 and dc3 are lost at the signed search; dc1's directory answers only after that.
     void goesToAnotherControllerOnce()
     {
         startController("dc2", "192.0.2.2", 1, 9);
@@ -323,6 +324,7 @@ private:
     void startController(const QString& name, const QString& address, int directory, int kerberos)
     {
         PracticeMac::run("/usr/sbin/ip", {"address", "replace", address + "/32", "dev", "lo"});
+        // dc1's account gets the names of the others' services, as it is dc1 that serves.
         if (serviceNames.isEmpty()) {
             const QStringList names = {"ldap/dc1.example.test", "ldap/dc2.example.test",
                                        "ldap/dc3.example.test"};
@@ -347,7 +349,7 @@ private:
     }
 
     // How many are asked in each batch, and whether for at most a second, when one answers in the
-    // batch of this number. Asking takes no time here.
+    // batch of this number, or none does. Asking takes no time here.
     static QString batches(int answering)
     {
         return runTcl(
@@ -362,8 +364,8 @@ private:
                 .arg(answering));
     }
 
-    // What ldapsearch does before it asks dc1's directory, and before it asks any other. Each call
-    // has a $mark of its own, a file that isn't there at first.
+    // Has ldapsearch do `first` before it asks dc1's directory, and `others` before it asks any
+    // other. $mark is a path of this call's own, at which nothing is at first.
     void delayDirectories(const QByteArray& first, const QByteArray& others)
     {
         standIn("ldapsearch", "mark=\"$0.mark" + QByteArray::number(++delays) + R"("
@@ -375,8 +377,8 @@ exec /usr/bin/ldapsearch "$@"
 )");
     }
 
-    // Has dc1's directory answer only when it is asked for the second time, and the others' not
-    // before it has been asked once.
+    // Has dc1's directory answer only the second time that it is asked, and the others' only once
+    // dc1's has been asked.
     void silenceFirstController()
     {
         delayDirectories("mkdir \"$mark\" 2>/dev/null && while sleep 0.1; do :; done", untilMarked);
@@ -390,8 +392,8 @@ exec /usr/bin/ldapsearch "$@"
 
     QList<QProcess*> controllers;
     QStringList serviceNames; // of dc1, as they were
-    bool listed = false;      // other controllers than dc1
-    int delays = 0;           // of dc1, each with a file of its own
+    bool listed = false;      // by DNS, other controllers than dc1
+    int delays = 0;           // for the mark of each delayDirectories()
 };
 
 DOMAIN_TEST_MAIN(TestControllers)

@@ -160,7 +160,7 @@ private slots:
     void refusesAnExistingAccount()
     {
         joinMac("present-mac");
-        init();
+        init(); // leaves the domain, and the account as it is
 
         WizardDriver wizard;
         goToJoin(&wizard, "present-mac");

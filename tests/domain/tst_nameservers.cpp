@@ -47,7 +47,7 @@ private slots:
     // The Mac's own name server, that of a home, knows nothing of the domain; a VPN's does.
     void asksTheNameServerOfTheDomain()
     {
-        rewrite("/etc/resolv.conf", "");
+        rewrite("/etc/resolv.conf", ""); // so that cleanup() restores what the scenario changes
         PracticeMac::run(PracticeMac::script("scenarios/split-dns"), {});
         const ScriptResult result = check();
         const ScriptResult other = check("other.test");
@@ -59,6 +59,7 @@ private slots:
     void asksTheSecondNameServer()
     {
         rewrite("/etc/resolv.conf", "nameserver 198.51.100.1\nnameserver 192.0.2.1\n");
+        // The tools find the names of the Mac and of the controller without DNS.
         rewrite("/etc/hosts", "127.0.0.1 localhost practice-mac\n192.0.2.1 dc1.example.test\n");
         checkResult(check());
     }
@@ -86,7 +87,7 @@ private slots:
         addRow("only as a whole label", "notcorp.example",
                "{@192.0.2.53 -p 53} {@fe80::1%12 -p 53}");
         addRow("the longest, with a port", "lab.corp.example", "{@198.51.100.54 -p 5353}");
-        addRow("equals by their order", "two.example", "{@203.0.113.2 -p 53}");
+        addRow("of two for one domain, the lower order", "two.example", "{@203.0.113.2 -p 53}");
         addRow("the longest by its number of characters", "b.o.example", "{@203.0.113.4 -p 53}");
         addRow("a domain without a name server", "none.example",
                "{@192.0.2.53 -p 53} {@fe80::1%12 -p 53}");

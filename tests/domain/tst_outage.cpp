@@ -80,7 +80,7 @@ private slots:
         QCOMPARE(directoryOn("hung-mac").state, QString("enabled"));
     }
 
-    void browserSaysThatNothingCame()
+    void browseWarnsWhenTheControllerHangs()
     {
         WizardDriver wizard;
         goToJoin(&wizard, "unseen-mac");

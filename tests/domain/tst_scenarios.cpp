@@ -8,7 +8,7 @@ using PracticeMac::directoryOn;
 
 namespace {
 
-// The SRV records of the domain's controllers, by the Mac's default name server.
+// The SRV records of the domain's controllers, as the Mac's default name server lists them.
 QString listedControllers()
 {
     return PracticeMac::run("/usr/bin/dig", {"+short", "_ldap._tcp.dc._msdcs.example.test", "SRV"});

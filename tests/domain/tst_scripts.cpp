@@ -49,7 +49,7 @@ private slots:
         checkRefusal(check(), sentence);
     }
 
-    // What was listed before can hold the words of another failure.
+    // The names that were listed before the failure can hold the words of another one.
     void saysWhatTheDirectoryMeansInTheMiddle_data()
     {
         addColumns<QString, QString>("words", "sentence");
@@ -177,7 +177,7 @@ private slots:
         QTemporaryDir folder;
         for (const char* tool : {"tclsh", "dig", "mktemp"})
             QVERIFY(QFile::link(QString("/usr/bin/") + tool, folder.filePath(tool)));
-        QVERIFY(QFile(folder.filePath("ldapsearch")).open(QFile::WriteOnly)); // may not be run
+        QVERIFY(QFile(folder.filePath("ldapsearch")).open(QFile::WriteOnly)); // not executable
         qputenv("PATH", folder.path().toLocal8Bit());
         checkRefusal(check(),
                      "The tool ldapsearch can't be started: end some programs, and try again.");
@@ -222,6 +222,7 @@ private slots:
     {
         QFETCH(QString, version);
         QFETCH(QString, sentence);
+        // Has the interpreter tell this version as its own.
         QTemporaryDir folder;
         QFile program(folder.filePath("program.tcl"));
         QVERIFY(program.open(QFile::WriteOnly));
@@ -254,7 +255,7 @@ private slots:
         checkRefusal(result, Sentence::wrongPassword.arg("Administrator"));
     }
 
-    void saysWhenAToolWasKilled()
+    void countsAKilledToolAsARefusal()
     {
         standIn("kinit", "echo 'Nearly done.'\n[ \"$1\" = --version ] || kill -9 $$\n");
         checkRefusal(check(), "The domain example.test did not accept Administrator; ask its "
@@ -295,7 +296,7 @@ private slots:
                                         "OU=after 14 seconds,DC=example,DC=test\n"));
     }
 
-    void asksInOneWay()
+    void bothScriptsAskInTheSameWay()
     {
         note(everyTool);
         standIn("kinit",

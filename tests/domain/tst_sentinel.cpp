@@ -28,10 +28,10 @@ QStringList temporaryFiles()
 }
 
 // The practice Mac's own file systems that can be written, of which the administrator's home is
-// one; /dev and the cache below /run are the machine's.
+// one; /dev and the cache below /run are the host's.
 const QStringList fileSystems = {"/", QDir::homePath() + '/', "/run/", "/tmp/", "/var/tmp/"};
 
-// The files with the text that were written on this machine since the stamp, the logs and the
+// The files with the text that were written on this Mac since the stamp, the logs and the
 // domain's own database included.
 QStringList writtenSince(const QString& stamp, const QString& text)
 {
@@ -103,7 +103,7 @@ private slots:
         for (const char* place :
              {"check_domain_cred.tcl 3", "dsconfigad 6", "mvjoin 4", "mvleave 4"})
             QVERIFY2(seen.contains(place), place);
-        // That the binding is removed, and four refusals.
+        // The message that the binding is removed, and four refusals.
         QCOMPARE(said.size(), 5);
         QVERIFY(!said.join(' ').contains(sentinel));
         QCOMPARE(temporaryFiles(), filesBefore);

@@ -67,12 +67,12 @@ private slots:
             "no controller reachable", "old.example.test",
             "No domain controller of %1 can be reached (1 tried): check network and firewalls.");
         ofUser("unknown user", "nobody", Sentence::unknownUser);
-        ofUser("unknown user whose name says something else", "password incorrect",
+        ofUser("unknown user whose name reads like another refusal", "password incorrect",
                Sentence::unknownUser);
         ofUser("unknown suffix", "Administrator@corp.test", Sentence::unknownSuffix);
         ofUser("unknown short domain name", "CORP\\admin", Sentence::unknownSuffix);
         ofUser("wrong password", "Administrator", Sentence::wrongPassword, "wrong");
-        ofUser("wrong password of a user whose name says something else", "expired.admin",
+        ofUser("wrong password of a user whose name reads like another refusal", "expired.admin",
                Sentence::wrongPassword, "wrong");
         ofUser("expired password", "expired.admin", Sentence::expiredPassword);
         ofUser("locked account", "locked.admin", Sentence::closedAccount);

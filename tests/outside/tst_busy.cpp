@@ -1,6 +1,6 @@
 // What a person does while a tool keeps the program busy, from outside: real keys and clicks, and
 // presses of a screen reader's, at moments of a step that lasts a while. MOMENTS in the environment
-// tells how many.
+// is their number, 2 at least.
 
 #include "tests/support/program.h"
 #include "tests/support/worldtest.h"
@@ -25,8 +25,8 @@ QStringList typed(const QString& text)
     return keys;
 }
 
-// Lets a held tool that runs by now end after `stepLasts`. The action is done `moment` ms from now,
-// and the tool's end is before it or after it as these two say, however busy the machine is.
+// Lets a held tool, which runs by now, end `stepLasts` ms from now, and does the action `moment` ms
+// from now. These two keep their order, however busy the machine is.
 void duringStep(const QString& command, int moment, const std::function<void()>& action)
 {
     QElapsedTimer time;
@@ -46,7 +46,8 @@ void duringStep(const QString& command, int moment, const std::function<void()>&
     }
 }
 
-// Until the step's end, after which a press counts for the next page, or also later.
+// A row for each way and moment. After the step's end, presses count for the next page, so most
+// tests try moments up to it alone.
 void addMoments(const QStringList& ways, int until = stepLasts)
 {
     QTest::addColumn<QString>("way");
@@ -101,8 +102,8 @@ private slots:
         addMoments({"text"}, stepLasts + watchedAfter);
     }
 
-    // Of the three texts the page has edits for two; the third must not land in the first edit,
-    // which shows what it holds.
+    // The page has edits for two of the three texts. The third, a password, must not land in the
+    // first edit, which shows its text.
     void textBeyondTheLastEditIsForNone()
     {
         QFETCH(int, moment);
@@ -115,7 +116,7 @@ private slots:
                    [&program] { program.session.key(typed("corp.test\tadm\tsecret")); });
         QVERIFY(program.isFree());
         QCOMPARE(World::callsOf("mvedit").size(), 0);
-        program.session.key({"shift+Tab"}); // from the button behind the edits
+        program.session.key({"shift+Tab"}); // back to the edits from the button behind them
         QVERIFY(program.nextRuns("mvedit"));
         QCOMPARE(World::callsOf("mvedit").first().arguments.mid(1),
                  QStringList({"example.test", "corp.test", "adm"}));
@@ -146,12 +147,12 @@ private slots:
                  QStringList({"corp.test", "Administrator", ""}));
     }
 
-    void pressesDuringACheckJoinNobody_data()
+    void pressesDuringACheckStartNoJoin_data()
     {
         addMoments({"assistive", "Return", "click", "space"});
     }
 
-    void pressesDuringACheckJoinNobody()
+    void pressesDuringACheckStartNoJoin()
     {
         QFETCH(QString, way);
         QFETCH(int, moment);

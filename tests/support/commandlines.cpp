@@ -19,7 +19,8 @@ QString baseName(const QByteArray& path)
     return QString::fromUtf8(path.mid(path.lastIndexOf('/') + 1));
 }
 
-// Where the tool stands among the words: after an interpreter, unless that gets an option.
+// The index of the tool's name: after interpreters that run it, but not after one with an option,
+// such as sh -c.
 int toolAmong(const QList<QByteArray>& words)
 {
     static const QStringList interpreters = {"env", "bash", "sh", "perl", "tclsh", "tclsh8.6"};
@@ -30,7 +31,7 @@ int toolAmong(const QList<QByteArray>& words)
     return tool;
 }
 
-// The files below a folder on its own file system that hold the text.
+// The files below a folder that hold the text; other file systems mounted there are left out.
 QStringList filesWith(const QByteArray& text, const QString& folder)
 {
     QStringList found;

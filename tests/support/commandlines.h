@@ -5,13 +5,14 @@
 #include <atomic>
 #include <thread>
 
-// Where a text stands in all processes: "mvjoin 4" is the fourth word after the tool's path on its
-// command line, which every user of the machine can read, "kinit environment" what only the same
-// user can. The name of an interpreter is not counted.
+// The places of a text in all processes, each as a tool's name and where it has the text: in
+// "mvjoin 4" the fourth word after its path on the command line, in "kinit environment" a variable.
+// Every user of the machine can read command lines, only the same user an environment. An
+// interpreter that runs the tool is not counted.
 QStringList placesOf(const QByteArray& text);
 
-// Looks for a text from construction on, again and again, on a thread of its own: on command lines,
-// and in files below /tmp.
+// Looks for a text from construction on, again and again, on a thread of its own: in the places of
+// placesOf(), and in files below /tmp.
 class CommandLineWatch
 {
 public:
@@ -20,7 +21,8 @@ public:
     CommandLineWatch(const CommandLineWatch&) = delete;
     CommandLineWatch& operator=(const CommandLineWatch&) = delete;
 
-    // Ends the watch; all places that were seen, each once, sorted.
+    // Ends the watch and returns all places that were seen, and the paths of the files, each once,
+    // sorted.
     QStringList end();
 
 private:

@@ -11,7 +11,7 @@ struct FormRow {
     const char* text; // null for a widget without one
 };
 
-// Holds a page's form against its rows.
+// Compares a page with the rows of its form, whose window title is still the designer's.
 inline void compareForm(const QWidget* page, std::initializer_list<FormRow> rows)
 {
     QCOMPARE(page->windowTitle(), QString("WizardPage"));

@@ -14,7 +14,8 @@ inline void answerHelper(const QByteArray& output, int exitStatus, int signal = 
     World::answer("gui_helper_tool", {output, "", exitStatus, signal, true, held});
 }
 
-// Presses Next, which ends on the last page, and sees the dialog stand while the tool runs.
+// Presses Next while the tool is held. The progress dialog stays up, whatever is pressed in it,
+// until the tool ends; then the last page comes.
 template <typename Dialog>
 void compareProgress(WizardDriver& driver, const QString& title, const QString& text)
 {
@@ -39,7 +40,8 @@ void compareProgress(WizardDriver& driver, const QString& title, const QString& 
     QCOMPARE(driver.page(), 7);
 }
 
-// Clicks on one choice before the tool runs, and on another and on Next and Back while it does.
+// Clicks on one choice before the tool runs, which counts; while it runs, clicks on another and on
+// Next and Back, which count for nothing.
 inline void compareInputMeanwhile(WizardDriver& driver, const QString& before,
                                   const QString& meanwhile)
 {
@@ -59,7 +61,7 @@ inline void compareInputMeanwhile(WizardDriver& driver, const QString& before,
     QCOMPARE(World::callsOf("gui_helper_tool").size(), 1);
 }
 
-// The thread on which the page tells of the tool's end.
+// Presses Next; returns the thread on which the page tells of the tool's end.
 template <typename Page> QThread* threadOfRun(WizardDriver& driver, void (Page::*finished)())
 {
     QThread* worker = nullptr;

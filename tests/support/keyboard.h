@@ -2,13 +2,14 @@
 
 #include "tests/support/wizarddriver.h"
 
-// Goes to the widget with the focus, or to the active window.
+// These two go to the widget with the focus, or else to the active window.
 void pressKey(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 void typeText(const QString& text);
 // Replaces what the edit with the focus holds.
 void retype(const QString& text);
 
-// The object name of the widget with the focus; of the wizard's buttons "Next", "Back", "Finish".
+// The object name of the widget with the focus, or of the button box that holds it; for the
+// wizard's buttons "Next", "Back" or "Finish", and "nothing" without a focus.
 QString focusName();
 
 // A person in front of the wizard who has a keyboard only.
@@ -24,5 +25,6 @@ public:
     // Switches on a widget that takes no focus, by Ctrl+Shift and the key, and waits until it is
     // on.
     void toggle(Qt::Key key, const char* name) const;
+    // From page 0, with valid credentials, to the join options page.
     void enterCredentials();
 };

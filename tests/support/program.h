@@ -27,7 +27,7 @@ public:
         wizard = session.waitForWindow("Morvanta Join Assistant");
         return !wizard.isEmpty();
     }
-    // Waits until the wizard can be worked with: during a step the entry About is disabled.
+    // Waits until the wizard can be worked with: during a step its About entry is disabled.
     bool isFree()
     {
         return reader.await("About");
@@ -44,7 +44,7 @@ public:
     {
         return QTest::qWaitFor([&tool] { return !World::callsOf(tool).isEmpty(); }, 20000);
     }
-    // From the join options through the join's progress, which is the second window, to the end.
+    // From the join options page to the report. The progress dialog has to come up and to go.
     bool join()
     {
         World::hold("gui_helper_tool");

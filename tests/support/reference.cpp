@@ -11,7 +11,8 @@ struct Node {
     QMap<QString, std::shared_ptr<Node>> below;
 };
 
-// From the right; blanks at the ends of what is left are taken away at each step.
+// Inserts a name's components from the right. What is left of it is trimmed at each step; an empty
+// component ends it.
 void insert(QString rest, Node& level)
 {
     Node* node = &level;

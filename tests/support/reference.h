@@ -8,12 +8,12 @@
 // the tests and fuzz targets hold the program against.
 namespace Reference {
 
-// A tool's output as it is read: pieces of at most 511 bytes, which end at line ends, each cut at
-// its first NUL.
+// A tool's output as it is read: pieces that end with a line, or after 511 bytes, each cut at its
+// first NUL.
 QList<QByteArray> pieces(const QByteArray& output);
-// The text of all pieces, each decoded by itself.
+// The text of all pieces, each decoded by itself, as runCmd() does.
 QString decoded(const QByteArray& output);
-// The bytes of all pieces, decoded at once.
+// The text of all pieces, decoded at once, as callers of getReturnValue() do.
 QString undecoded(const QByteArray& output);
 
 // The container tree of the lines: each item's text, a blank before it for each level.

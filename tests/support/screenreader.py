@@ -2,8 +2,8 @@
 line, and answers each with a line once it has been done:
 
 await CAPTION   waits until a button with this caption is shown and can be pressed, and keeps it
-press CAPTION   sends a press to the button that was kept under this caption, whatever it reads by
-                now, and does not wait for its effect"""
+press CAPTION   sends a press to the button that was kept under this caption, whatever its caption is
+                by now, and does not wait for its effect"""
 import pathlib
 import sys
 import time
@@ -30,7 +30,7 @@ def buttons(widget):
 
 def find(caption):
     while GLib.MainContext.default().iteration(False):
-        pass  # the events by which what is known of the widgets is kept current
+        pass  # events of the bus, which keep what Atspi knows of the widgets up to date
     desktop = Atspi.get_desktop(0)
     desktop.clear_cache()
     for button in buttons(desktop):
@@ -55,7 +55,7 @@ def await_button(caption):
 
 
 def press(caption):
-    Atspi.set_timeout(1, 1)  # the press is sent; its program answers when it is no longer busy
+    Atspi.set_timeout(1, 1)  # a busy program takes the press, and answers later
     try:
         kept[caption].do_action(0)
     except GLib.Error:

@@ -119,8 +119,8 @@ int main(int argc, char** argv)
 {
     const std::string path = answerPath(argc, argv);
     const Answer answer = readAnswer(path);
-    // Only now: a test that has seen the record may change the answer for the next run. It holds
-    // none, as that would hold this run, too.
+    // Only now: a test that has seen the record may lay down the answer for the next run. That must
+    // not be a held one, which would hold this run, too.
     record(argc, argv);
     if (answer.reportsPid) {
         const pid_t pid = getpid();
@@ -128,7 +128,7 @@ int main(int argc, char** argv)
     }
     writeAll(STDERR_FILENO, answer.errors);
     writeAll(STDOUT_FILENO, answer.output);
-    // A held tool ends with its test, too, as a test that was killed releases nothing.
+    // A held tool also ends with its caller, as a test that was killed releases nothing.
     const pid_t caller = getppid();
     while (exists(path + ".held") && getppid() == caller)
         usleep(1000);

@@ -100,7 +100,7 @@ public:
         type("PasswordEdit", password);
     }
 
-    // Begins anew at a page, to which no step has led.
+    // Begins anew at a page, without the steps that lead to it.
     void startAt(int page)
     {
         wizard.setStartId(page);

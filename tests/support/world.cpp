@@ -16,14 +16,14 @@
 
 namespace {
 
-// The world's own folder lies below one that is covered in any case, as the agent's tools are
-// there, so that no further folder of the machine has to be covered.
+// `share` is covered in any case, for the helper tool below it. The world's own folder lies there,
+// so that no further folder of the machine has to be covered.
 const QString share = "/usr/local/share";
 const QString world = share + QString("/test-world");
 // The machine's files as they are without the world.
 const QString machine = world + QString("/machine");
 const QString standin = world + QString("/standin");
-// Begins anew with each reset.
+// Made anew by reset().
 const QString state = world + QString("/state");
 
 const QMap<QString, QString>& toolPaths()

@@ -76,7 +76,7 @@ void replaceByFolder(const QString& tool);
 // The threads of this process.
 int threads();
 
-// Frequent states.
+// The answers of a Mac that is joined, and of one that the system's own plug-in has bound.
 void setJoined(const QByteArray& domain = "example.test\n", const QByteArray& zone = "MacZone\n",
                const QByteArray& name = "my-mac\n");
 void setBound(const QByteArray& domain = "example.test");

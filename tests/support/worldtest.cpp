@@ -68,7 +68,7 @@ void WorldTest::init()
     logged.clear();
     unexpected.clear();
     allowed = QStringList{
-        // The conclusion page keeps a slot for a widget that its form no longer has.
+        // The conclusion page has a slot for a widget that its form lacks.
         QString("No matching signal for on_Enrollcheck_toggled"),
         // The display without a desktop has no order of windows.
         QString("This plugin does not support raise()"),

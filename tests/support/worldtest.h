@@ -44,12 +44,12 @@ void withModalDialogs(const std::function<void()>& action,
 void whileRunning(const QString& tool, const std::function<void()>& action,
                   const std::function<void(QWidget*)>& inspect);
 
-// Waits until no thread of the pool has work: a result is told before the task that it comes from
-// is put away. The threads stay.
+// Waits until no thread of the pool has work. A task's result can be had before the pool has put
+// the task away. The threads stay.
 void waitForIdleThreads();
 
-// A click on a visible widget that takes a person's way, through the window, where a modal dialog
-// can stop it.
+// Clicks on a visible widget as a person does: through its window, where a modal dialog can stop
+// the click.
 void clickThroughWindow(QWidget* widget);
 
 // While it lives, the process can open no further descriptor: every pipe, file or socket fails.
@@ -97,7 +97,7 @@ template <typename Window> Window* windowOf()
     return nullptr;
 }
 
-// Enters the world and runs the test class's functions in it, without a display of the desktop's.
+// Enters the world and runs the test class's functions in it, on a display that nobody sees.
 template <typename Test> int runInWorld(int argc, char** argv)
 {
     World::enter();

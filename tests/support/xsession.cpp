@@ -7,6 +7,7 @@
 
 namespace {
 
+// As decimal numbers, the form that xdotool takes and prints.
 QStringList windowIds(const QByteArray& text)
 {
     QStringList ids;
@@ -73,7 +74,7 @@ QStringList XSession::windows() const
 {
     watched += watch.readAllStandardOutput();
     const QList<QByteArray> lists = watched.split('\n');
-    return windowIds(lists.value(lists.size() - 2));
+    return windowIds(lists.value(lists.size() - 2)); // the last line that is complete
 }
 
 QStringList XSession::allWindowsEver() const

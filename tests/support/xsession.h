@@ -23,7 +23,7 @@ public:
     QString title(const QString& window) const;
     // Where the window lies on the screen, without its frame.
     QRect place(const QString& window) const;
-    // True when the first window lies in front of the other.
+    // Whether `window` lies in front of `other`.
     bool isInFront(const QString& window, const QString& other) const;
     // Waits for the window with this title and returns its id; empty when none comes.
     QString waitForWindow(const QString& title) const;
@@ -31,7 +31,7 @@ public:
     // Presses a key ("Return", "alt+F4") once the window has the keyboard focus; false when it
     // never gets it.
     bool pressIn(const QString& window, const QString& key) const;
-    // Presses keys one after the other, for whoever has the keyboard.
+    // Presses keys one after the other, for the window that has the keyboard focus.
     void key(const QStringList& keys) const;
     // Moves the pointer to a place in the window.
     void pointAt(const QString& window, const QPoint& place) const;
