@@ -9,7 +9,7 @@ void writePlaces(const QString& scene, const QString& folder)
     QFile file(QString("%1/%2.txt").arg(folder, scene));
     if (!file.open(QIODevice::WriteOnly))
         qFatal("%s can't be written", qPrintable(file.fileName()));
-    file.write(placesOf(scene).toUtf8());
+    file.write(layoutOf(scene).toUtf8());
 }
 
 } // namespace
