@@ -26,7 +26,7 @@ bool isMeasured(const QWidget* widget)
            qobject_cast<const QTreeView*>(widget) != nullptr;
 }
 
-// The part of the window that scrolls the widget, or none.
+// The scroll area that the widget is in; null for none.
 QScrollArea* scrollAreaOf(const QWidget* window, const QWidget* widget)
 {
     for (auto* area : window->findChildren<QScrollArea*>())
@@ -35,8 +35,8 @@ QScrollArea* scrollAreaOf(const QWidget* window, const QWidget* widget)
     return nullptr;
 }
 
-// The room that a widget takes beside another: when it is scrolled, that of the part that scrolls
-// it.
+// The place that a widget takes, as seen from another one: that of its scroll area when the other
+// is outside of that.
 QRect placeBeside(const QWidget* other, const QWidget* widget)
 {
     const QWidget* window = widget->window();

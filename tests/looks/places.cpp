@@ -35,7 +35,7 @@ QString stateOf(const QWidget* widget)
     return state.join(", ");
 }
 
-// A form's own name, or the class of a widget that has none.
+// Its name in the form, or its class when it has none.
 QString nameOf(const QWidget* widget)
 {
     return widget->objectName().isEmpty() ? QString::fromLatin1(widget->metaObject()->className())

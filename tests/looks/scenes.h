@@ -30,7 +30,7 @@ public:
     }
 };
 
-// In the order in which they are met; without the world's tools, the dialogs alone.
+// In the order in which they are met; without the world's tools, only the dialogs that run none.
 QStringList names();
 // Puts the world into the scene's state and opens it.
 std::unique_ptr<Scene> open(const QString& name, const Setting& setting = {});

@@ -59,6 +59,7 @@ private slots:
         QFETCH(QString, scene);
         QFETCH(QStringList, order);
         const auto opened = Scenes::open(scene);
+        // Scenes check a choice by click(), which gives it no focus.
         auto* checked = opened->content()->findChild<QRadioButton*>(order.first());
         if (checked != nullptr)
             checked->setFocus();
@@ -87,7 +88,7 @@ private slots:
         }
     }
 
-    // The others show it in their tab order.
+    // tabOrder() shows it for other pages.
     void pagesOpenAtTheirFirstField()
     {
         const QStringList firsts[] = {{"join-options", "AutoButton"},
@@ -123,7 +124,7 @@ private slots:
         QCOMPARE(shown, QString("about"));
     }
 
-    void aboutEntryBesideThePages()
+    void tabAndSpaceOpenAbout()
     {
         KeyDriver driver;
         pressKey(Qt::Key_Tab);

@@ -18,7 +18,7 @@ private slots:
         files.sort();
         QStringList pictures =
             QDir(QString(PICTURES_FOLDER)).entryList({"*.png"}, QDir::Files, QDir::Name);
-        // Taken on the practice Mac, by its tour.
+        // The tour takes its own on the practice Mac.
         pictures = pictures.filter(QRegularExpression("^(?!tour-)"));
         QCOMPARE(pictures, files);
     }

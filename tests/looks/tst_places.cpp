@@ -3,7 +3,7 @@
 
 #include <QDir>
 
-// Every widget of every page and dialog has the place and the looks that the files in places/ tell.
+// Every visible widget of every scene has the place and the looks that the files in places/ tell.
 // scripts/render_pictures writes them; when they change, somebody looks at the new pictures.
 class TestPlaces : public WorldTest
 {

@@ -93,8 +93,8 @@ void plant(const Use& use, const Fault& fault, int status, bool held = false)
     World::answer(use.command, {fault.output, "", status, fault.signal, reportsPid, held});
 }
 
-// A tool that is stopped is waited for; so is one with administrator rights that prints more than
-// its pipe holds, because it is read only after its end.
+// A tool that is stopped is waited for; so is a helper tool that prints more than its socket holds,
+// because it is read only after its end.
 bool waits(const Use& use, const Fault& fault)
 {
     const bool tooMuch = use.tool == "gui_helper_tool" && fault.output.size() > socketCapacity();
@@ -129,6 +129,7 @@ void runFault(const Use& use, const Fault& fault, FILE* verdict)
     const Leftovers before;
     QString seen;
     {
+        // Without a preparation, the wizard's start may be the use.
         if (use.prepare == nothing)
             plant(use, fault, status);
         WizardDriver driver;

@@ -84,8 +84,7 @@ void refuseThreads()
 void ignoreAlarm(int) {}
 
 // Sends alarms to each thread, which interrupt whatever call it is in; the system would send those
-// of a timer to the main thread alone. Lets the held tool end when it has been waited for
-// meanwhile.
+// of a timer to the main thread alone. Lets the held tool end after a hundred rounds of them.
 void alarmThreads(const std::atomic<bool>& ended, const QString& command)
 {
     int waited = 0;
@@ -105,10 +104,10 @@ void alarmThreads(const std::atomic<bool>& ended, const QString& command)
 QList<Shortage> shortages()
 {
     QList<Shortage> all;
-    // Qt 6 paints with threads that have a descriptor each. Where it gets no thread it waits for
-    // one without an end, and without a descriptor it ends the program.
+    // Qt 6 paints with threads, each of which takes a descriptor and a process slot. Where it gets
+    // no thread it waits for one without an end, and without a descriptor it ends the program.
     if (QT_VERSION_MAJOR < 6) {
-#ifndef __SANITIZE_ADDRESS__ // which needs a descriptor itself to look at a window's class
+#ifndef __SANITIZE_ADDRESS__ // which itself needs a descriptor to check the class of an object
         all << Shortage{"no descriptor free", Shortage::Descriptors};
 #endif
         all << Shortage{"no process slot free", Shortage::Processes}
@@ -119,7 +118,8 @@ QList<Shortage> shortages()
                << Shortage{"signals that interrupt", Shortage::Interruptions};
 }
 
-// A command that can't be started counts as a success and prints nothing.
+// A shell command that can't be started counts as a success and prints nothing; a privileged run
+// fails, and a script that was not started never ends.
 QString Shortage::expected(const QString& use, const QString& well) const
 {
     static const QMap<QString, QString> notStarted = {
@@ -132,8 +132,8 @@ QString Shortage::expected(const QString& use, const QString& well) const
         {"leave", "page 6, warning \"Unexpected error (998).\""},
         {"binding report", "page 0"},
         {"prompt", "page 0"}};
-    const bool runs = use == "join" || use == "leave";
-    if (kind == Descriptors || kind == Processes || (kind == Threads && runs))
+    const bool onThread = use == "join" || use == "leave";
+    if (kind == Descriptors || kind == Processes || (kind == Threads && onThread))
         return notStarted.value(use, well);
     return well;
 }
@@ -188,7 +188,7 @@ ShortageGuard::~ShortageGuard()
         umount("/tmp");
         break;
     case Shortage::StandardStreams:
-        // A thread with which Qt 6 paints may have the descriptor of one.
+        // A thread with which Qt 6 paints may hold the number of a closed stream.
         QThreadPool::globalInstance()->waitForDone();
         for (int i = 0; i < 3; ++i) {
             dup2(standard[i], i);

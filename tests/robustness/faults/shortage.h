@@ -6,7 +6,7 @@
 #include <atomic>
 #include <thread>
 
-// Something that the whole program lacks, rather than one tool.
+// A trouble of the whole program, while a Fault is that of one tool.
 struct Shortage {
     enum Kind { Descriptors, Processes, Threads, Disk, StandardStreams, Interruptions };
 
@@ -19,8 +19,9 @@ struct Shortage {
 
 QList<Shortage> shortages();
 
-// The shortage holds from construction to destruction. Interruptions go on while the tool of the
-// command, which is held, is waited for, and then let it end.
+// The shortage holds from construction to destruction, that of threads for the rest of the process.
+// Interruptions go on while the tool of the command, which is held, is waited for, and then let it
+// end.
 class ShortageGuard
 {
 public:
@@ -31,7 +32,7 @@ public:
 
 private:
     Shortage::Kind kind;
-    int standard[3] = {-1, -1, -1};
+    int standard[3] = {-1, -1, -1}; // copies of the closed streams
     std::atomic<bool> ended{false};
     std::thread interrupter;
 };

@@ -178,8 +178,8 @@ QString useBrowse(WizardDriver& driver)
         browser = driver.wizard.findChild<cnbrowser*>();
         while (browser != nullptr && loading() != nullptr && !staysUp) {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-            // It has not started when it is no child and no call, the second after the credential
-            // check's. In this order: a script that has already ended has recorded its call.
+            // No child runs, and mvedit was called by the credential check alone: the script was
+            // not started. In this order, as a script that has just ended has recorded its call.
             staysUp =
                 patience.elapsed() > 300 && !childRuns() && World::callsOf("mvedit").size() < 2;
         }
@@ -279,6 +279,7 @@ const QList<Use>& uses()
          "\n\n\n\nActive Directory Domain = example.test\n", nothing, useNext, expectReport},
         {"unbinding", "dsconfigad", "dsconfigad -r", Way::Privileged, 0, "", prepareUnbind, useNext,
          expectUnbind},
+        // Nobody reads what the prompt prints, so its way does not matter.
         {"prompt", "authorization_prompt", "authorization_prompt", Way::Shell, 0, "", nothing,
          useNext, expectPrompt},
     };

@@ -2,8 +2,8 @@
 
 #include "tests/support/wizarddriver.h"
 
-// How a tool is run: by a shell, as a process of its own, or with administrator rights. A
-// privileged tool's output goes through a socket, which holds more unread than a pipe.
+// How a tool is run, and so how much it can print unread: the output of a privileged one goes
+// through a socket, which holds more than the pipe of the others.
 enum class Way { Shell, Process, Privileged };
 
 struct Fault {
@@ -21,7 +21,7 @@ struct Use {
     QString command; // whose answer is at fault
     Way way;
     int outputStatus; // with which a tool that speaks exits, so that its words are seen
-    QByteArray words; // and such as only a tool that was run and read brings about
+    QByteArray words; // what it prints under a shortage; seen only when it was run and read
     // Brings the wizard to where the tool is used; then uses it and tells what is to be seen.
     void (*prepare)(WizardDriver&);
     QString (*use)(WizardDriver&);

@@ -45,8 +45,8 @@ QMap<qint64, Process> processes()
     return all;
 }
 
-// Lets stopped tools go on, or, with `kill`, ends all tools below a process. True if there were
-// any.
+// Lets the stopped tools below a process go on; with `kill`, also kills the others. True if there
+// was any.
 bool endTools(qint64 ancestor, bool kill)
 {
     const QMap<qint64, Process> all = processes();

@@ -32,8 +32,8 @@ class Table
 {
 public:
     // For a case whose tool does not end by itself, `waitsFor` tells whether that tool has begun.
-    // The table then lets a stopped tool go on and kills another, as an administrator would. Null
-    // for the other cases.
+    // The table then lets a stopped tool go on and kills one that is not stopped, as an
+    // administrator would. Null for the other cases.
     void run(const QString& use, const QString& fault, const std::function<bool()>& waitsFor,
              const std::function<void(FILE*)>& testCase);
     // Prints the totals and returns the exit status.

@@ -1,4 +1,4 @@
-// Tools' output, read in pieces, by each of the three readers.
+// Tools' output, which runHelperTool(), runCmd() and getReturnValue() read in pieces.
 
 #include "pages/helpertool.h"
 #include "system/commandrunner.h"

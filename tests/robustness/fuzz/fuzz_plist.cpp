@@ -13,6 +13,7 @@ namespace {
 QString value(const QString& line)
 {
     const int opening = line.indexOf("<string>");
+    // Without the tag, about::parse() begins at -1 plus its length.
     const int start = opening < 0 ? 7 : opening + 8;
     const int length = line.indexOf("</string>") - start;
     return length < 0 ? line.mid(start) : line.mid(start, length);

@@ -61,7 +61,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     Fuzz::check(texts == Reference::tree(lines), "the tree is the reference's");
 
     for (const QString& name : std::as_const(names)) {
-        // A first component loses a blank before it, and would then be another item.
+        // Inserting trims a name: one that begins with a blank would become another item.
         if (name.trimmed() == name)
             tree.insert(name);
     }

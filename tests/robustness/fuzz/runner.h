@@ -10,10 +10,10 @@
 // What the fuzz targets share.
 namespace Fuzz {
 
-// Ends the process, which the fuzzer takes for a find.
+// Unless `holds`, prints the claim and aborts, which the fuzzer takes for a find.
 void check(bool holds, const char* claim);
 
-// Of each item its text, a blank before it for each level, and its distinguished name.
+// Appends the text of each item, after a blank for each level above, and its distinguished name.
 void list(const QAbstractItemModel& model, QStringList* texts, QStringList* names,
           const QModelIndex& parent = {}, const QString& indent = {});
 

@@ -22,8 +22,8 @@ QString firstLine(const QString& text)
 
 void Rules::run(const QStringList& words)
 {
-    const bool agents = words.first().startsWith("mv") || words.first() == "gui_helper_tool";
-    if (mac.agent || !agents)
+    const bool ofTheAgent = words.first().startsWith("mv") || words.first() == "gui_helper_tool";
+    if (mac.agent || !ofTheAgent)
         commands << words.join('|');
 }
 
@@ -148,8 +148,8 @@ void Rules::browse(Outcome outcome)
     on.browser = true;
 }
 
-// Each load of a tree has wired the button once more. A browser that was left open while a load
-// failed holds no item that could be chosen.
+// Each load of a tree has connected the Choose button once more. A browser that stayed open while a
+// load failed holds no item that could be chosen.
 void Rules::choose(const QString& item)
 {
     const int depth = branches.indexOf(item);

@@ -28,8 +28,8 @@ View Rules::take(const Step& step)
 {
     commands.clear();
     dialogs.clear();
-    // Only a prompt can be refused, and one comes up only without consent: the walk takes the
-    // earlier one back before such a step.
+    // A prompt comes up only without consent, and only a prompt can be refused: so the walk takes
+    // an earlier consent back before such a step.
     if (step.outcome == Outcome::Cancelled || step.outcome == Outcome::Denied)
         consented = false;
     switch (step.act) {
@@ -200,7 +200,7 @@ int Rules::nextId()
         return mac.detour == Machine::Cloud ? 5 : 1;
     case 1:
         if (on.reportUnread) {
-            on.reportUnread = false; // asking reads the report, to its end
+            on.reportUnread = false; // asking has read past that line
             return 2;
         }
         return probeJoined() ? 6 : 3;

@@ -15,14 +15,14 @@ namespace Model {
 // How the tools that a step runs behave.
 enum class Outcome {
     Good,
-    CheckFails, // the credential check prints two lines and exits with 1
-    CheckSilent,
-    CheckKilled,
-    Bad, // the join, leave or container script prints two lines and exits with 5
-    Silent,
-    Killed,
-    Cancelled, // the administrator's consent has lapsed, and the prompt for a new one is cancelled
-    Denied
+    CheckFails,  // the credential check prints two lines and exits with 1
+    CheckSilent, // it exits with 1 and prints nothing
+    CheckKilled, // it prints the two lines and is killed
+    Bad,         // the join or leave tool or the container script prints two lines, exits with 5
+    Silent,      // it prints nothing and exits with 3
+    Killed,      // it prints the two lines and is killed
+    Cancelled,   // consent has lapsed, and the prompt for a new one is cancelled
+    Denied       // the same, but the prompt denies it
 };
 
 // What is done while the tools of a step keep the program busy.
@@ -36,27 +36,27 @@ enum class Meanwhile {
 };
 
 enum class Act {
-    Start,  // of the program
-    Next,   // the wizard's buttons
-    Back,   //
-    Finish, //
-    Close,  // the window
-    About,  // the menu's entry, and away with the dialog
-    Press,  // a check box, radio button or the like
-    Enter,  // text into edits
+    Start, // of the program
+    Next,  // Next, Back and Finish: the buttons of the wizard
+    Back,
+    Finish,
+    Close, // the window
+    About, // opens the dialog by its entry and closes it
+    Press, // a check box, radio button or the like
+    Enter, // text into edits
     Browse,
     Choose,  // in the container browser
     Cancel,  // in the container browser
     Outside, // somebody else joins the Mac or takes it out of its domain
-    Flags    // the next of the four ways in which they can stand, as no click can bring about
+    Flags    // gives "joining" and "enrolling" the next of their four combinations
 };
 
 struct Step {
     Act act = Act::Start;
     Outcome outcome = Outcome::Good;
     Meanwhile meanwhile = Meanwhile::Nothing;
-    QString widget; // pressed, or the item chosen
-    QVector<QPair<QString, QString>> entries;
+    QString widget;                           // pressed, or the item chosen
+    QVector<QPair<QString, QString>> entries; // edits and their new texts
 
     QString text() const;
 };
@@ -74,9 +74,9 @@ struct Machine {
 
 struct View {
     int page = -1;                  // -1 when the window is closed
-    QMap<QString, QString> widgets; // all that is visible on the page, by object name
+    QMap<QString, QString> widgets; // visible labels, edits and buttons of the page, by object name
     QStringList buttons;            // the wizard's
-    QStringList dialogs;            // that came up during the step: a warning's text, or a title
+    QStringList dialogs;            // that came up during the step: texts of warnings, or "about"
     bool browser = false;           // is open
     bool joining = false;
     bool enrolling = false;
@@ -90,18 +90,18 @@ extern const QString domain;
 extern const QString zone;
 extern const QString computer;
 extern const QString boundDomain;
-extern const QString complaint; // the check's, two lines
-extern const QString failure;   // the join's and leave's, two lines
-extern const QString typedMeanwhile;
-extern const QStringList branches; // of the container tree, from the root
+extern const QString complaint;      // the check's, two lines
+extern const QString failure;        // the join's and leave's, two lines
+extern const QString typedMeanwhile; // by Meanwhile::Type
+extern const QStringList branches;   // of the one container, from the root of the tree
 
 class Rules
 {
 public:
     explicit Rules(const Machine& machine);
 
-    // The steps a person could take now. The wide set also holds those that differ only in the
-    // details of a text or a failure.
+    // The steps a person could take now. The wide set, which the random walks take, also holds
+    // further texts and failures, the About dialog, closing, and what somebody else does.
     QVector<Step> steps(bool wide) const;
     // Takes one and tells what is to be seen then.
     View take(const Step& step);
@@ -113,16 +113,16 @@ public:
     QByteArray state() const;
 
 private:
-    // Widgets' contents, page by page; a new start forgets them.
+    // What the wizard holds, page by page, most of it in widgets; a new start forgets it.
     struct Contents {
         QString greetedDomain; // page 0, empty when not joined at start-up
         bool startedJoined = false;
 
-        bool reportUnread = false; // page 1: the marker's line of the report is still ahead
+        bool reportUnread = false; // page 1: the line that names a domain is still to be read
 
         QString boundName; // page 2
         QString bindUser, bindPassword;
-        QString carriedUser, carriedPassword, carriedDomain;
+        QString carriedUser, carriedPassword, carriedDomain; // in hidden edits, for page 3
 
         QString domain, user, password; // page 3
 
@@ -139,6 +139,7 @@ private:
 
         int option = 1; // page 6
         QString leaveUser, leavePassword;
+        // As in the form; never seen, as each visit replaces them.
         QString leaveDomain = "placeholder";
         QString leaveZone = "placeholder";
         QString leaveName = "placeholder";

@@ -34,8 +34,8 @@ Step entering(const QVector<QPair<QString, QString>>& entries)
     return entered;
 }
 
-// The steps to the next page again, with what can be done meanwhile: all at once, and in the wide
-// set also each by itself.
+// Adds each press of Next again with what is done meanwhile: all kinds of it at once, and in the
+// wide set also each kind by itself.
 void addMeanwhile(QVector<Step>& steps, bool wide)
 {
     const QVector<Step> without = steps;

@@ -25,7 +25,7 @@ using namespace Model;
 
 namespace {
 
-// A page that no click leads to in the real wizard, or from which one leads on.
+// An empty page with a fixed successor, for ways that the real wizard does not have.
 class DetourPage : public QWizardPage
 {
 public:
@@ -86,10 +86,11 @@ void answerAs(Outcome outcome)
     }
 
     const bool refused = outcome == Outcome::Cancelled || outcome == Outcome::Denied;
+    // The exit status of the prompt: 1 when it was cancelled, 2 when it denied.
     World::answer("authorization_prompt",
                   saying({}, refused ? outcome == Outcome::Cancelled ? 1 : 2 : 0));
     if (refused)
-        g_pProcess->setupauth();
+        g_pProcess->setupauth(); // a new session, without consent
 }
 
 QString described(const QWidget* widget)
@@ -124,7 +125,7 @@ TestedWizard::~TestedWizard()
     qApp->removeEventFilter(this);
 }
 
-// Each dialog that blocks the program is noted and sent away as a person would do it.
+// Notes each warning and the About dialog, and closes it as a person would.
 bool TestedWizard::eventFilter(QObject* object, QEvent* event)
 {
     auto* dialog = qobject_cast<QDialog*>(object);
@@ -133,7 +134,7 @@ bool TestedWizard::eventFilter(QObject* object, QEvent* event)
     if (auto* warning = qobject_cast<Warning*>(dialog)) {
         dialogs << child<QTextBrowser>(warning, "WarningLabel")->toPlainText();
         auto* box = child<QDialogButtonBox>(warning, "buttonBox");
-        auto* press = new QTimer(dialog); // again until it is up, and closes
+        auto* press = new QTimer(dialog); // once does not do: see Warning::done()
         connect(press, &QTimer::timeout, box->button(QDialogButtonBox::Ok),
                 &QAbstractButton::click);
         press->start(0);
@@ -185,6 +186,7 @@ View TestedWizard::take(const Step& step, const Machine& machine)
         wizard->close();
         break;
     case Act::About:
+        // The About entry has no object name.
         child<QAction>(wizard.get(), "")->trigger();
         break;
     case Act::Press:
@@ -204,12 +206,13 @@ View TestedWizard::take(const Step& step, const Machine& machine)
         child<QPushButton>(openBrowser(), "cancelButton")->click();
         break;
     case Act::Outside:
-        break;
+        break; // answerAs() has done it
     case Act::Flags:
         std::swap(joining, enrolling);
         joining = !joining;
         break;
     }
+    // During a step the About entry is disabled.
     const auto* about = child<QAction>(wizard.get(), "");
     while (!about->isEnabled())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
@@ -234,7 +237,8 @@ View TestedWizard::take(const Step& step, const Machine& machine)
     return view;
 }
 
-// What is done while a tool keeps the program busy is heard of after the tool's end.
+// Posts what is done while the tools run. The program handles it after their end, or during it
+// where a join or leave has an event loop of its own.
 void TestedWizard::queue(Meanwhile meanwhile) const
 {
     QWindow* window = wizard->windowHandle();
@@ -244,8 +248,8 @@ void TestedWizard::queue(Meanwhile meanwhile) const
                                     new QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier, text));
     };
     if (all || meanwhile == Meanwhile::Type) {
-        // The pages of the join and the leave open with another focus: in an edit the letter could
-        // be seen.
+        // The join and leave pages open with the focus on a choice. In an edit a letter that
+        // reaches the page would be seen.
         const QString edit = QMap<int, QString>{{4, "ComputerNameEdit"}, {6, "UsernameEdit"}}.value(
             wizard->currentId());
         if (!edit.isEmpty())
@@ -279,7 +283,7 @@ void TestedWizard::queue(Meanwhile meanwhile) const
 void TestedWizard::press(const QString& widget)
 {
     auto* button = child<QAbstractButton>(wizard->currentPage(), widget);
-    // Always hidden; the flag that it sets is the program's all the same.
+    // Never shown, but a join reads it all the same.
     if (widget == "CloudCheck")
         button->setChecked(!button->isChecked());
     else if (button->isVisible())

@@ -17,7 +17,7 @@ public:
     explicit TestedWizard(const Model::Machine& machine);
     ~TestedWizard() override;
 
-    // The machine is as the model has it before the step.
+    // The tools answer as this machine: the model's before the step, or after it for Act::Outside.
     Model::View take(const Model::Step& step, const Model::Machine& machine);
 
 protected:

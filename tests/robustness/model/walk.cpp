@@ -1,6 +1,6 @@
 // Walks the model and the program together and compares them after each step: all paths up to a
 // depth, then random ones. Each branch is a fork of the process, so that a path is not walked again
-// for each of its ends, and so that a crash or a hang ends one branch and not the walk.
+// for each of its ends, and so that the path that leads to a crash or a hang can be told.
 
 #include "tests/robustness/model/testedwizard.h"
 #include "tests/support/worldtest.h"
@@ -33,7 +33,7 @@ struct Tally {
     std::atomic<long> steps;
     std::atomic<long> paths;
     std::atomic<int> failed;
-    std::atomic<long> known;            // paths whose last step had been taken from the same state
+    std::atomic<long> known; // paths whose last step was taken from the same state before
     std::atomic<quint64> ends[1 << 20]; // state and last step, by their hash
 };
 
@@ -91,8 +91,8 @@ struct Walk {
     QStringList path;
 };
 
-// Waits for a fork; what is to be said of its end, unless it ended well. The sanitizers end it with
-// a status.
+// Waits for a fork and tells how it ended; empty when it ended well. What a sanitizer finds ends it
+// with a status other than 0.
 QString trouble(pid_t child)
 {
     int status = 0;
@@ -215,6 +215,7 @@ QVector<Machine> machines()
     return all;
 }
 
+// The detours, which the real wizard does not have, are walked one step less deep.
 int depthFrom(const Machine& machine, int depth)
 {
     return machine.detour == Machine::None ? depth : depth - 1;
@@ -230,11 +231,10 @@ struct Extent {
     unsigned seed = 0;
 };
 
-// The beginnings of all paths of this part. Starts from which no click leads to the next page are
-// walked one step less deep.
+// The beginnings of all paths of this part.
 QVector<Prefix> prefixesOf(const Extent& extent)
 {
-    // The start is not counted as a step, so that four steps mean three of the user's.
+    // The start, which extent.depth does not count, and three steps of the user.
     constexpr int longest = 4;
     QVector<Prefix> all;
     const QVector<Machine> starts = machines();
@@ -314,7 +314,7 @@ int main(int argc, char** argv)
          {"distinct-ends", "Take a path's last step only once from each state of the model."},
          {"part", "Walk only the third of eight parts of them, say.", "3/8", "1/1"},
          {"walks", "Walk this many random paths.", "number", "50"},
-         {"steps", "Steps of a random path.", "number", "100"},
+         {"steps", "Steps of a random path, the start included.", "number", "100"},
          {"seed", "The first random path's seed.", "number", "1"},
          {"jobs", "Processes side by side.", "number", "2"}});
     parser.process(arguments);

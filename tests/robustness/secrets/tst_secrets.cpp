@@ -29,7 +29,7 @@ namespace {
 // Of this process alone, since it is looked for among all processes of the machine.
 const QString sentinel = QString("s3ntinel-Passw0rd-%1").arg(getpid());
 
-// The files that are opened below a folder while it lives.
+// Notes whether a file of the folder is opened while it lives.
 class Opened
 {
 public:
@@ -104,7 +104,7 @@ QStringList temporaryFiles()
                                   QDir::NoDotAndDotDot);
 }
 
-// Whether a tool was started with what World::answer() would know it by.
+// Whether a tool has begun; the command is its name and the file name of its first argument.
 bool isRunning(const QString& command)
 {
     const QList<Call> calls = World::calls();
@@ -134,14 +134,12 @@ public slots:
     }
 
 private slots:
-    // A folder for temporary files, and a home, to which nobody else adds any: what comes there, we
-    // have made.
+    // Nobody else writes to the /tmp made here, which is the home, too: what appears there is ours.
     void initTestCase()
     {
         World::makeWritable("/tmp");
         qputenv("HOME", "/tmp");
-        // For the fonts, which the system notes in the home of a user who may not write its own
-        // notes.
+        // Fontconfig writes its cache into the home of a user who may not write the system's.
         qputenv("XDG_CACHE_HOME", World::home().toUtf8());
     }
 
@@ -213,7 +211,7 @@ private slots:
         QCOMPARE(temporaryFiles(), before);
         QCOMPARE(coreLimit(), core);
 
-        // On command lines it is one whole argument, and only at the places that the tools give it.
+        // On command lines it is one whole argument, and only where a tool takes a password.
         QStringList places;
         const QList<Call> calls = World::calls();
         for (const Call& call : calls) {
@@ -360,6 +358,7 @@ private slots:
             for (const char* name : {"ComputerName_Val", "ActiveDirectory_Val", "JoinedZone_Val"})
                 QCOMPARE(driver.on<QLabel>(name)->textFormat(), Qt::PlainText);
         }
+        // Time for a fetch that should not come.
         QTest::qWait(20);
         for (const char* scheme : {"http", "file"})
             QDesktopServices::unsetUrlHandler(scheme);

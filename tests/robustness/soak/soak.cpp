@@ -1,6 +1,6 @@
 // Many joins, leaves, container loads and warnings in one process: prints what each has left behind
 // and fails for any descriptor, thread, child process or window, and for more memory than the
-// releases that the program leaves out account for.
+// program is known to keep (docs/known-behaviour.md).
 
 #include "browser/cnbrowser.h"
 #include "pages/dialogs/warning.h"
@@ -69,8 +69,8 @@ bool soak(const char* name, int count, qint64 allowed, const std::function<void(
     };
     while (done < 20)
         run();
-    // The pool's threads end for each count: how many there are, with a descriptor and memory each,
-    // varies.
+    // The threads of the pool are ended before each count: how many there are, with a descriptor
+    // and memory each, varies.
     QThreadPool::globalInstance()->waitForDone();
     const Counts before;
     QElapsedTimer clock;
@@ -112,7 +112,7 @@ bool soakJoins(int count)
 {
     WizardDriver driver;
     driver.goToJoinOptions();
-    // The argument vector: its ten strings after each run, the array as well after a success.
+    // The argument vector: its nine strings after each run, the array as well after a success.
     return soak("joins", count, 366, [&driver](int run) { runHelper(driver, run); });
 }
 
@@ -132,7 +132,7 @@ bool soakLoads(int count)
     World::answer("mvedit mvedit_file_arg.tcl", script);
     QWidget page;
     cnbrowser browser(&page);
-    // The maps of each level, with their keys, whose nodes are larger with Qt 6.
+    // For each container its node in a map, which is larger with Qt 6, and the key.
     constexpr int node = QT_VERSION_MAJOR < 6 ? 112 : 128;
     return soak("loads", count, containers * node, [&browser](int run) {
         World::forgetCalls();
