@@ -18,7 +18,7 @@ from screen import DESCRIPTOR, DESKTOP, HEIGHT, WIDTH, Screen  # noqa: E402
 SECONDS = 20  # that anything awaited may take
 BUTTONS = ("push button", "radio button", "check box", "toggle button")
 EDITS = ("text", "password text", "entry")
-KEY_NAMES = {"ctrl+a": "Ctrl A", "Return": "Return", "Right": "→", "Home": "Home"}
+KEY_NAMES = {"ctrl+a": "Ctrl A", "Return": "Return", "Right": "→", "Home": "Home"}  # in the film
 TEXTS = ("label", "text", "document frame", "paragraph")
 
 
@@ -32,7 +32,7 @@ class Desktop(Screen):
     def __init__(self):
         super().__init__(scale=2)
         self.film = None
-        # Where the server puts it, in pixels.
+        # Its place in pixels; the server starts it in the middle.
         self.pointer = (WIDTH * self.scale // 2, HEIGHT * self.scale // 2)
 
     def __enter__(self):
@@ -53,7 +53,7 @@ class Desktop(Screen):
             self.film = None
 
     def await_window(self, title):
-        """For windows that are not read, but typed into: they take the keyboard when they open."""
+        """Awaits a window by its title alone; it takes the keyboard as it opens."""
         return self.await_that(f"no window {title}", lambda: subprocess.run(
             ["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"],
             stdout=subprocess.PIPE, check=False).stdout)
@@ -145,7 +145,7 @@ class Desktop(Screen):
             self.film.click = None
 
     def move_to(self, place):
-        """When filmed by degrees, faster in the middle of the way."""
+        """Moves the pointer; when filmed, by degrees, and faster in the middle of the way."""
         steps = 10 if self.film else 1
         for step in range(1, steps + 1):
             part = (1 - math.cos(math.pi * step / steps)) / 2
@@ -171,7 +171,7 @@ class Desktop(Screen):
         self.linger(0.4)
 
     def type_at_once(self, text):
-        """For a tree, which takes what comes later as a new beginning."""
+        """For a tree, in which the first key after a pause begins a new search."""
         xdotool("type", "--delay", "5", text)
         self.show_keys(text, 0.5)
 

@@ -1,5 +1,5 @@
 """Films a screen: what is seen on it as an animated picture, with the keys that are pressed and the
-clicks of the pointer drawn in. A wait lasts only as long in the film as a viewer likes it."""
+clicks of the pointer drawn in. A wait in which nothing changes is cut to LONGEST_WAIT."""
 import mmap
 import struct
 import subprocess
@@ -10,7 +10,7 @@ from PIL import Image, ImageDraw, ImageFont
 
 FONT = "/usr/share/fonts/opentype/inter/Inter-Medium.otf"
 REPAINT = 0.06  # seconds in which a program shows what a key or a click does
-LONGEST_WAIT = 1
+LONGEST_WAIT = 1  # seconds
 
 
 class Film:
@@ -56,7 +56,7 @@ class Film:
             self.take(seconds)
 
     def draw(self):
-        """The screen as an X window dump has it, with keys and click."""
+        """The screen with keys and click. An X window dump has a header, a colour table, the rows."""
         header = struct.unpack(">25I", self.seen[2][:100])
         size, width, height, row, colours = (header[i] for i in (0, 4, 5, 12, 19))
         picture = Image.frombuffer("RGB", (width, height), self.seen[2][size + 12 * colours:],

@@ -10,7 +10,7 @@ import tempfile
 LOOK = pathlib.Path(__file__).resolve().parent / "look"
 WIDTH, HEIGHT = 960, 760
 DESKTOP = "#dfe6ee"
-# In points, as they stand in the files of LOOK.
+# The placeholders in the files of LOOK, in points.
 SIZES = {"left": 79, "top": 52, "padding": 7, "corner": 10, "shadow": 20, "rise": 12}
 DESCRIPTOR = "{descriptor}"
 
@@ -30,6 +30,7 @@ class Screen:
                 "-fbdir", self.folder.name]
 
     def __enter__(self):
+        # Without a socket file, as /tmp/.X11-unix may be the host's.
         display = self.start_server(*self.server(), "-dpi", str(72 * self.scale), "-noreset",
                                     "-nolisten", "tcp", "-nolisten", "unix",
                                     "-displayfd", DESCRIPTOR)

@@ -36,7 +36,7 @@ AuthorizationPrompt::AuthorizationPrompt(const QString& tool, QWidget* parent)
     : QDialog(parent), name(new QLineEdit("macadmin")), password(new QLineEdit),
       complaint(textLabel({}))
 {
-    // It lies in a static library, from which the linker takes only what is named.
+    // The resource lies in a static library, from which the linker takes only what is named.
     Q_INIT_RESOURCE(prompt);
     setWindowTitle(tr("Authorization"));
 

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-// Whether this is the password of the account `name` of this machine, and that is an
-// administrator's: root's, or of a member that the group sudo lists. Reads the shadow file, so the
+// Whether `password` is that of the account `name` of this machine, and the account is an
+// administrator's: it has root's id, or the group sudo lists it. Reads the shadow file, so the
 // caller must be root.
 bool isLocalAdministrator(const QString& name, const QString& password);

@@ -1,7 +1,7 @@
 # shellcheck shell=bash
-# What the agent's tools and the system's directory plug-in share: a controller and a private ticket
-# from it, the directory's entries. Every step has a time limit, so that a controller that stops
-# answering ends a tool with a sentence.
+# What the agent's tools and the system's directory plug-in share: signing in with a private ticket, and
+# finding and changing the directory's entries. Every step has a time limit, so that a controller that
+# stops answering ends a tool with a sentence.
 
 step_limit=10 # seconds
 
@@ -14,7 +14,7 @@ limited() {
     timeout --kill-after=1 "$step_limit" "$@"
 }
 
-# A private place for the ticket of this run, removed with it.
+# A private place for the ticket of this run, removed at its end.
 begin_session() {
     umask 077
     session=$(mktemp -d)
