@@ -8,8 +8,8 @@
 #include <benchmark/benchmark.h>
 #include <functional>
 
-// What the benchmarks share. ./bench runs each once in a process of its own, because the wizard,
-// too, loads a tree into fresh memory.
+// What the benchmarks share. ./bench runs each in a process of its own, because the wizard, too,
+// loads a tree into fresh memory.
 
 // The folder with the inputs, from the command line.
 extern QString inputFolder;

@@ -51,7 +51,7 @@ def rows():
             suffix = f"/{size}/{number}"
             yield Row("script output to model", f"{size:,} {order}", "outputToModel" + suffix,
                       "outputParsedByOpenLdapAndReadyTextsToModel" + suffix, 1.3)
-    # Both once in a process, in memory that is as fresh as the wizard's.
+    # Both sizes once in a process, in memory that is as fresh as the wizard's.
     for number, order in enumerate(ORDERS):
         yield Row("the same, each name at 1 M and at 10 k", order,
                   f"outputToModelOnce/1000000/{number}{once}",
@@ -84,7 +84,7 @@ def run(program, folder, name):
          "--benchmark_min_time=0.02", "--benchmark_format=json"],
         check=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
     result = json.loads(answer.stdout)["benchmarks"][0]
-    if "/1" in name:
+    if "/1" in name:  # a number of names
         result["each"] = result["real_time"] / int(name.split("/")[1])
     return result
 
@@ -104,7 +104,7 @@ def measure_start(program, folder):
     row = Row("start to first paint", "", "programStarts", "bareWizardStarts", 1.5,
               metric="instructions")
     for side in ("ours", "peer"):
-        row.values[side] = [instructions(program, folder, getattr(row, side))] * 2
+        row.values[side] = [instructions(program, folder, getattr(row, side))] * 2  # as the spread needs two
     return row
 
 
@@ -143,7 +143,7 @@ def measure_joins(build):
 
 
 def measure_directory(build):
-    """Checks and a tree of the practice Mac's domain, through the wizard and from a shell, alternately."""
+    """Checks and a tree of the practice Mac's domain, through the wizard and from a shell."""
     values = run_on_practice_mac(build, "directory", "--scenario", "many")
     all_rows = [Row("check behind dead controllers", str(dead), f"check behind {dead}", "kinit, ldapsearch",
                     3e9, alone=True) for dead in (0, 1, 16)]

@@ -1,6 +1,6 @@
-// Measures what a real domain takes through the wizard: the check of a name and a password behind
-// dead controllers, and a tree of ten thousand containers, alternately with the same questions from
-// a shell. Prints times in nanoseconds: {name: {"ours": [...], "peer": [...]}}. Run it with
+// Measures how long a real domain takes through the wizard, beside the same questions from a shell:
+// the check of a name and a password behind dead controllers, and a tree of ten thousand
+// containers. Prints times in nanoseconds: {name: {"ours": [...], "peer": [...]}}. Run it with
 // practice/mac --scenario many.
 
 #include "browser/cnbrowser.h"
@@ -114,7 +114,7 @@ int measureAll()
 
     QJsonObject all;
     Times times;
-    // kinit by itself does not get past sixteen.
+    // The peer asks while no controller is dead: kinit by itself does not get past sixteen.
     for (int round = 0; round < rounds; ++round)
         times.peer.append(inShell(signIn() + " && " + question(QStringLiteral("-s base"))));
     for (const int dead : {0, 1, 16}) {

@@ -17,7 +17,7 @@ namespace {
 
 constexpr int rounds = 7;
 
-// Each join makes a computer of its own on a Mac that is not joined.
+// Each join needs a Mac that is not joined, and makes a computer of its own.
 void leave()
 {
     if (PracticeMac::isJoined())

@@ -22,8 +22,9 @@ SYMBOL = r"(?<= )(==|!=|&&|\|\||<=|>=|<|>|\+ 1|- 1)(?=[ );\]])"
 NUMBER = r"(?<![\w.#$%&\"':-])(\d+)(?![\w.\"'])"
 STRING = r'"((?:[^"\\\n]|\\.)*)"'
 
-# For each language: what a comment is, and the patterns of words with an opposite, of conditions, of
-# whole statements, of calls, and of two arguments that can change places.
+# For each language: lines to pass over, and the patterns of words with an opposite, of conditions, of
+# whole statements, of calls, of the line before one of these two, and of two arguments that can change
+# places. "negation" negates a condition; "dropped" stands for what is dropped.
 CPP = {
     "comment": r"\s*(//|#|\*)|.*#include",
     "word": SYMBOL + r"|\b(true|false)\b",
@@ -90,6 +91,7 @@ def is_balanced(text):
 
 def changed_text(text):
     middle = len(text) // 2
+    # Not within an escape or a placeholder.
     while text[:middle].endswith(("\\", "%", "$")):
         middle += 1
     return text[:middle] + "x" + text[middle:]
@@ -97,6 +99,7 @@ def changed_text(text):
 
 def in_line(rules, line, previous):
     """The kind, start, end and new text of each bug that the line has room for."""
+    # In bash a string holds code, too.
     strings = [match.span() for match in re.finditer(STRING, line)] if rules is not BASH else []
 
     def is_code(position):
