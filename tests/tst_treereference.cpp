@@ -27,22 +27,22 @@ QStringList shown(const QStandardItem* parent, const QString& indent = {})
     return lines;
 }
 
-// Names of few different components, so that paths meet, prefixes differ and names repeat.
+// Names of few different components, so that paths meet and names repeat. In every other run no
+// value meets with two prefixes, so that the tree of names that are grouped by their parents stays.
 QStringList randomNames(quint32 seed)
 {
-    static const QStringList components = {
-        "OU=a", "CN=a", "OU=b",   " OU=a", "OU=a ", "L=Paris", "DC=x",   "DC=y", "",    "  ",
-        "ab",   "OU=",  "OU=a\\", "\t",    "dc=x",  "OU=Ä",    "OU=\"a", "OU=Z", "CN=Z"};
+    static const QStringList onePrefix = {"OU=a",   "OU=b", " OU=a",  "OU=a ", "L=Paris",
+                                          "DC=x",   "DC=y", "",       "  ",    "\t",
+                                          "OU=a\\", "OU=Ä", "OU=\"a", "OU=Z"};
+    static const QStringList twoPrefixes =
+        onePrefix + QStringList{"CN=a", "CN=Z", "dc=x", "ab", "OU="};
+    const QStringList& components = seed % 2 == 0 ? onePrefix : twoPrefixes;
     QRandomGenerator random(seed);
-    // In every other run fewer values meet with two prefixes.
-    const bool plain = seed % 2 == 0;
     QStringList names = {"OU=first,DC=x"};
     for (int i = 0; i < 60; ++i) {
         QStringList name;
-        for (int length = random.bounded(6); length >= 0; --length) {
-            const QString component = components.at(random.bounded(components.size()));
-            name << (plain && component.startsWith("CN=") ? "OU=c" : component);
-        }
+        for (int length = random.bounded(6); length >= 0; --length)
+            name << components.at(random.bounded(components.size()));
         const QString parent = name.join(',');
         names << parent;
         for (int siblings = random.bounded(4); siblings > 0; --siblings)

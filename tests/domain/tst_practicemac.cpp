@@ -70,13 +70,14 @@ private slots:
 
     void scutilTellsTheNameServersAsAMacDoes()
     {
+        const QString before = PracticeMac::run("/usr/bin/cat", {"/etc/resolv.conf"});
         write("/etc/resolv.conf",
               "search home.test\nnameserver 192.0.2.53\nnameserver 192.0.2.54\n");
         QVERIFY(QDir().mkpath("/etc/resolver"));
         write("/etc/resolver/example.test", "nameserver 192.0.2.1\nport 5353\nsearch_order 2\n");
         const QString said = PracticeMac::run("/usr/sbin/scutil", {"--dns"});
         QVERIFY(QFile::remove("/etc/resolver/example.test"));
-        write("/etc/resolv.conf", "nameserver 192.0.2.1\n");
+        write("/etc/resolv.conf", before.toUtf8());
 
         QVERIFY2(said.startsWith("DNS configuration\n"
                                  "\n"
