@@ -4,8 +4,8 @@
 
 class Ui_about;
 
-// Shows the application's name, version and copyright as its bundle's Info.plist has them when it
-// is made; what the file lacks stays empty.
+// Shows the name, version and copyright from the Info.plist of the application's bundle, as they
+// are when the dialog is made; what the file lacks stays empty.
 class about : public QDialog
 {
     Q_OBJECT

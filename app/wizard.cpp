@@ -133,7 +133,7 @@ void Wizard::checkBack()
 void Wizard::endStep(bool forward)
 {
     pageAdjustment(forward);
-    // A message's own event loop has handled what queued up; what comes now is for the page below.
+    // A warning's own event loop has handled what queued up; what comes now is for this page.
     if (messageWasLast)
         return;
     hold(true);

@@ -63,7 +63,7 @@ void cnbrowser::drawCNTreeModel()
     }
     model = drawn;
     ui->browserTree->setModel(model);
-    // What can be chosen lies below the domain's own components.
+    // Opens the domain's own components, below which all that can be chosen lies.
     for (QModelIndex component = model->index(0, 0);
          component.data().toString().startsWith(QLatin1String("DC"));
          component = model->index(0, 0, component))

@@ -28,10 +28,10 @@ public:
     void clearData();
 
 public slots:
-    // Shows what the loader has fetched and tells treeDrawingDone(); without a loader nothing.
+    // Shows what the loader has fetched and emits treeDrawingDone(); does nothing without a loader.
     void drawCNTreeModel();
-    // Tells the chosen container's name and closes; shows a warning when nothing or one of the
-    // domain's own components is chosen.
+    // Emits browseChooseButtonClicked() and closes; shows a warning when nothing, or a component of
+    // the domain's own name, is chosen.
     void chooseButtonClicked();
 
 signals:

@@ -38,7 +38,7 @@ void cnbrowserhelper::readStdOutput(int exitCode)
                  << "errcode: " << exitCode;
     } else {
         const QByteArray bytes = process->readAllStandardOutput();
-        // With its size: in Qt 5 the text would end at the first NUL without.
+        // Without the size, Qt 5 would end the text at the first NUL.
         cnOutput = new QString(QString::fromUtf8(bytes.constData(), bytes.size()));
     }
     emit cnDataObtained();
@@ -66,7 +66,7 @@ void cnbrowserhelper::clearAllData()
     delete cnOutput;
     cnOutput = nullptr;
     if (process != nullptr) {
-        // Disconnected first, as deleting the process ends a script that still runs.
+        // Disconnected first: deleting it ends a script that still runs, and emits finished() then.
         process->disconnect(this);
         // A fork that fails leaves Qt 5.15 on Linux with -1 for the script's process id, and the
         // destructor would kill that: every process of the user. Such an object is left behind.

@@ -22,10 +22,11 @@ public:
 
     // What the next getCNData() asks with.
     void setDomainInfo(QString domain, QString user, QString password);
-    // Releases the former load and starts a new one; its end is told by cnDataObtained(). A script
-    // that can't be started tells nothing, and there is no time limit.
+    // Releases the former load and starts a new one. Emits cnDataObtained() at its end, but never
+    // for a script that can't be started; there is no time limit.
     void getCNData();
-    // Whether the script has ended well and its output, not dropped yet, holds names of a domain.
+    // Whether the script has ended well and its output names a domain; false again once the model
+    // is built.
     bool cnDataCheck();
     // Builds tree and model from the script's output and drops the output. The model is the
     // caller's; null when there is no usable output.
@@ -33,9 +34,9 @@ public:
     // Releases tree and output, and ends a script that still runs.
     void clearAllData();
 
-    // The tree's operations; see containertree.h and containeritems.h. The program itself inserts
-    // all names of a listing at once, and prints none. A name is split at every comma, escaped or
-    // not, so that a value that holds one makes two levels.
+    // The tree's operations; see containertree.h and containeritems.h. The program does not call
+    // parseCNData(), as it inserts all names of a listing at once, nor printCNData(). A name is
+    // split at every comma, escaped or not, so that a value that holds one makes two levels.
     void parseCNData(QString dn, Level* level);
     // The model is the caller's; null when there is no tree.
     QStandardItemModel* getTreeModel(Level* top);

@@ -34,6 +34,7 @@ private:
 
 void appendItems(const Level& level, QStandardItem* parent)
 {
+    // All items are copies of it, so that they share one list of flags.
     QStandardItem prototype;
     prototype.setEditable(false);
     QList<QStandardItem*> top;
@@ -60,7 +61,7 @@ void appendItems(const Level& level, QStandardItem* parent)
 
 void deleteItems(QStandardItemModel* model)
 {
-    // Taken out of the model first, which then says nothing of each removal.
+    // First taken out of the model, which would emit signals for each removal.
     QVector<QStandardItem*> parents;
     while (model->rowCount() > 0)
         parents += model->takeRow(model->rowCount() - 1).toVector();

@@ -7,7 +7,7 @@
 
 // The tree of containers: distinguished names by their components, from the right to the left.
 
-// A new level, never deleted: the levels of a tree are left behind when it is released.
+// A new level, never deleted: releasing a tree deletes its leaves only (docs/known-behaviour.md).
 Level* newLevel();
 
 // Inserts a name below a level: its last component there, each further one below the one to its
@@ -16,7 +16,7 @@ Level* newLevel();
 // the one that is there stays.
 Level* insertName(QStringView name, Level* level, bool* prefixDiffers);
 
-// Inserts names into an empty tree, with the same result as one after the other.
+// Inserts names into an empty tree, with the same result as inserting them one by one.
 void insertNames(const QList<QStringView>& names, Level* top);
 
 // Writes a level to the debug log, a line for each leaf, a tab deeper for each level. The program

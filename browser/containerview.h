@@ -3,8 +3,9 @@
 #include <QHeaderView>
 #include <QTreeView>
 
-// A tree whose one column is as wide as the view, so that a chosen row is marked from edge to edge,
-// or as wide as the names in view, so that deep ones can be scrolled to and none is cut off.
+// A tree with one column. It is as wide as the view, so that a chosen row is marked from edge to
+// edge, or as the names in view where these are wider, so that they can be scrolled to and none is
+// cut off.
 class ContainerView : public QTreeView
 {
 public:

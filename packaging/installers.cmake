@@ -6,7 +6,7 @@ set(ASSISTANT_INSTALLER_IDENTITY "" CACHE STRING
 
 get_target_property(qmake Qt::qmake LOCATION)
 get_filename_component(qt_tools ${qmake} DIRECTORY)
-unset(MACDEPLOYQT CACHE) # may be the other Qt's
+unset(MACDEPLOYQT CACHE) # may have been found for the other Qt
 find_program(MACDEPLOYQT macdeployqt HINTS ${qt_tools})
 install(DIRECTORY "${bundle}" DESTINATION . USE_SOURCE_PERMISSIONS)
 configure_file(installer/deploy.cmake.in deploy.cmake @ONLY)

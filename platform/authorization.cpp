@@ -19,7 +19,7 @@ namespace {
 // the tool, that may be another process's.
 struct Tool {
     int stream;
-    int process;
+    int process; // a pidfd
 };
 
 // Starts a program that gets no descriptor of ours above standard error. Its standard input and
@@ -33,7 +33,7 @@ pid_t spawn(const char* path, char* const* arguments, int stream)
 
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
-    // These refuse a negative descriptor.
+    // With a negative descriptor these two fail and add nothing.
     posix_spawn_file_actions_adddup2(&actions, stream, STDIN_FILENO);
     posix_spawn_file_actions_adddup2(&actions, stream, STDOUT_FILENO);
     posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
@@ -64,7 +64,7 @@ ssize_t writeTool(void* tool, const char* buffer, size_t size)
 {
     const int stream = static_cast<Tool*>(tool)->stream;
     const ssize_t sent = TEMP_FAILURE_RETRY(send(stream, buffer, size, MSG_NOSIGNAL));
-    return sent < 0 ? 0 : sent; // which tells the stream of a failure
+    return sent < 0 ? 0 : sent; // fopencookie() wants 0 for a failure
 }
 
 // Waits for the tool, unless the caller has.

@@ -19,6 +19,7 @@ public:
     const char* nextDomainLine();
 
 private:
+    // In this order: asking the tool sets the pipe from which the reader reads.
     FILE* pipe = nullptr;
     int result;
     StreamReader reader;

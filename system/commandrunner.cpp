@@ -70,8 +70,7 @@ QString randomizeFileName(QString base)
     char name[256] = {};
     const QByteArray pattern = (base + QStringLiteral(".XXXXXX")).toUtf8();
     memcpy(name, pattern.constData(), qMin(static_cast<size_t>(pattern.size()), sizeof name - 1));
-    // The file stays open, for this process alone: it only reserves the name, for a command that
-    // writes into it later.
+    // The descriptor is never closed; no child inherits it.
     fcntl(mkstemp(name), F_SETFD, FD_CLOEXEC);
     return QString::fromUtf8(name);
 }

@@ -6,7 +6,7 @@
 #include <string>
 
 // Command lines without special rights, and small helpers for texts and files. All functions are
-// stateless, block, and may be called from any thread. The last four are not called by the wizard.
+// stateless, block, and may be called from any thread. The program does not call the last four.
 
 // What runCmd() returns for a shell that was killed or whose status can't be had; no exit status is
 // as high.
@@ -33,8 +33,8 @@ char** convertQSLtoArray(QStringList list);
 QString appendDomainName(QString user, QString domain);
 
 // Creates an empty, uniquely named file that only the owner can read and write, and returns its
-// path: the base, a full stop and six further characters. When no file can be made, the returned
-// name does not exist; there is no other sign of it.
+// path: the base, a full stop and six further characters. The file stays open until the process
+// ends. When none can be made, the returned name does not exist; there is no other sign of it.
 QString randomizeFileName(QString base);
 
 // Whether the path itself is a symbolic link; false for a path that does not exist.

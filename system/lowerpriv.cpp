@@ -14,8 +14,8 @@ priv* g_pProcess = new LowerPriv;
 
 LowerPriv::LowerPriv()
 {
-    // Through the virtual slot, which is this class's own while it is being constructed. A failure
-    // shows as the error code of the first privileged run.
+    // A virtual call, which during construction reaches this class's own function. A failure shows
+    // as the error code of the first privileged run.
     setupauth(); // NOLINT(clang-analyzer-optin.cplusplus.VirtualCall)
 }
 
@@ -39,8 +39,8 @@ int LowerPriv::runPrivCmd(char* tool, char** args, FILE** pipe)
     }
 
     // The agent's helper tool writes its process id first. The system's dsconfigad doesn't: the
-    // first four bytes of its output are taken for one that no child has, so the wait fails, and
-    // the run counts as a success.
+    // first four bytes of its output are taken for the id of a process that is no child, so the
+    // wait fails, and the run counts as a success.
     char pid[sizeof toolPid];
     if (readBlock(pid, sizeof pid, *pipe) == sizeof pid)
         memcpy(&toolPid, pid, sizeof pid);

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <cstdio>
 
-// What runPrivCmd() returns for a tool that was killed; not runCmd()'s 999, so that a log tells
-// them apart.
+// What runPrivCmd() returns for a tool that was killed. No exit status is as high, and a shell that
+// was killed has abnormalShellEnd instead.
 constexpr int abnormalToolEnd = 998;
 
 // Runs tools with administrator rights. Not locked: one call at a time, from any thread. Never
@@ -19,8 +19,8 @@ public:
 
     // Runs `tool` (full path) with `args` (without the program name, ended by null; the caller's).
     // A tool that writes its process id first is waited for before anything else is read, so that
-    // its output has to fit into the pipe, as that of the agent's tools does; another is not waited
-    // for and counts as a success. *pipe receives a stream on the tool's output, which the
+    // its output has to fit into the pipe, as that of the agent's tools does; any other tool is not
+    // waited for and counts as a success. *pipe receives a stream on the tool's output, which the
     // caller reads and closes; it stays as it was when no tool was started. Returns the exit status
     // 0 to 255, abnormalToolEnd, or the authorization service's error code.
     virtual int runPrivCmd(char* tool, char** args, FILE** pipe) = 0;

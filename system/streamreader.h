@@ -19,7 +19,7 @@ public:
 
 private:
     FILE* stream;
-    char block[65536]; // a whole pipeful
+    char block[65536]; // as much as a pipe holds
     const char* begin = block;
     const char* end = block;
     char chunk[512];

@@ -4,8 +4,8 @@
 
 void afterQueuedInput(QObject* receiver, const std::function<void()>& function)
 {
-    // In its first turn the event loop may come to timers before it asks the window system; by the
-    // second it has handled all of that.
+    // The event loop may fire the timer once before it asks the window system for input; when it
+    // fires again, all input that had queued up has been handled.
     auto* turns = new QTimer(receiver);
     QObject::connect(turns, &QTimer::timeout, receiver, [turns, function, left = 2]() mutable {
         if (--left > 0)

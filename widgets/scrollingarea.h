@@ -18,14 +18,14 @@ public:
             if (now == nullptr || !contents->isAncestorOf(now))
                 return;
             ensureWidgetVisible(now);
-            // For an edit, that shows the cursor alone.
+            // Of an edit, ensureWidgetVisible() shows the cursor alone.
             const QPoint middle = now->mapTo(contents, now->rect().center());
             ensureVisible(middle.x(), middle.y(), 0, now->height() / 2 + 1);
         });
     }
 
-    // Hides QScrollArea's, which computes the contents' size at once: that is left until they are
-    // shown, so that no start waits for the fonts of pages that come later. Takes ownership.
+    // Hides QScrollArea::setWidget(), which computes the size of the contents at once: here that
+    // waits until they are shown, so that the start loads no font of a later page. Takes ownership.
     void setWidget(QWidget* widget)
     {
         contents = widget;

@@ -10,7 +10,7 @@ QString WrappingLabel::shownText() const
 {
     // More than a page can show. A tool that floods its output must not keep the layout busy.
     constexpr int mostCharacters = 10000;
-    // The layout breaks a line at this character only.
+    // QTextLayout starts a new line at a line separator, not at a line end.
     return text().left(mostCharacters).trimmed().replace(QLatin1Char('\n'), QChar::LineSeparator);
 }
 
@@ -23,7 +23,7 @@ QTextOption WrappingLabel::textOption() const
 
 QSize WrappingLabel::sizeHint() const
 {
-    // In one line, as long as that is read easily.
+    // One line, up to the width that is read easily.
     const int width =
         qMin(fontMetrics().size(0, shownText()).width(), 80 * fontMetrics().averageCharWidth());
     return {width, heightForWidth(width)};

@@ -5,7 +5,7 @@
 class QTextOption;
 
 // A label for a text that comes from outside, such as a domain: it breaks also within a word that
-// is wider than the label, and shows no line end at the text's end. Plain text only.
+// is wider than the label, and leaves out blanks and line ends at both ends. Plain text only.
 class WrappingLabel : public QLabel
 {
 public:

@@ -14,11 +14,11 @@ endfunction()
 
 make_stub(libc++ /usr/lib/libc++.1.dylib ${libraries}/libc++.so.1 ${libraries}/libc++abi.so.1)
 
-# Of OpenGL, which Qt 6's widgets name, nothing is called and nothing linked.
+# Qt 6's widgets want this target, but nothing calls OpenGL, so nothing is linked for it.
 add_library(WrapOpenGL::WrapOpenGL INTERFACE IMPORTED GLOBAL)
 list(APPEND CMAKE_PREFIX_PATH ${libraries}/cmake)
 find_package(Qt${QT_MAJOR} ${QT_OLDEST} REQUIRED COMPONENTS Widgets Concurrent Test)
-# The name of a framework's version: that of Qt 6 is the first one, A.
+# The version in the path of Qt's frameworks.
 set(qt_version_5 5)
 set(qt_version_6 A)
 set(qt_version ${qt_version_${QT_MAJOR}})

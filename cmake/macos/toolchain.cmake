@@ -14,8 +14,8 @@ find_program(CMAKE_AR llvm-ar REQUIRED)
 find_program(CMAKE_RANLIB llvm-ranlib REQUIRED)
 find_program(CMAKE_INSTALL_NAME_TOOL NAMES llvm-install-name-tool llvm-install-name-tool-14 REQUIRED)
 
-# Headers and stubs of the Mac's own frameworks; -g0 because this compiler adds debug information of
-# itself, and with it the paths of this machine.
+# Headers and stubs of the Mac's own frameworks; -g0 because this compiler adds debug information by default,
+# and with it the paths of this machine.
 set(frameworks ${CMAKE_CURRENT_LIST_DIR}/frameworks)
 set(CMAKE_CXX_FLAGS_INIT "\"-F${frameworks}\" -g0")
 set(CMAKE_OBJCXX_FLAGS_INIT ${CMAKE_CXX_FLAGS_INIT})

@@ -1,7 +1,7 @@
-# Finding a domain's controllers: the name servers that this Mac uses for the domain list them, and
-# the first one that answers is taken. Sourced by domain_session.tcl.
+# Finding a domain's controllers: the name servers that this Mac uses for the domain list them, and the
+# first controller that answers is chosen. Sourced by domain_session.tcl.
 
-# Fetches the host names of the domain's controllers, the preferred ones first.
+# Sets `controllers` to the host names of the domain's controllers, the preferred ones first, and `base`.
 proc session::list_controllers {} {
     variable domain; variable base; variable controllers
     set base DC=[join [split $domain .] ,DC=]
@@ -44,15 +44,16 @@ proc session::look_up {type name} {
     fail "No DNS server could look up $domain ($word): check the network and this Mac's DNS settings." $answer
 }
 
-# The name servers that a Mac asks for the domain, each as dig's options, or those that dig takes by
-# itself. `scutil --dns` lists resolvers for all programs, then others for single interfaces.
+# The name servers that a Mac asks for the domain, each as a list of options for dig; a single empty list,
+# with which dig asks its own, where none is known. `scutil --dns` lists the resolvers for all programs,
+# then others for single interfaces.
 proc session::name_servers {} {
     variable domain
     set listing [expr {[auto_execok scutil] eq "" ? "" : [lindex [execute "" scutil --dns] 1]}]
     regsub {DNS configuration \(for scoped queries\).*} $listing "" listing
     set fitting {}
     foreach entry [split [string map {"resolver #" \0} $listing] \0] {
-        lassign {* 0 53} name order port ;# when nothing is said of it
+        lassign {* 0 53} name order port ;# for what the entry leaves out; * fits each domain
         regexp -line {^\s*domain\s*: (\S+)} $entry -> name
         regexp -line {^\s*order\s*: (\d+)} $entry -> order
         regexp -line {^\s*port\s*: (\d+)} $entry -> port
@@ -67,8 +68,8 @@ proc session::name_servers {} {
     return [expr {$fitting eq {} ? {{}} : [lindex $fitting 0 2]}]
 }
 
-# Takes the first of `controllers` that answers; the others stay there, for when it is lost. They are
-# asked side by side in batches, for five seconds in all.
+# Takes the first of `controllers` that answers out of that list; the others stay there, for when it is
+# lost. All are asked side by side in batches, for five seconds in all.
 proc session::choose_controller {} {
     variable domain; variable controllers; variable controller
     set waiting $controllers
@@ -89,8 +90,9 @@ proc session::choose_controller {} {
     check_clock $time
 }
 
-# Asks these controllers until a time in milliseconds. Returns the listed name, the own name and the
-# clock of the first that answers for the directory and takes connections for Kerberos.
+# Asks these controllers until a time in milliseconds. Of the first that answers for the directory and
+# takes connections for Kerberos, returns the name by which DNS lists it, its own name and its clock;
+# nothing when none does.
 proc session::first_answer {hosts until} {
     variable output; variable base
     foreach host $hosts {

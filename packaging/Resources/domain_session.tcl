@@ -1,6 +1,6 @@
 # Signing in to an Active Directory domain with a Mac's tools: kinit gets a ticket from a domain
-# controller, ldapsearch asks it over a signed connection. Sourced by the scripts beside it. The
-# password goes to kinit's standard input alone; the ticket's private directory goes with the run.
+# controller, ldapsearch asks it over a signed connection. Sourced by the scripts beside it. Of the tools
+# only kinit gets the password, on its standard input; the ticket's private folder is deleted at the end.
 if {![package vsatisfies [info patchlevel] 8.6-]} {
     puts stderr "These scripts need Tcl 8.6 or newer, and this is [info patchlevel]: update the agent."
     exit 1
@@ -9,13 +9,13 @@ if {![package vsatisfies [info patchlevel] 8.6-]} {
 namespace eval session {
     variable domain ""; variable user ""
     variable base "" ;# the domain's distinguished name
-    variable controllers {} ;# that may be asked, by their host names, the preferred one first
-    variable controller "" ;# that is asked
-    variable directory "" ;# private: the ticket and the Kerberos settings
+    variable controllers {} ;# host names of those that may still be asked, the preferred one first
+    variable controller "" ;# the one that is asked
+    variable directory "" ;# private, for the ticket and the Kerberos settings
     variable output ;# array: the bytes that each running tool has written, by its channel
     variable ended {} ;# the channels of the tools that have ended, in their order
-    # What kinit and ldapsearch say, in MIT's and in the Mac's words, and the sentence for it. The
-    # first that fits counts.
+    # What kinit and ldapsearch say, as MIT's and the Mac's word it, and the sentence for it. The first
+    # that fits counts.
     variable causes {
         {password (has )?expired}
         "The password of $user has expired or must be changed: change it, for example by logging in once."
@@ -134,6 +134,7 @@ proc session::sign_in {password} {
     write_settings
     array set env [list KRB5_CONFIG $directory/krb5.conf KRB5CCNAME FILE:$directory/ticket]
     array set env {LDAPSASL_NOCANON on LC_ALL C} ;# no reverse DNS; messages in English, as `causes` has them
+    # -E is the option of MIT's kinit for an enterprise name. The Mac's is Heimdal's, which has others.
     lassign {-E} enterprise from
     if {[string match *Heimdal* [lindex [execute "" kinit --version] 1]]} {
         lassign {--enterprise --password-file=STDIN} enterprise from
@@ -156,7 +157,7 @@ proc session::principal {enterprise} {
     return [list $enterprise -- $name@$suffix]
 }
 
-# Searches below `base`; returns the result as LDIF.
+# Searches in or below `base`; returns the result as LDIF.
 proc session::search {scope filter args} {
     variable controller; variable base
     lassign [execute "" ldapsearch -LLL -Q -Y GSSAPI -O minssf=1 -o ldif-wrap=no -o nettimeout=2 \
@@ -172,7 +173,8 @@ proc session::search {scope filter args} {
 # Fails with the sentence for what a tool said, or else with the tool's own words.
 proc session::explain {answer refusal} {
     variable causes; variable domain; variable user; variable controller
-    # Names that a tool repeats are taken out, as they could hold the words of a cause.
+    # Names that a tool repeats are taken out, as they could hold the words of a cause. Only an enterprise
+    # name is written with \@.
     set wording [regsub -all -line {Password for .*: } $answer ""]
     set wording [regsub -all -line {Client ['(].*\\@.*[')]} $wording "Enterprise name"]
     set wording [regsub -all -line {Client ['(].*[')]} $wording "Client"]

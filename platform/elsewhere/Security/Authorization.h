@@ -17,8 +17,8 @@ constexpr OSStatus errAuthorizationCanceled = -60006;
 constexpr OSStatus errAuthorizationInternal = -60008;
 constexpr OSStatus errAuthorizationToolExecuteFailure = -60031;
 
-// Stores a new reference, without any grant, which lives as long as the process. Rights and
-// environment are not looked at.
+// Stores a new reference, without any grant, which lives as long as the process. The other
+// arguments are not looked at.
 OSStatus AuthorizationCreate(const void* rights, const void* environment, AuthorizationFlags flags,
                              AuthorizationRef* authorization);
 
