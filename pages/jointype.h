@@ -52,7 +52,7 @@ private:
     QStringList joinArguments() const;
     void refuseBrowsing();
 
-    QString joinOutput; // the worker's until its future has a result
+    QString joinOutput; // the worker's until its future has finished
     Ui_JoinType* ui;
     cnbrowser* browser = nullptr; // made on first use, a child of this page
     LoadCN* loadCN;

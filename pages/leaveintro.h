@@ -48,5 +48,5 @@ private:
     void explain(int status);
 
     Ui_LeaveIntro* ui;
-    QString leaveOutput; // the worker's until its future has a result
+    QString leaveOutput; // the worker's until its future has finished
 };

@@ -352,6 +352,7 @@ private slots:
             WizardDriver driver;
             driver.wizard.grab();
             QVERIFY(visibleTexts(driver.currentPage()).last().endsWith(markup));
+            QCOMPARE(driver.on<QLabel>("Domain_label")->textFormat(), Qt::PlainText);
             driver.next();
             driver.wizard.grab();
             QVERIFY(visibleTexts(driver.currentPage()).contains(markup));
