@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTimer>
 #include <QToolButton>
 
 namespace {
@@ -62,6 +63,17 @@ class TestInput : public WorldTest
     Q_OBJECT
 
 private slots:
+    // Each step waits for queued input by a timer.
+    void aStepLeavesNoTimer()
+    {
+        WizardDriver driver;
+        const auto timers = [&] { return driver.wizard.findChildren<QTimer*>().size(); };
+        const auto before = timers();
+        driver.goToCredentials();
+        driver.back();
+        QTRY_COMPARE(timers(), before);
+    }
+
     void pressesDuringACheckStartNothing_data()
     {
         addColumns<QString>("way");

@@ -368,7 +368,7 @@ private:
     // other. $mark is a path of this call's own, at which nothing is at first.
     void delayDirectories(const QByteArray& first, const QByteArray& others)
     {
-        standIn("ldapsearch", "mark=\"$0.mark" + QByteArray::number(++delays) + R"("
+        standIn("ldapsearch", "mark=$0.mark" + QByteArray::number(++delays) + R"(
 case "$*" in
 -x*//dc1*) )" + first + R"( ;;
 -x*) )" + others + R"( ;;
