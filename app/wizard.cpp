@@ -113,8 +113,8 @@ void Wizard::checkNext()
 {
     if (isUnderDialog())
         return;
-    // The button is shown pressed, also after a key, as long as the page's check keeps the program
-    // busy.
+    // Painted as pressed, also after a key: the picture stays while the page's check keeps the
+    // program from painting. hold() releases the button itself.
     QAbstractButton* pressed = button(QWizard::NextButton);
     pressed->setDown(true);
     pressed->repaint();
@@ -151,7 +151,7 @@ void Wizard::hold(bool alsoChoices)
     const QList<QAbstractButton*> buttons = findChildren<QAbstractButton*>();
     for (QAbstractButton* button : buttons) {
         const bool isChoice = qobject_cast<QPushButton*>(button) == nullptr;
-        // A choice that has the focus stays enabled, so that Tab goes on from it to an edit.
+        // A choice that has the focus keeps it: a press on it starts nothing.
         if (!button->isEnabled() || (isChoice && (!alsoChoices || button == focusWidget())))
             continue;
         if (button == focusWidget()) {

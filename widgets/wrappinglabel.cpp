@@ -23,7 +23,7 @@ QTextOption WrappingLabel::textOption() const
 
 QSize WrappingLabel::sizeHint() const
 {
-    // One line, up to the width that is read easily.
+    // As wide as the longest line, up to the width that is read easily.
     const int width =
         qMin(fontMetrics().size(0, shownText()).width(), 80 * fontMetrics().averageCharWidth());
     return {width, heightForWidth(width)};
