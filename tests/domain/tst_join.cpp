@@ -216,16 +216,22 @@ private slots:
         QCOMPARE(directoryOn("server-mac2").distinguishedName, QString());
     }
 
-    void delegatedAdministratorJoinsInsideHisOu()
+    // An administrator who may create accounts in this container, but not take this one away.
+    void saysWhyAnAccountIsNotMoved()
     {
+        const QString existing = directoryOn("front-desk").distinguishedName;
         const QString container = "OU=Floor 1,OU=Macs,OU=Computers,OU=Berlin,OU=Europe," + base;
         WizardDriver wizard;
-        goToJoin(&wizard, "berlin-mac", "berlin.admin");
+        goToJoin(&wizard, "front-desk", "berlin.admin");
         openAdvancedOptions(&wizard);
+        wizard.on<QCheckBox>("ForceLeave")->setChecked(true);
         choose(&wizard, "ContainerDN", container);
-        join(&wizard);
-        QCOMPARE(directoryOn("berlin-mac").distinguishedName, "CN=berlin-mac," + container);
-        QCOMPARE(directoryOn("berlin-mac").state, QString("enabled"));
+        const QString said = wizard.next().value(0);
+        QVERIFY2(said.startsWith("The computer " + existing + " could not be moved to " +
+                                 container + ". "),
+                 qPrintable(said));
+        QVERIFY2(said.contains("Insufficient access"), qPrintable(said));
+        QCOMPARE(directoryOn("front-desk").distinguishedName, existing);
     }
 };
 

@@ -56,6 +56,16 @@ private slots:
         QVERIFY2(said.endsWith("No rights today.\n"), said.constData());
     }
 
+    void whatIsWrittenIntoTheOutputFolderStays()
+    {
+        const QTemporaryDir output;
+        const QByteArray said =
+            startMac(PRACTICE, {"--output", output.path()}, {},
+                     {"/bin/sh", "-c", "echo result >\"$0\"; echo runs", output.filePath("file")});
+        QVERIFY2(said.endsWith("runs\n"), said.constData());
+        QVERIFY(QFile::exists(output.filePath("file")));
+    }
+
 private:
     const QByteArray preparing = "Preparing the directory of example.test (once, about 10 s)...\n";
 
@@ -74,10 +84,10 @@ private:
         file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
     }
 
-    // What a practice Mac prints when it starts, and after it what the command on it prints,
-    // "runs".
+    // What a practice Mac prints when it starts, and after it what the command on it prints.
     static QByteArray startMac(const QString& practice, const QStringList& options,
-                               const QString& caches = {})
+                               const QString& caches = {},
+                               const QStringList& command = {"/bin/echo", "runs"})
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         if (!caches.isEmpty())
@@ -85,7 +95,7 @@ private:
         QProcess mac;
         mac.setProcessEnvironment(environment);
         mac.setProcessChannelMode(QProcess::MergedChannels);
-        mac.start(practice + "/mac", options + QStringList{BUILD_FOLDER, "/bin/echo", "runs"});
+        mac.start(practice + "/mac", options + QStringList{BUILD_FOLDER} + command);
         if (!mac.waitForFinished(240000))
             qFatal("The practice Mac does not start");
         return mac.readAll();
