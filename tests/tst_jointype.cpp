@@ -54,7 +54,7 @@ public:
     {
         return currentPage()->findChild<cnbrowser*>();
     }
-    // Returns when the containers are loaded, with the texts of the warnings.
+    // Returns when the load has ended or was refused, with the texts of the warnings.
     QStringList browse() const
     {
         return warningsDuring([this] {

@@ -45,7 +45,7 @@ const QString password = "Practice.1";
 
 // Base of the domain tests: each test function begins on a Mac that is neither joined nor bound,
 // and leaves no window behind. The directory lasts for the whole program, so every test function
-// uses computer names of its own.
+// makes computers with names of its own.
 class DomainTest : public QObject
 {
     Q_OBJECT

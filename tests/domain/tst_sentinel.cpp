@@ -27,8 +27,8 @@ QStringList temporaryFiles()
     return found;
 }
 
-// The practice Mac's own file systems that can be written, of which the administrator's home is
-// one; /dev and the cache below /run are the host's.
+// The practice Mac's own file systems that can be written, of which root's home is one; /dev and
+// the cache below /run are the host's.
 const QStringList fileSystems = {"/", QDir::homePath() + '/', "/run/", "/tmp/", "/var/tmp/"};
 
 // The files with the text that were written on this Mac since the stamp, the logs and the

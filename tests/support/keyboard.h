@@ -2,8 +2,9 @@
 
 #include "tests/support/wizarddriver.h"
 
-// These two go to the widget with the focus, or else to the active window.
+// Goes to the widget with the focus, or else to the active window.
 void pressKey(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+// Goes to the widget with the focus, which has to exist.
 void typeText(const QString& text);
 // Replaces what the edit with the focus holds.
 void retype(const QString& text);
