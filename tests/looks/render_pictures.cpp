@@ -14,7 +14,7 @@ void writePlaces(const QString& scene, const QString& folder)
 
 } // namespace
 
-// Renders all pictures of the documents into one folder, and notes all places in another.
+// Renders the pictures of all scenes into one folder, and notes all places in another.
 int main(int argc, char** argv)
 {
     World::enter();

@@ -6,8 +6,9 @@
 
 class QWidget;
 
-// The pages and dialogs of the assistant in their main states, each reached the way a person
-// reaches it, in the test world.
+// The pages and dialogs of the assistant in their main states, in the test world. A page is reached
+// the way a person reaches it, but for the cloud page, to which none leads; a dialog is shown
+// alone.
 namespace Scenes {
 
 // What the user sees of the domain and of the Mac; the default is the documents' example.
@@ -30,7 +31,8 @@ public:
     }
 };
 
-// In the order in which they are met; without the world's tools, only the dialogs that run none.
+// The pages in the wizard's order, then the dialogs; without the world's tools, only the dialogs
+// that run none.
 QStringList names();
 // Puts the world into the scene's state and opens it.
 std::unique_ptr<Scene> open(const QString& name, const Setting& setting = {});

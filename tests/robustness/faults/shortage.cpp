@@ -107,7 +107,7 @@ QList<Shortage> shortages()
     // Qt 6 paints with threads, each of which takes a descriptor and a process slot. Where it gets
     // no thread it waits for one without an end, and without a descriptor it ends the program.
     if (QT_VERSION_MAJOR < 6) {
-#ifndef __SANITIZE_ADDRESS__ // which itself needs a descriptor to check the class of an object
+#ifndef __SANITIZE_ADDRESS__ // such a build needs a descriptor to check objects' classes
         all << Shortage{"no descriptor free", Shortage::Descriptors};
 #endif
         all << Shortage{"no process slot free", Shortage::Processes}

@@ -31,7 +31,7 @@ private slots:
         QTRY_COMPARE(placesOf(user.toUtf8()), QStringList());
     }
 
-    // The script is held while it is to be ended, so it can't report a failure by itself.
+    // The script is held until something is typed: one that closing did not end would fail then.
     void itsFailureDoesNotEmptyWhatIsTyped()
     {
         World::answer(script, {"", "", 1, 0, false, true});
