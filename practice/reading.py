@@ -10,8 +10,8 @@ def offer_to_read():
     """For the programs that start from now on."""
     session = Gio.bus_get_sync(Gio.BusType.SESSION)
     bus = ("org.a11y.Bus", "/org/a11y/bus")
-    # Qt 5 doesn't notice a reader that was there before it. It looks here first for the address of
-    # the readers' bus.
+    # Qt 5 doesn't notice a reader that was there before it. But as it starts it takes the address of
+    # the readers' bus from the root window's property AT_SPI_BUS.
     address = session.call_sync(*bus, "org.a11y.Bus", "GetAddress", None, None,
                                 Gio.DBusCallFlags.NONE, MOST).unpack()[0]
     subprocess.run(["xprop", "-root", "-format", "AT_SPI_BUS", "8s", "-set", "AT_SPI_BUS", address],
