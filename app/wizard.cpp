@@ -113,8 +113,8 @@ void Wizard::checkNext()
 {
     if (isUnderDialog())
         return;
-    // Painted as pressed, also after a key: the picture stays while the page's check keeps the
-    // program from painting. hold() releases the button itself.
+    // Painted as pressed, also after a key, and stays so while the page's check keeps the program
+    // from painting. hold(), which next() leads to, disables the button and so lets it up again.
     QAbstractButton* pressed = button(QWizard::NextButton);
     pressed->setDown(true);
     pressed->repaint();

@@ -20,7 +20,7 @@ public:
     bool validatePage() override;
     int nextId() const override;
 
-    // Ask the agent, which blocks, and show its answers unchanged, their line ends included.
+    // Ask the agent, which blocks, and set its answers as the labels' texts, line ends included.
     void setUIComponents();
     void setActiveDirectory();
     void setJoinedZone();

@@ -1,6 +1,7 @@
 #pragma once
 
-// All tools and scripts that the assistant runs, at their fixed places.
+// All tools and scripts that the assistant runs, at their fixed places; only the prompt that stands
+// in for a Mac's is named in platform/authorization.cpp.
 namespace Tools {
 
 // The agent's status tool, for the name of the domain, of the zone and of the computer.

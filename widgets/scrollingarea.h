@@ -3,7 +3,7 @@
 #include <QApplication>
 #include <QScrollArea>
 
-// A scroll area without a frame, for pages whose fixed size is too small for long texts in a large
+// A scroll area without a frame, for forms whose fixed size is too small for long texts in a large
 // font. It takes no focus itself, and keeps the widget that has it in view.
 class ScrollingArea : public QScrollArea
 {

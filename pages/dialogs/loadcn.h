@@ -5,7 +5,7 @@
 class Ui_LoadCN;
 
 // Shown while the container tree is being loaded. Unlike the other progress dialogs it can be
-// closed: that is the way out when the agent's script never ends.
+// closed: that is the way out when the container script never ends.
 class LoadCN : public ProgressDialog
 {
     Q_OBJECT
