@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QMap>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -229,6 +230,16 @@ QList<Call> World::callsOf(const QString& tool)
             found << call;
     }
     return found;
+}
+
+bool World::wasRun(const QString& command)
+{
+    const QList<Call> all = calls();
+    return std::any_of(all.cbegin(), all.cend(), [&](const Call& call) {
+        const QStringList words = call.words();
+        const QString first = words.value(1).section('/', -1);
+        return command == words.first() || command == words.first() + ' ' + first;
+    });
 }
 
 void World::forgetCalls()

@@ -64,6 +64,8 @@ void release(const QString& command);
 QList<Call> calls();
 // The runs of one tool.
 QList<Call> callsOf(const QString& tool);
+// Whether a tool has begun; the command is one that answer() takes.
+bool wasRun(const QString& command);
 void forgetCalls();
 
 // The fixed path at which a tool stands.

@@ -101,15 +101,6 @@ bool waits(const Use& use, const Fault& fault)
     return fault.signal == SIGSTOP || tooMuch;
 }
 
-bool wasRun(const Use& use)
-{
-    const QList<Call> calls = World::callsOf(use.tool);
-    return std::any_of(calls.cbegin(), calls.cend(), [&use](const Call& call) {
-        const QString first = call.arguments.value(0).section('/', -1);
-        return (use.tool + ' ' + first).startsWith(use.command);
-    });
-}
-
 // --- One case, in a process of its own
 
 void readyWorld(const Use& use)
@@ -230,7 +221,7 @@ int main(int argc, char** argv)
                 continue;
             std::function<bool()> waitsFor;
             if (waits(use, fault))
-                waitsFor = [&use] { return wasRun(use); };
+                waitsFor = [&use] { return World::wasRun(use.command); };
             rows.run(use.name, fault.name, waitsFor,
                      [&](FILE* verdict) { runFault(use, fault, verdict); });
         }

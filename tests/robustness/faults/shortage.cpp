@@ -94,7 +94,7 @@ void alarmThreads(const std::atomic<bool>& ended, const QString& command)
         for (const QString& thread : threads)
             tgkill(getpid(), thread.toInt(), SIGALRM);
         QThread::usleep(200);
-        if (!World::callsOf(command.section(' ', 0, 0)).isEmpty() && ++waited == 100)
+        if (World::wasRun(command) && ++waited == 100)
             World::release(command);
     }
 }

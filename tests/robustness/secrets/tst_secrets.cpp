@@ -104,16 +104,6 @@ QStringList temporaryFiles()
                                   QDir::NoDotAndDotDot);
 }
 
-// Whether a tool has begun; the command is its name and the file name of its first argument.
-bool isRunning(const QString& command)
-{
-    const QList<Call> calls = World::calls();
-    return std::any_of(calls.cbegin(), calls.cend(), [&](const Call& call) {
-        const QStringList words = call.words();
-        return (words.first() + ' ' + words.value(1).section('/', -1)) == command;
-    });
-}
-
 rlim_t coreLimit()
 {
     rlimit limit = {};
@@ -238,7 +228,7 @@ private slots:
             World::forgetCalls();
             QStringList places;
             std::thread look([&] {
-                while (!isRunning(command))
+                while (!World::wasRun(command))
                     std::this_thread::yield();
                 places = placesOf(sentinel.toUtf8());
                 World::release(command);
