@@ -25,8 +25,9 @@ class Screen:
         self.folder = tempfile.TemporaryDirectory()
 
     def server(self):
-        """The command of the X server: a virtual one, whose pixels can be read from a file."""
-        return ["Xvfb", "-screen", "0", f"{WIDTH * self.scale}x{HEIGHT * self.scale}x24",
+        """The command of the X server: a virtual one, whose pixels can be read from a file. With -r no key
+        repeats itself that a busy machine releases late."""
+        return ["Xvfb", "-r", "-screen", "0", f"{WIDTH * self.scale}x{HEIGHT * self.scale}x24",
                 "-fbdir", self.folder.name]
 
     def __enter__(self):

@@ -29,7 +29,8 @@ void end(QProcess& process)
 XSession::XSession()
 {
     server.setStandardErrorFile(QProcess::nullDevice());
-    server.start("setpriv", {"--pdeathsig", "TERM", "Xvfb", "-displayfd", "1", "-screen", "0",
+    // With -r no key repeats itself that a busy machine releases late.
+    server.start("setpriv", {"--pdeathsig", "TERM", "Xvfb", "-r", "-displayfd", "1", "-screen", "0",
                              "1280x1024x24", "-nolisten", "tcp", "-noreset"});
     if (!server.waitForReadyRead())
         qFatal("Xvfb did not start");
