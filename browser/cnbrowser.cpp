@@ -39,9 +39,6 @@ void cnbrowser::createTree()
         return;
     }
     clearData();
-    // What is shown from now on is the new load's, or nothing.
-    drawnDomain.clear();
-    loadingDomain = domain;
     loader = new cnbrowserhelper;
     connect(loader, &cnbrowserhelper::cnDataObtained, this, &cnbrowser::drawCNTreeModel);
     // Once more for each load: after n loads one click runs the slot n times. The page takes the
@@ -68,7 +65,7 @@ void cnbrowser::drawCNTreeModel()
          component.data().toString().startsWith(QLatin1String("DC"));
          component = model->index(0, 0, component))
         ui->browserTree->expand(component);
-    drawnDomain = loadingDomain;
+    drawnDomain = domain;
     emit treeDrawingDone(CNBROWSER_SUCCESS);
 }
 

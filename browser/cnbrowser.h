@@ -48,6 +48,5 @@ private:
     QString domain;
     QString user;
     QString password;
-    QString loadingDomain; // the latest load's
-    QString drawnDomain;   // empty when none is drawn, during a load, or after a failed one
+    QString drawnDomain; // of the latest tree; empty when there was none, or after a failed load
 };

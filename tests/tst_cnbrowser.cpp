@@ -154,38 +154,6 @@ private slots:
         QCOMPARE(browser.tree()->model()->rowCount(), 1);
     }
 
-    // The user goes back to the first domain during the load of a second one. The first tree has
-    // gone by then, and the second domain's must not be shown in its place.
-    void duringALoadNothingCountsAsDrawn()
-    {
-        Browser browser("OU=a,DC=x\n");
-        QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
-        allowWarning("Destroyed while process"); // the second load's, which the third ends
-        World::hold("mvedit", "OU=Other,DC=other,DC=test\n");
-        QSignalSpy done(&browser.dialog, &cnbrowser::treeDrawingDone);
-        browser.dialog.setDomainInfo("other.test", "admin", "secret");
-        browser.dialog.createTree();
-        World::answer("mvedit", {"OU=Own,DC=example,DC=test\n", ""});
-        browser.dialog.setDomainInfo("example.test", "admin", "secret");
-        browser.dialog.createTree();
-        QCOMPARE(done.size(), 0);
-        QVERIFY(done.wait());
-        browser.select("OU=Own");
-        QCOMPARE(done.size(), 1);
-    }
-
-    void loadIsDrawnForTheDomainThatItWasStartedFor()
-    {
-        Browser browser("OU=a,DC=x\n");
-        QSignalSpy done(&browser.dialog, &cnbrowser::treeDrawingDone);
-        browser.dialog.createTree();
-        browser.dialog.setDomainInfo("other.test", "admin", "secret");
-        QVERIFY(done.wait());
-        World::forgetCalls();
-        QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
-        QCOMPARE(World::callsOf("mvedit").first().arguments.at(1), QString("other.test"));
-    }
-
     void drawingWithoutALoaderReportsNothing()
     {
         Browser browser;
