@@ -15,8 +15,8 @@
 // Returns the runner's result code. Blocks; any thread, one call at a time.
 int runHelperTool(char** args, QString* output);
 
-// Whether the system has a thread to spare, and the descriptors for it. Without one,
-// what a QThreadPool is given to run would never finish, and it doesn't tell.
+// Whether the system has a thread to spare, and the descriptors for it. Without one, what a
+// QThreadPool is given to run would never finish, and it doesn't tell.
 bool canMakeThread();
 
 // Calls the page's function on a thread of the pool and shows the progress dialog, which it

@@ -1,3 +1,4 @@
+#include "pages/dialogs/loadcn.h"
 #include "tests/support/helperruns.h"
 
 #include <QAccessible>
@@ -5,6 +6,7 @@
 #include <QCheckBox>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSignalSpy>
 #include <QTimer>
 #include <QToolButton>
 
@@ -63,6 +65,48 @@ class TestInput : public WorldTest
     Q_OBJECT
 
 private slots:
+    void assistivePressesUnderAMessageStartNothing_data()
+    {
+        addColumns<QString>("name");
+        for (const char* name : {"Next", "Back", "ContainerDNBrowse", "AboutButton"})
+            addRow(name, name);
+    }
+
+    // Windows under a dialog take no key or click, but an assistive tool can press their buttons.
+    void assistivePressesUnderAMessageStartNothing()
+    {
+        QFETCH(QString, name);
+        World::answer("mvedit mvedit_file_arg.tcl", {"", "", 1});
+        WizardDriver driver;
+        driver.goToJoinOptions();
+        QAbstractButton* button = name == "Next"   ? driver.button(QWizard::NextButton)
+                                  : name == "Back" ? driver.button(QWizard::BackButton)
+                                                   : child<QAbstractButton>(&driver.wizard, name);
+        QSignalSpy clicked(button, &QAbstractButton::clicked);
+        QStringList dialogs;
+        const auto press = [&](QWidget* dialog) {
+            if (qobject_cast<LoadCN*>(dialog) != nullptr)
+                return;
+            dialogs << dialog->objectName();
+            if (dialogs.size() == 1) {
+                clicked.clear();
+                World::forgetCalls();
+                pressAssistivelyUnheard(button, QAccessibleActionInterface::pressAction());
+                QTRY_COMPARE(clicked.size(), 1);
+            }
+            dialog->close();
+        };
+        withModalDialogs(
+            [&] {
+                driver.on<QPushButton>("ContainerDNBrowse")->click();
+                QTRY_VERIFY(!dialogs.isEmpty() && QApplication::activeModalWidget() == nullptr);
+            },
+            press);
+        QCOMPARE(dialogs, QStringList{"Warning"});
+        QCOMPARE(World::calls().size(), 0);
+        QCOMPARE(driver.page(), 4);
+    }
+
     // Each step waits for queued input by a timer.
     void aStepLeavesNoTimer()
     {

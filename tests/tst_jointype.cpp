@@ -1,13 +1,11 @@
 #include "browser/cnbrowser.h"
 #include "pages/dialogs/loadcn.h"
-#include "pages/dialogs/warning.h"
 #include "pages/jointype.h"
 #include "tests/support/wizarddriver.h"
 
-#include <QAccessible>
 #include <QCheckBox>
+#include <QFile>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QTreeView>
 
 namespace {
@@ -17,6 +15,13 @@ const QStringList advanced{"AliasEdit",        "AliasLabel",        "ContainerDN
                            "PDSLabel",         "ForceLeave",        "AppleUIDCheck"};
 
 const QString containerScript = "mvedit mvedit_file_arg.tcl";
+
+// The children of the thread of the pages, those that it has not waited for among them.
+QByteArray childProcesses()
+{
+    QFile file("/proc/thread-self/children");
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
 
 // Notes the names of the widgets that are shown or hidden, in order.
 class VisibilityLog : public QObject
@@ -53,6 +58,23 @@ public:
     cnbrowser* browser() const
     {
         return currentPage()->findChild<cnbrowser*>();
+    }
+    // Back to the credentials, and here again with others.
+    template <typename... Credentials> void goToDomain(const Credentials&... credentials)
+    {
+        back();
+        enterCredentials(credentials...);
+        next();
+    }
+    // Closes "Loading" while the script, whose answer is held, runs.
+    void browseAndClose() const
+    {
+        World::forgetCalls();
+        click("ContainerDNBrowse");
+        QTRY_COMPARE(World::callsOf("mvedit").size(), 1);
+        auto* loading = windowOf<LoadCN>();
+        QTest::keyClick(loading, Qt::Key_Escape);
+        QVERIFY(!loading->isVisible());
     }
     // Returns when the load has ended or was refused, with the texts of the warnings.
     QStringList browse() const
@@ -131,37 +153,6 @@ private slots:
         QCOMPARE(driver.text("ContainerDNEdit"), QString());
         QVERIFY(!driver.isChecked("ContainerDNLabel"));
         QVERIFY(!driver.browser()->isVisible());
-    }
-
-    // Windows under a dialog take no key or click, but the buttons can still be pressed.
-    void assistivePressesUnderAMessageDoNothing()
-    {
-        OptionsDriver driver;
-        World::answer(containerScript, {"", "", 1});
-        QList<QAbstractButton*> buttons = {driver.button(QWizard::NextButton),
-                                           driver.button(QWizard::BackButton),
-                                           driver.on<QAbstractButton>("ContainerDNBrowse")};
-        const auto pressAll = [&](QWidget* dialog) {
-            if (qobject_cast<Warning*>(dialog) == nullptr)
-                return;
-            World::forgetCalls();
-            while (!buttons.isEmpty()) {
-                QSignalSpy clicked(buttons.first(), &QAbstractButton::clicked);
-                QAccessible::queryAccessibleInterface(buttons.takeFirst())
-                    ->actionInterface()
-                    ->doAction(QAccessibleActionInterface::pressAction());
-                QVERIFY(clicked.wait());
-            }
-            dialog->close();
-        };
-        withModalDialogs(
-            [&] {
-                driver.click("ContainerDNBrowse");
-                QTRY_VERIFY(buttons.isEmpty());
-            },
-            pressAll);
-        QCOMPARE(World::calls().size(), 0);
-        QCOMPARE(driver.page(), 4);
     }
 
     void computerNameIsTheHostNamesFirstPart_data()
@@ -308,6 +299,47 @@ private slots:
         QVERIFY(!windowOf<LoadCN>()->isVisible());
     }
 
+    void closingTheProgressEndsTheScript()
+    {
+        allowWarning("Destroyed while process");
+        OptionsDriver driver;
+        const QByteArray before = childProcesses();
+        World::hold(containerScript);
+        driver.browseAndClose();
+        QTRY_COMPARE(childProcesses(), before);
+    }
+
+    void aClosedLoadEmptiesNothingByFailing()
+    {
+        allowWarning("Destroyed while process");
+        OptionsDriver driver;
+        const QByteArray before = childProcesses();
+        World::answer(containerScript, {"", "", 1, 0, false, true});
+        driver.browseAndClose();
+        driver.type("ContainerDNEdit", "OU=Macs");
+        World::release(containerScript);
+        // What waits for the script hears of its failure at the same time.
+        QCOMPARE(warningsDuring([&] { QTRY_COMPARE(childProcesses(), before); }), QStringList());
+        QCOMPARE(driver.text("ContainerDNEdit"), QString("OU=Macs"));
+    }
+
+    void afterAClosedLoadTheFormerDomainIsLoadedAnew()
+    {
+        allowWarning("Destroyed while process");
+        OptionsDriver driver;
+        driver.browse();
+        driver.browser()->close();
+        driver.goToDomain("other.test");
+        World::hold(containerScript);
+        driver.browseAndClose();
+        driver.goToDomain("example.test");
+        World::answer(containerScript, {"CN=Users,DC=example,DC=test\n", ""});
+        World::forgetCalls();
+        QCOMPARE(driver.browse(), QStringList());
+        QCOMPARE(World::callsOf("mvedit").size(), 1);
+        QVERIFY(driver.browser()->isVisible());
+    }
+
     void browserGetsTheFieldsAfreshAndIsMadeOnce()
     {
         OptionsDriver driver;
@@ -316,9 +348,7 @@ private slots:
                  QStringList({"example.test", "admin", "secret"}));
         const cnbrowser* first = driver.browser();
         driver.browser()->close();
-        driver.back();
-        driver.enterCredentials("other.test", "operator", "word");
-        driver.next();
+        driver.goToDomain("other.test", "operator", "word");
         World::forgetCalls();
         QCOMPARE(driver.browse(), QStringList());
         QCOMPARE(World::callsOf("mvedit").at(0).arguments.mid(1),
