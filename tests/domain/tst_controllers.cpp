@@ -17,18 +17,7 @@ QStringList deadControllers(int count)
     return controllers;
 }
 
-// What dig says of controllers with different priorities and weights.
-const QByteArray listing = R"(cat <<'END'
-;; ->>HEADER<<- opcode: QUERY, status: NOERROR, id: 1
-_ldap._tcp.dc._msdcs.example.test. 900 IN SRV 10 9 389 e.example.test.
-_ldap._tcp.dc._msdcs.example.test. 900 IN SRV 9 9 389 c.example.test.
-_ldap._tcp.dc._msdcs.example.test. 900 IN SRV 9 10 389 b.example.test.
-_ldap._tcp.dc._msdcs.example.test. 900 IN SRV 10 9 389 f.example.test.
-_ldap._tcp.dc._msdcs.example.test. 900 IN SRV 9 0 389 d.example.test.
-_ldap._tcp.dc._msdcs.example.test. 900 IN SRV 0 0 389 a.example.test.
-_ldap._tcp.dc._msdcs.example.test. 900 IN SRV 0 100 389 .
-END
-)";
+const QStringList signedInOnce{"kinit --version", "kinit -l 10m -- Administrator@EXAMPLE.TEST"};
 
 // Waits for the $mark of delayDirectories().
 const QByteArray untilMarked = "until [ -e \"$mark\" ]; do sleep 0.1; done";
@@ -76,16 +65,17 @@ private slots:
         listControllers(deadControllers(dead) + QStringList("dc1/10"));
         const ScriptResult checked = check();
         checkResult(checked);
-        QVERIFY2(checked.milliseconds < 3000, qPrintable(QString::number(checked.milliseconds)));
+        QVERIFY2(checked.milliseconds < 5000, qPrintable(QString::number(checked.milliseconds)));
         const ScriptResult listed = list();
         checkResult(listed);
         QCOMPARE(listed.output, alone.output);
-        QVERIFY2(listed.milliseconds < alone.milliseconds + 3000,
+        QVERIFY2(listed.milliseconds < alone.milliseconds + 5000,
                  qPrintable(QString::number(listed.milliseconds)));
     }
 
     void asksAFourthBatch()
     {
+        letDeadOnesWait();
         listControllers(deadControllers(48) + QStringList("dc1/10"));
         checkResult(check());
     }
@@ -94,8 +84,8 @@ private slots:
     {
         addColumns<int, int, int>("dead", "tried", "within");
         addRow("1", 1, 1, 4500);
-        addRow("16", 16, 16, 6000);
-        addRow("more than there is time for", 120, 80, 6000);
+        addRow("16", 16, 16, 4500);
+        addRow("more than there is time for", 120, 80, 8000);
     }
 
     void saysHowManyWereTried()
@@ -103,6 +93,7 @@ private slots:
         QFETCH(int, dead);
         QFETCH(int, tried);
         QFETCH(int, within);
+        letDeadOnesWait();
         listControllers(deadControllers(dead));
         const ScriptResult result = check();
         if (dead > tried) {
@@ -124,8 +115,7 @@ private slots:
     {
         listControllers(deadControllers(40));
         QTemporaryDir folder;
-        standIn("ldapsearch", "date +%s%3N >>" + folder.filePath("starts").toUtf8() +
-                                  "\nexec /usr/bin/ldapsearch \"$@\"\n");
+        letDeadOnesWait("date +%s%3N >>" + folder.filePath("starts").toUtf8() + '\n');
         QProcess script;
         startScript(&script, "check_domain_cred.tcl",
                     {PracticeMac::domain, PracticeMac::administrator, PracticeMac::password});
@@ -133,7 +123,8 @@ private slots:
         int most = 0;
         // RSD leaves out those that have ended and that the script has not waited for yet.
         while (!script.waitForFinished(10) && script.state() != QProcess::NotRunning)
-            most = qMax(most, int(processes({"-r", "RSD", "-P", tcl, "ldapsearch"}).size()));
+            most =
+                qMax(most, int(processes({"-r", "RSD", "-P", tcl, "^(ldapsearch|sleep)$"}).size()));
         QCOMPARE(most, 16);
 
         QList<qint64> starts;
@@ -144,18 +135,6 @@ private slots:
         QVERIFY(starts.at(16) - starts.at(0) > 500);
         QVERIFY(starts.at(16) - starts.at(0) < 2500);
         QVERIFY(starts.at(32) - starts.at(16) > 500);
-    }
-
-    // By smaller priority, then by greater weight, each as a number, and otherwise as DNS has them.
-    void asksThePreferredOnesFirst()
-    {
-        standIn("dig", listing);
-        QCOMPARE(
-            runTcl("set session::domain example.test\n"
-                   "session::list_controllers\n"
-                   "puts $session::controllers"),
-            QString("a.example.test b.example.test c.example.test d.example.test e.example.test "
-                    "f.example.test"));
     }
 
     void asksNoFurtherBatchOnceOneAnswered()
@@ -207,8 +186,7 @@ private slots:
         delayFirstController();
         note({"kinit"});
         checkResult(check());
-        QCOMPARE(noted(),
-                 QStringList({"kinit --version", "kinit -l 10m -- Administrator@EXAMPLE.TEST"}));
+        QCOMPARE(noted(), signedInOnce);
         listControllers({"dc2"});
         checkResult(check(),
                     "No domain controller of example.test can be reached (1 tried): check network "
@@ -218,13 +196,13 @@ private slots:
     // The one listed as slow answers for the directory and calls itself dc2, whose address is dead.
     void goesPastAControllerThatDropsKerberos()
     {
-        startController("dc2", "192.0.2.2", 9, 0);
+        startController("dc2", "192.0.2.2", 9, 9);
         listControllers({"dc2=198.51.100.1"});
         listControllers({"dc1", "slow=192.0.2.2"});
         delayFirstController();
-        const ScriptResult result = check();
-        checkResult(result);
-        QVERIFY2(result.milliseconds < 4000, qPrintable(QString::number(result.milliseconds)));
+        note({"kinit"});
+        checkResult(check());
+        QCOMPARE(noted(), signedInOnce);
     }
 
     // As after a move: the address of old.example.test's controller is another domain's now.
@@ -362,6 +340,15 @@ private:
                     "}\n"
                     "catch {session::choose_controller}")
                 .arg(answering));
+    }
+
+    // Has what asks a dead controller do `first`, then wait as long as ldapsearch. That takes a
+    // fifth of ldapsearch's own time to start, so that a busy machine, too, asks several batches in
+    // time.
+    void letDeadOnesWait(const QByteArray& first = {})
+    {
+        standIn("ldapsearch", "case \"$*\" in *//dead*)\n" + first +
+                                  "exec sleep 2 ;;\nesac\nexec /usr/bin/ldapsearch \"$@\"\n");
     }
 
     // Has ldapsearch do `first` before it asks dc1's directory, and `others` before it asks any

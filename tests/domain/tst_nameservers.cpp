@@ -9,9 +9,23 @@ const QString noServer = "No DNS server could look up example.test (%1): check t
 const QString clockIs =
     "This Mac's clock is %1 the domain's: set its date and time, and try again.";
 
+// What dig says of controllers with different priorities and weights.
+const QByteArray listing = R"(cat <<'END'
+;; ->>HEADER<<- opcode: QUERY, status: NOERROR, id: 1
+_ldap._tcp.dc._msdcs.example.test. 900 IN SRV 10 9 389 e.example.test.
+_ldap._tcp.dc._msdcs.example.test. 900 IN SRV 9 9 389 c.example.test.
+_ldap._tcp.dc._msdcs.example.test. 900 IN SRV 9 10 389 b.example.test.
+_ldap._tcp.dc._msdcs.example.test. 900 IN SRV 10 9 389 f.example.test.
+_ldap._tcp.dc._msdcs.example.test. 900 IN SRV 9 0 389 d.example.test.
+_ldap._tcp.dc._msdcs.example.test. 900 IN SRV 0 0 389 a.example.test.
+_ldap._tcp.dc._msdcs.example.test. 900 IN SRV 0 100 389 .
+END
+)";
+
 } // namespace
 
-// Where the two scripts of the bundle look names up, and how they compare the clock.
+// Where the two scripts of the bundle look names up, how they order the controllers, and how they
+// compare the clock.
 class TestNameServers : public ScriptTest
 {
     Q_OBJECT
@@ -76,6 +90,18 @@ private slots:
     {
         standIn("dig", "echo ';; ->>HEADER<<- opcode: QUERY, status: SERVFAIL, id: 1'\n");
         checkRefusal(check(), noServer.arg("SERVFAIL"));
+    }
+
+    // By smaller priority, then by greater weight, each as a number, and otherwise as DNS has them.
+    void asksThePreferredOnesFirst()
+    {
+        standIn("dig", listing);
+        QCOMPARE(
+            runTcl("set session::domain example.test\n"
+                   "session::list_controllers\n"
+                   "puts $session::controllers"),
+            QString("a.example.test b.example.test c.example.test d.example.test e.example.test "
+                    "f.example.test"));
     }
 
     void readsTheMacsResolvers_data()
