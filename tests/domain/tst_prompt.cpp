@@ -2,7 +2,6 @@
 #include "tests/domain/practicemac.h"
 
 #include <QDialogButtonBox>
-#include <QLabel>
 #include <QPushButton>
 
 namespace {
@@ -53,19 +52,6 @@ private slots:
         QVERIFY(texts.contains("User Name:"));
         QVERIFY(texts.contains("Password:"));
         QCOMPARE(prompt.findChildren<QLineEdit*>().at(1)->echoMode(), QLineEdit::Password);
-    }
-
-    void iconIsBesideTheTextsAndButtonsAreInTheCorner()
-    {
-        const Prompt prompt;
-        const QList<QLabel*> labels = prompt.findChildren<QLabel*>();
-        const auto icon = std::find_if(labels.begin(), labels.end(), [](const QLabel* label) {
-            return !label->pixmap(Qt::ReturnByValue).isNull();
-        });
-        QVERIFY(icon != labels.end());
-        QCOMPARE((*icon)->geometry(), QRect(20, 20, 64, 64));
-        const QRect buttons = prompt.findChild<QDialogButtonBox*>()->geometry();
-        QCOMPARE(buttons.bottomRight(), prompt.rect().bottomRight() - QPoint(20, 20));
     }
 
     void acceptsAnAdministrator()

@@ -55,6 +55,7 @@ private slots:
         pick(&wizard, {"OU=Europe", "OU=Berlin", "OU=Computers", "OU=Macs"});
         join(&wizard);
         QCOMPARE(directoryOn("berlin-mac").distinguishedName, "CN=berlin-mac," + container);
+        QCOMPARE(directoryOn("berlin-mac").state, QString("enabled"));
     }
 
     void tellsThatNoEncryptionIsInCommon()
