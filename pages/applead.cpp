@@ -30,7 +30,6 @@ void AppleAD::initializePage()
 
 void AppleAD::setUIDomain()
 {
-    ui->ADName->clear();
     BindingReport report;
     while (const char* next = report.nextDomainLine()) {
         const QByteArray line(next);

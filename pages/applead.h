@@ -20,7 +20,8 @@ public:
     // Checks the credentials and unbinds; false, with a warning shown, when the check failed.
     bool validatePage() override;
 
-    // Reads the bound domain with administrator rights and shows it; shows nothing when refused.
+    // Reads the bound domain with administrator rights and shows it. The page stays as it is when
+    // that is refused.
     void setUIDomain();
     // Removes the binding; always true, since the tool's own status can't be had.
     bool leaveAppleAD();

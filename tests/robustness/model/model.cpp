@@ -221,9 +221,8 @@ void Rules::initialize(int page)
     switch (page) {
     case 2:
         run({"dsconfigad", "-show"});
-        on.boundName = mac.bound ? boundDomain : QString();
         if (mac.bound)
-            on.carriedDomain = boundDomain;
+            on.boundName = on.carriedDomain = boundDomain;
         break;
     case 3:
         on.user = on.carriedUser.isEmpty() ? "Administrator" : on.carriedUser;
