@@ -68,8 +68,9 @@ proc session::name_servers {} {
     return [expr {$fitting eq {} ? {{}} : [lindex $fitting 0 2]}]
 }
 
-# Takes the first of `controllers` that answers out of that list; the others stay there, for when it is
-# lost. All are asked side by side in batches, for five seconds in all.
+# Sets `controller` to the first of `controllers` that answers, by its own name, and takes it out of that
+# list; the others stay there, for when it is lost. Sixteen are asked side by side, the next sixteen when
+# none of them answers within a second. Fails after five seconds, or when this Mac's clock is wrong.
 proc session::choose_controller {} {
     variable domain; variable controllers; variable controller
     set waiting $controllers
@@ -90,9 +91,9 @@ proc session::choose_controller {} {
     check_clock $time
 }
 
-# Asks these controllers until a time in milliseconds. Of the first that answers for the directory and
-# takes connections for Kerberos, returns the name by which DNS lists it, its own name and its clock;
-# nothing when none does.
+# Asks these controllers until a time in milliseconds. Of the first that answers as one of the domain's
+# and takes connections for Kerberos, returns the name by which DNS lists it, its own name and its time,
+# such as 20261231235959 in UTC; nothing when none does.
 proc session::first_answer {hosts until} {
     variable output; variable base
     foreach host $hosts {

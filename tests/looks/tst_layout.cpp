@@ -225,6 +225,28 @@ private slots:
         QTRY_VERIFY(tree->horizontalScrollBar()->isVisible());
     }
 
+    void namesThatAreScrolledToAreNotCutOff()
+    {
+        NEEDS_TOOLS();
+        const auto opened = Scenes::open("containers");
+        auto* tree = child<QTreeView>(opened->content(), "browserTree");
+        auto* model = qobject_cast<QStandardItemModel*>(tree->model());
+        for (int i = 0; i < 100; ++i)
+            model->appendRow(new QStandardItem("OU=Macs"));
+        const QString longest(200, QLatin1Char('m'));
+        model->appendRow(new QStandardItem(longest));
+        QTRY_VERIFY(tree->verticalScrollBar()->isVisible());
+        QVERIFY(!tree->horizontalScrollBar()->isVisible());
+        tree->scrollToBottom();
+        QTRY_VERIFY(tree->columnWidth(0) > tree->fontMetrics().horizontalAdvance(longest));
+        QTRY_VERIFY(tree->horizontalScrollBar()->isVisible());
+        // Another tree doesn't keep the room.
+        model->removeRow(model->rowCount() - 1);
+        tree->setModel(nullptr);
+        tree->setModel(model);
+        QTRY_VERIFY(!tree->horizontalScrollBar()->isVisible());
+    }
+
     void editsAreAligned_data()
     {
         addColumns<QString, QStringList>("scene", "edits");

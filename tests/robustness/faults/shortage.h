@@ -13,15 +13,16 @@ struct Shortage {
     QString name;
     Kind kind;
 
-    // What is to be seen for a use, given what is seen where nothing is lacking.
+    // What the user has to see under this shortage in the use of this name, where he sees `well`
+    // without one.
     QString expected(const QString& use, const QString& well) const;
 };
 
 QList<Shortage> shortages();
 
 // The shortage holds from construction to destruction, that of threads for the rest of the process.
-// Interruptions go on while the tool of the command, which is held, is waited for, and then let it
-// end.
+// The process ends where it can't be brought about. Interruptions release the command's tool, which
+// has to be held, a hundred rounds of signals after its begin.
 class ShortageGuard
 {
 public:
