@@ -20,10 +20,11 @@ proc session::list_controllers {} {
 
 proc session::fail_without_controllers {} {
     variable domain
-    if {[string match -nocase *.local $domain]} {
+    set unknown [string match "*status: NXDOMAIN*" [look_up SOA $domain.]]
+    if {$unknown && [string match -nocase *.local $domain]} {
         fail "No DNS server knows $domain, and a Mac looks for .local names nearby: have its DNS servers set."
     }
-    if {[string match "*status: NXDOMAIN*" [look_up SOA $domain.]]} {
+    if {$unknown} {
         fail "The domain $domain was not found: check its full name, and that this Mac uses its DNS servers."
     }
     fail "DNS lists no domain controller of $domain: check the name, and that this Mac uses its DNS servers."
@@ -34,7 +35,7 @@ proc session::look_up {type name} {
     variable domain
     foreach server [name_servers] {
         set answer [lindex [execute "" \
-            dig {*}$server +time=1 +tries=2 +noall +answer +comments $type $name] 1]
+            dig {*}$server +time=1 +tries=2 +noshort +noall +answer +comments $type $name] 1]
         if {[regexp {status: (NOERROR|NXDOMAIN)} $answer]} {
             return $answer
         }
@@ -70,7 +71,8 @@ proc session::name_servers {} {
 
 # Sets `controller` to the first of `controllers` that answers, by its own name, and takes it out of that
 # list; the others stay there, for when it is lost. Sixteen are asked side by side, the next sixteen when
-# none of them answers within a second. Fails after five seconds, or when this Mac's clock is wrong.
+# none has answered within a second or all have failed; the last have what is left of five seconds. Fails
+# when none answers, or when this Mac's clock is wrong.
 proc session::choose_controller {} {
     variable domain; variable controllers; variable controller
     set waiting $controllers

@@ -17,7 +17,7 @@ namespace eval session {
     # What kinit and ldapsearch say, as MIT's and the Mac's word it, and the sentence for it. The first
     # that fits counts.
     variable causes {
-        {password (has )?expired}
+        {password (has )?expired|changing password}
         "The password of $user has expired or must be changed: change it, for example by logging in once."
         {server.* (not found|unknown)}
         "The domain does not know the service of $controller: have that account's service names checked."
@@ -108,7 +108,7 @@ proc session::make_directory {} {
     set directory [string trim $answer]
 }
 
-# The settings name no other controller, so kinit doesn't ask DNS, which may be slow.
+# The settings name one controller, so kinit doesn't ask DNS, which may be slow, for the others.
 proc session::write_settings {} {
     variable domain; variable controller; variable directory
     set realm [string toupper $domain]
@@ -178,7 +178,9 @@ proc session::explain {answer refusal} {
     set wording [regsub -all -line {Password for .*: } $answer ""]
     set wording [regsub -all -line {Client ['(].*\\@.*[')]} $wording "Enterprise name"]
     set wording [regsub -all -line {Client ['(].*[')]} $wording "Client"]
-    if {[regexp -nocase {(can't|cannot) contact|unable to reach|timed out} $wording]} {
+    # Where it is another domain's controllers that a user's ticket needs, none of this one's is lost.
+    set kerberos "(contact|reach) any KDC (for|in) realm '?$domain"
+    if {[regexp -nocase "$kerberos|can't contact ldap|timed out" $wording]} {
         fail "The controller $controller stopped answering: check the network, and try again." $answer LOST
     }
     foreach {pattern sentence} $causes {

@@ -45,7 +45,7 @@ proc session::collect {channel} {
 }
 
 # Opens a connection, which counts as a tool that ends once the connection is made or has failed.
-# Returns its channel, or nothing when the host has no address.
+# Returns its channel, or nothing when it can't be begun.
 proc session::connect {host port} {
     if {[catch {socket -async $host $port} channel]} return
     set session::output($channel) ""

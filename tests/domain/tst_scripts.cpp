@@ -308,7 +308,7 @@ private slots:
         QCOMPARE(list().status, 0);
         const QStringList checked = {
             "scutil --dns",
-            "dig @192.0.2.1 -p 53 +time=1 +tries=2 +noall +answer +comments SRV "
+            "dig @192.0.2.1 -p 53 +time=1 +tries=2 +noshort +noall +answer +comments SRV "
             "_ldap._tcp.dc._msdcs.example.test.",
             "mktemp -d",
             "ldapsearch -x -LLL -o ldif-wrap=no -o nettimeout=2 -H ldap://dc1.example.test -b  -s "

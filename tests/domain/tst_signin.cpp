@@ -1,5 +1,8 @@
 #include "tests/domain/scripttest.h"
 
+static const QString noneListed = "DNS lists no domain controller of %1: check the name, and that "
+                                  "this Mac uses its DNS servers.";
+
 // Whom the script of the sign-in accepts, and what it says of the others.
 class TestSignIn : public ScriptTest
 {
@@ -60,9 +63,7 @@ private slots:
                  "No DNS server knows %1, and a Mac looks for .local names nearby: have its DNS "
                  "servers set.");
         ofDomain("not under .local", "corp.mylocal", Sentence::domainNotFound);
-        ofDomain("no controller listed", "dc1.example.test",
-                 "DNS lists no domain controller of %1: check the name, and that this Mac uses its "
-                 "DNS servers.");
+        ofDomain("no controller listed", "dc1.example.test", noneListed);
         ofDomain(
             "no controller reachable", "old.example.test",
             "No domain controller of %1 can be reached (1 tried): check network and firewalls.");
@@ -91,6 +92,12 @@ private slots:
         checkRefusal(check(domain, user, password), sentence);
     }
 
+    void saysWhenDnsKnowsADomainUnderLocal()
+    {
+        standIn("dig", "echo ';; ->>HEADER<<- opcode: QUERY, status: NOERROR, id: 1'\n");
+        checkRefusal(check("corp.local"), noneListed.arg("corp.local"));
+    }
+
     void saysWhatBothKindsOfKinitMean_data()
     {
         addColumns<QString, QString>("words", "sentence");
@@ -114,6 +121,8 @@ private slots:
                "Password expired.  You must change it now.\nEnter new password: \nCannot read "
                "password",
                changed);
+        addRow("expired, asking for another, of the Mac",
+               "Changing password\nNew password: \nRepeat new password: ", changed);
         addRow("unknown", "Client 'anna@EXAMPLE.TEST' not found in Kerberos database" + while_,
                unknown);
         addRow("unknown, of the Mac", "Client (anna@EXAMPLE.TEST) unknown", unknown);
@@ -140,6 +149,10 @@ private slots:
         addRow("lost", "Cannot contact any KDC for realm 'EXAMPLE.TEST'" + while_, lost);
         addRow("lost, of the Mac", "unable to reach any KDC in realm EXAMPLE.TEST, tried 1 KDC",
                lost);
+        addRow("another domain's are lost",
+               "Cannot contact any KDC for realm 'CHILD.EXAMPLE.TEST'" + while_,
+               "The domain example.test did not accept anna; ask its administrators: kinit: Cannot "
+               "contact any KDC for realm 'CHILD.EXAMPLE.TEST' while getting initial credentials");
         addRow("clock, after a warning of an encryption type",
                "Warning: encryption type arcfour-hmac used for authentication is deprecated\n"
                "Clock skew too great",
