@@ -34,6 +34,7 @@ Wizard::Wizard(QWidget* parent) : QWizard(parent), ui(new Ui_Wizard)
     connect(button(QWizard::NextButton), &QAbstractButton::clicked, this, &Wizard::checkNext);
     connect(button(QWizard::BackButton), &QAbstractButton::clicked, this, &Wizard::checkBack);
     connect(this, &QWizard::currentIdChanged, this, [this] { messageWasLast = false; });
+    qApp->installEventFilter(this);
 
     addAboutMenu();
 }
@@ -103,15 +104,29 @@ void Wizard::keyPressEvent(QKeyEvent* event)
         QWizard::keyPressEvent(event);
 }
 
+// In all windows a Return that is held counts once. Repeated, it would confirm page after page and
+// message after message unread, and each check of a wrong password helps to lock the account.
+bool Wizard::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::KeyPress) {
+        const auto* press = static_cast<QKeyEvent*>(event);
+        if (press->isAutoRepeat() &&
+            (press->key() == Qt::Key_Return || press->key() == Qt::Key_Enter))
+            return true;
+    }
+    return QWizard::eventFilter(watched, event);
+}
+
 void Wizard::showAbout()
 {
     if (!isUnderDialog())
         about(nullptr).exec();
 }
 
+// An assistive press is carried out a moment later, even if its button has been disabled meanwhile.
 void Wizard::checkNext()
 {
-    if (isUnderDialog())
+    if (isUnderDialog() || !held.isEmpty())
         return;
     // Painted as pressed, also after a key, and stays so while the page's check keeps the program
     // from painting. hold(), which next() leads to, disables the button and so lets it up again.
@@ -124,7 +139,7 @@ void Wizard::checkNext()
 
 void Wizard::checkBack()
 {
-    if (isUnderDialog())
+    if (isUnderDialog() || !held.isEmpty())
         return;
     back();
     endStep(false);
@@ -174,8 +189,8 @@ void Wizard::release()
     aboutAction->setEnabled(true);
 }
 
-// Tab stops at the disabled buttons, too. Otherwise a text that is typed after the last edit would
-// land in the first one.
+// Tab stops at buttons that are held, too. If it skipped them, Tab in the page's last edit would
+// lead round to the first one, and what is typed next would land there.
 bool Wizard::focusNextPrevChild(bool next)
 {
     if (held.isEmpty())

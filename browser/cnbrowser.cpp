@@ -65,6 +65,7 @@ void cnbrowser::drawCNTreeModel()
          component.data().toString().startsWith(QLatin1String("DC"));
          component = model->index(0, 0, component))
         ui->browserTree->expand(component);
+    ui->browserTree->scrollToTop(); // the view is where the user left the tree before
     drawnDomain = domain;
     emit treeDrawingDone(CNBROWSER_SUCCESS);
 }

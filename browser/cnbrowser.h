@@ -21,9 +21,9 @@ public:
 
     // What the next createTree() loads with.
     void setDomainInfo(QString domain, QString user, QString password);
-    // Loads the tree, or reuses the one that is drawn for this domain. Its end is told by
-    // treeDrawingDone(), but not that of a script that can't be started, or that a later load or
-    // clearData() ends.
+    // Loads the tree, or reuses the one that is drawn for this domain. treeDrawingDone() tells its
+    // end, except when the script can't be started, or when a later load or clearData() has ended
+    // it.
     void createTree();
     // Releases the model and the loader.
     void clearData();

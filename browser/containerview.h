@@ -1,12 +1,12 @@
 #pragma once
 
 #include <QHeaderView>
+#include <QResizeEvent>
 #include <QScrollBar>
 #include <QTreeView>
 
-// A tree with one column. It is as wide as the view, so that a chosen row is marked from edge to
-// edge, or as the names in view where these are wider, so that they can be scrolled to and none is
-// cut off.
+// A tree with one column. It is at least as wide as the view, so that a chosen row is marked from
+// edge to edge, and as the names that are or were scrolled into view, so that none is cut off.
 class ContainerView : public QTreeView
 {
 public:
@@ -28,8 +28,12 @@ public:
 protected:
     void resizeEvent(QResizeEvent* event) override
     {
+        const bool wasInView =
+            visualRect(currentIndex()).intersects(QRect(QPoint(), event->oldSize()));
         setLeastWidth();
         QTreeView::resizeEvent(event);
+        if (wasInView) // a horizontal scroll bar that appears may cover it
+            scrollTo(currentIndex());
     }
 
 private:

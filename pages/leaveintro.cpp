@@ -16,6 +16,13 @@ LeaveIntro::LeaveIntro(QWidget* parent) : QWizardPage(parent), ui(new Ui_LeaveIn
 {
     ui->setupUi(this);
     setButtonText(QWizard::NextButton, tr("Leave"));
+    // An assistive tool chooses without a click.
+    connect(ui->radioButton_3, &QAbstractButton::toggled, this, [this](bool chosen) {
+        if (chosen)
+            on_radioButton_3_clicked();
+        else
+            on_radioButton_clicked();
+    });
 }
 
 LeaveIntro::~LeaveIntro()

@@ -2,6 +2,7 @@
 #include "tests/support/worldtest.h"
 
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QStandardItemModel>
 #include <QTreeView>
@@ -75,6 +76,25 @@ private slots:
     void initTestCase()
     {
         qRegisterMetaType<CNBROWSER_ERROR>("CNBROWSER_ERROR");
+    }
+
+    void aTreeIsSeenFromItsTop()
+    {
+        QByteArray containers;
+        for (int i = 0; i < 100; ++i)
+            containers += "OU=Unit " + QByteArray::number(i) + ",DC=example,DC=test\n";
+        Browser browser(containers);
+        browser.load();
+        browser.dialog.show();
+        QTRY_VERIFY(browser.tree()->verticalScrollBar()->isVisible());
+        browser.tree()->scrollToBottom();
+        QVERIFY(browser.tree()->verticalScrollBar()->value() > 0);
+        browser.dialog.close();
+        browser.dialog.setDomainInfo("other.test", "admin", "secret");
+        browser.load();
+        browser.dialog.show();
+        QTRY_VERIFY(browser.tree()->verticalScrollBar()->isVisible());
+        QCOMPARE(browser.tree()->verticalScrollBar()->value(), 0);
     }
 
     void missingDomainInfoLoadsNothing()

@@ -1,5 +1,7 @@
 #include "pages/dialogs/loadcn.h"
+#include "pages/dialogs/warning.h"
 #include "tests/support/helperruns.h"
+#include "widgets/queuedinput.h"
 
 #include <QAccessible>
 #include <QAction>
@@ -105,6 +107,62 @@ private slots:
         QCOMPARE(dialogs, QStringList{"Warning"});
         QCOMPARE(World::calls().size(), 0);
         QCOMPARE(driver.page(), 4);
+    }
+
+    void aHeldReturnCountsOnce_data()
+    {
+        addColumns<QString>("focus");
+        for (const char* focus : {"edit", "button", "message"})
+            addRow(focus, focus);
+    }
+
+    void aHeldReturnCountsOnce()
+    {
+        QFETCH(QString, focus);
+        WizardDriver driver;
+        driver.goToCredentials();
+        driver.enterCredentials();
+        driver.on<QLineEdit>("PasswordEdit")->setFocus();
+        if (focus == "button")
+            driver.button(QWizard::NextButton)->setFocus();
+        const auto repeat = [] {
+            QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true);
+            QApplication::sendEvent(QApplication::focusWidget(), &press);
+        };
+        if (focus == "message") {
+            Warning message;
+            message.show();
+            QVERIFY(QTest::qWaitForWindowActive(&message));
+            bool canClose = false;
+            afterQueuedInput(&message, [&] { canClose = true; });
+            QTRY_VERIFY(canClose);
+            repeat();
+            QVERIFY(message.isVisible());
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+            QVERIFY(!message.isVisible());
+            return;
+        }
+        QVERIFY(QTest::qWaitForWindowActive(&driver.wizard));
+        repeat();
+        QCOMPARE(World::callsOf("mvedit").size(), 0);
+        QCOMPARE(driver.page(), 3);
+    }
+
+    // Its click comes a tenth of a second later, here once another press has taken the step.
+    void anAssistivePressDoesNotOutlastItsPage()
+    {
+        WizardDriver driver;
+        driver.goToCredentials();
+        driver.enterCredentials();
+        auto* next = driver.button(QWizard::NextButton);
+        QSignalSpy clicked(next, &QAbstractButton::clicked);
+        QAccessible::queryAccessibleInterface(next)->actionInterface()->doAction(
+            QAccessibleActionInterface::pressAction());
+        QTest::qSleep(200);
+        driver.next();
+        QTRY_COMPARE(clicked.size(), 2);
+        QCOMPARE(driver.page(), 4);
+        QCOMPARE(World::callsOf("gui_helper_tool").size(), 0);
     }
 
     // Each step waits for queued input by a timer.

@@ -3,6 +3,7 @@
 #include "tests/support/webbrowser.h"
 #include "tests/support/wizarddriver.h"
 
+#include <QAccessible>
 #include <QLabel>
 #include <QRadioButton>
 
@@ -34,6 +35,25 @@ private slots:
     {
         WorldTest::init();
         World::setJoined();
+    }
+
+    // An assistive tool chooses without a click.
+    void anAssistiveChoiceEnablesAndDisablesTheEdits()
+    {
+        LeaveDriver driver;
+        driver.type("UsernameEdit", "admin");
+        const auto choose = [&](const char* option) {
+            QAccessible::queryAccessibleInterface(driver.on<QRadioButton>(option))
+                ->actionInterface()
+                ->doAction(QAccessibleActionInterface::toggleAction());
+        };
+        choose("radioButton_3");
+        QVERIFY(!driver.on<QWidget>("UsernameEdit")->isEnabled());
+        QVERIFY(!driver.on<QWidget>("PasswordEdit")->isEnabled());
+        QCOMPARE(driver.text("UsernameEdit"), QString());
+        choose("radioButton");
+        QVERIFY(driver.on<QWidget>("UsernameEdit")->isEnabled());
+        QVERIFY(driver.on<QWidget>("PasswordEdit")->isEnabled());
     }
 
     void withoutTheAgentTheValuesAreEmpty()

@@ -4,7 +4,7 @@
 #include <QScrollArea>
 
 // A scroll area without a frame, for forms whose fixed size is too small for long texts in a large
-// font. It takes no focus itself, and keeps the widget that has it in view.
+// font. It takes no focus itself, and scrolls to a widget that gets it by key.
 class ScrollingArea : public QScrollArea
 {
 public:
@@ -15,7 +15,9 @@ public:
         setWidgetResizable(true);
         viewport()->setAutoFillBackground(false);
         connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
-            if (now == nullptr || !contents->isAncestorOf(now))
+            // A widget that moved under the pointer would not get the click that gave it the focus.
+            if (now == nullptr || !contents->isAncestorOf(now) ||
+                QApplication::mouseButtons() != Qt::NoButton)
                 return;
             ensureWidgetVisible(now);
             // Of an edit, ensureWidgetVisible() shows the cursor alone.

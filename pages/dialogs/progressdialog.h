@@ -4,7 +4,7 @@
 
 // A progress dialog, whose form has a label and a bar. One that can't be closed by the user stays
 // until the code that opened it takes it away: without it, the wizard behind would take input again
-// and could start a second privileged run.
+// while the tool runs.
 class ProgressDialog : public QDialog
 {
     Q_OBJECT

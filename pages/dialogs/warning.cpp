@@ -42,6 +42,8 @@ Warning::Warning(QWidget* parent) : QDialog(parent), ui(new Ui_Warning)
     // The message, not the button: screen readers read it, and the arrow keys scroll it. Return
     // still presses the button.
     ui->WarningLabel->setFocus();
+    // No links: with them, Return would open one where text is selected.
+    ui->WarningLabel->setTextInteractionFlags(Qt::TextSelectableByMouse);
 }
 
 Warning::~Warning()

@@ -153,6 +153,17 @@ private slots:
         QVERIFY(!opened->window()->isVisible());
     }
 
+    void returnClosesTheWarningWhoseTextWasCopied()
+    {
+        const auto opened = Scenes::open("warning-long");
+        QTest::keySequence(child<QTextBrowser>(opened->content(), "WarningLabel"),
+                           QKeySequence::SelectAll);
+        QVERIFY(
+            child<QTextBrowser>(opened->content(), "WarningLabel")->textCursor().hasSelection());
+        pressKey(Qt::Key_Return);
+        QVERIFY(!opened->window()->isVisible());
+    }
+
     void escapeKeepsTheWizard()
     {
         KeyDriver driver;

@@ -7,9 +7,11 @@
 #include <QAbstractButton>
 #include <QLabel>
 #include <QLineEdit>
+#include <QRadioButton>
 #include <QScrollBar>
 #include <QStandardItemModel>
 #include <QTreeView>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -188,6 +190,23 @@ private slots:
         QCOMPARE(page.grab().toImage(), red);
     }
 
+    void aClickOnAChoiceThatIsCutOffCounts()
+    {
+        ScrollingArea area;
+        auto* contents = new QWidget;
+        auto* layout = new QVBoxLayout(contents);
+        for (int i = 0; i < 20; ++i)
+            layout->addWidget(new QRadioButton("choice"));
+        area.setWidget(contents);
+        area.show();
+        QVERIFY(QTest::qWaitForWindowActive(&area));
+        auto* choice = contents->findChildren<QRadioButton*>().at(10);
+        area.resize(200, choice->geometry().center().y() + 2);
+        QTRY_VERIFY(!area.viewport()->rect().contains(choice->geometry()));
+        clickThroughWindow(choice);
+        QVERIFY(choice->isChecked());
+    }
+
     void choicesStandBesideTheirDescriptions()
     {
         NEEDS_TOOLS();
@@ -237,9 +256,12 @@ private slots:
         model->appendRow(new QStandardItem(longest));
         QTRY_VERIFY(tree->verticalScrollBar()->isVisible());
         QVERIFY(!tree->horizontalScrollBar()->isVisible());
-        tree->scrollToBottom();
+        tree->setFocus();
+        QTest::keyClick(tree, Qt::Key_End);
         QTRY_VERIFY(tree->columnWidth(0) > tree->fontMetrics().horizontalAdvance(longest));
         QTRY_VERIFY(tree->horizontalScrollBar()->isVisible());
+        QTRY_VERIFY(tree->viewport()->rect().contains(
+            QPoint(0, tree->visualRect(tree->currentIndex()).bottom())));
         // Another tree doesn't keep the room.
         model->removeRow(model->rowCount() - 1);
         tree->setModel(nullptr);
