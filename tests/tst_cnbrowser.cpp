@@ -30,7 +30,7 @@ public:
         QSignalSpy done(&dialog, &cnbrowser::treeDrawingDone);
         dialog.createTree();
         if (done.isEmpty())
-            done.wait();
+            done.wait(20000);
         QList<int> statuses;
         for (const QList<QVariant>& arguments : std::as_const(done))
             statuses << arguments.at(0).value<CNBROWSER_ERROR>();

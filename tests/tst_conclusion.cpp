@@ -91,9 +91,11 @@ private slots:
     {
         WizardDriver driver;
         joining = true;
-        const QString first = reportFor(driver, "first.test");
+        reportFor(driver, "first.test");
         allowWarning("QString::arg: Argument missing");
-        QCOMPARE(reportFor(driver, "second.test"), first);
+        QCOMPARE(reportFor(driver, "second.test"),
+                 QString("You have successfully joined your Mac to your Active Directory domain at "
+                         "first.test."));
     }
 
     void withoutAJoinTheReportStaysAsItIs()

@@ -24,7 +24,7 @@ public:
     {
         QSignalSpy obtained(&helper, &cnbrowserhelper::cnDataObtained);
         helper.getCNData();
-        return obtained.wait() && obtained.count() == 1;
+        return obtained.wait(20000) && obtained.count() == 1;
     }
     std::unique_ptr<QStandardItemModel> model()
     {
@@ -176,7 +176,7 @@ private slots:
         QVERIFY(!loader.helper.cnDataCheck());
         QVERIFY(loader.model() == nullptr);
         World::release("mvedit");
-        QVERIFY(obtained.wait());
+        QVERIFY(obtained.wait(20000));
         QVERIFY(loader.helper.cnDataCheck());
         QVERIFY(loader.model() != nullptr);
     }
@@ -239,7 +239,7 @@ private slots:
         loader.helper.getCNData();
         QVERIFY(!loader.helper.cnDataCheck());
         QSignalSpy obtained(&loader.helper, &cnbrowserhelper::cnDataObtained);
-        QVERIFY(obtained.wait());
+        QVERIFY(obtained.wait(20000));
     }
 
     void secondLoadEndsAScriptThatStillRuns()

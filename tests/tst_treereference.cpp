@@ -95,7 +95,7 @@ private slots:
             QSignalSpy obtained(&helper, &cnbrowserhelper::cnDataObtained);
             helper.setDomainInfo("example.com", "admin", "secret");
             helper.getCNData();
-            QVERIFY(obtained.wait());
+            QVERIFY(obtained.wait(20000));
             const std::unique_ptr<QStandardItemModel> model(helper.createModelOutOfCNData());
             QVERIFY(model != nullptr);
             QCOMPARE(shown(model->invisibleRootItem()), Reference::tree(lines));

@@ -258,7 +258,8 @@ private slots:
         QVERIFY(!tree->horizontalScrollBar()->isVisible());
         tree->setFocus();
         QTest::keyClick(tree, Qt::Key_End);
-        QTRY_VERIFY(tree->columnWidth(0) > tree->fontMetrics().horizontalAdvance(longest));
+        QTRY_VERIFY(tree->columnWidth(0) >
+                    tree->indentation() + tree->fontMetrics().horizontalAdvance(longest));
         QTRY_VERIFY(tree->horizontalScrollBar()->isVisible());
         QTRY_VERIFY(tree->viewport()->rect().contains(
             QPoint(0, tree->visualRect(tree->currentIndex()).bottom())));

@@ -125,6 +125,7 @@ private slots:
             return opened->window()->grab({x, 0, 170, 500}).toImage();
         };
         const QImage leftToRight = picture(0);
+        QVERIFY(picture(400) != leftToRight);
         QApplication::setLayoutDirection(Qt::RightToLeft);
         const QImage rightToLeft = picture(800 - 170);
         QApplication::setLayoutDirection(Qt::LeftToRight);

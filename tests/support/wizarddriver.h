@@ -54,7 +54,7 @@ public:
     void waitUntilFree() const
     {
         const auto* about = wizard.findChild<QAction*>();
-        if (!QTest::qWaitFor([about] { return about->isEnabled(); }))
+        if (!QTest::qWaitFor([about] { return about->isEnabled(); }, 20000))
             qFatal("The wizard stays busy");
     }
     QStringList next()

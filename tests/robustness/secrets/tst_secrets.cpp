@@ -147,7 +147,9 @@ private slots:
         const QStringList before = temporaryFiles();
         QString seen;
         QStringList shown;
-        const auto look = [&] { seen += windowTexts() + environmentTexts(); };
+        const auto look = [&] {
+            seen += windowTexts() + environmentTexts() + QGuiApplication::clipboard()->text();
+        };
         const auto answer = [&](const char* command, const QByteArray& output, bool helper) {
             World::answer(command, {output, "", succeeds ? 0 : 7, 0, helper});
         };
