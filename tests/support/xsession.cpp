@@ -100,6 +100,15 @@ QString XSession::title(const QString& window) const
     return ask("xdotool", {"getwindowname", window});
 }
 
+QRect XSession::place(const QString& window) const
+{
+    const QStringList lines = ask("xdotool", {"getwindowgeometry", "--shell", window}).split('\n');
+    const auto value = [&lines](const QString& name) {
+        return lines.filter(QRegularExpression('^' + name + '=')).value(0).section('=', 1).toInt();
+    };
+    return {value("X"), value("Y"), value("WIDTH"), value("HEIGHT")};
+}
+
 bool XSession::isInFront(const QString& window, const QString& other) const
 {
     const QStringList stack =

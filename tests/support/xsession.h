@@ -21,6 +21,8 @@ public:
     QStringList windows() const;
     QStringList allWindowsEver() const;
     QString title(const QString& window) const;
+    // Where the window lies on the screen, without its frame.
+    QRect place(const QString& window) const;
     // Whether `window` lies in front of `other`.
     bool isInFront(const QString& window, const QString& other) const;
     // Waits for the window with this title and returns its id; empty when none comes.
