@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QHeaderView>
-#include <QResizeEvent>
 #include <QScrollBar>
 #include <QTreeView>
 
@@ -28,12 +27,8 @@ public:
 protected:
     void resizeEvent(QResizeEvent* event) override
     {
-        const bool wasInView =
-            visualRect(currentIndex()).intersects(QRect(QPoint(), event->oldSize()));
         setLeastWidth();
         QTreeView::resizeEvent(event);
-        if (wasInView) // a horizontal scroll bar that appears may cover it
-            scrollTo(currentIndex());
     }
 
 private:
