@@ -22,8 +22,7 @@ public:
     // What the next createTree() loads with.
     void setDomainInfo(QString domain, QString user, QString password);
     // Loads the tree, or reuses the one that is drawn for this domain. treeDrawingDone() tells its
-    // end, except when the script can't be started, or when a later load or clearData() has ended
-    // it.
+    // end, but not where the script can't be started, or a later load or clearData() has ended it.
     void createTree();
     // Releases the model and the loader.
     void clearData();

@@ -33,8 +33,7 @@ protected:
 
 private:
     // The header doesn't measure the names that scrolling brings into view. Their room stays when
-    // they are out of view again, or else the horizontal scroll bar would come and go, and move
-    // them.
+    // they are out of view again, or else the horizontal scroll bar would come and go.
     void makeRoom()
     {
         widest = qMax(widest, sizeHintForColumn(0));

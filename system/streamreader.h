@@ -2,9 +2,8 @@
 
 #include <cstdio>
 
-// Fills the block unless the stream ends or fails first; returns how many bytes it holds. Unlike
-// fread() it goes on when a signal has interrupted it, such as that for the end of another child
-// process.
+// Fills the block unless the stream ends or fails; returns how many bytes it holds. Unlike fread()
+// it goes on when a signal has interrupted it, such as that for the end of another child process.
 size_t readBlock(char* block, size_t size, FILE* stream);
 
 // Reads all that is left in a stream, in chunks as fgets() reads them into 512 bytes.
