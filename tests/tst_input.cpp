@@ -22,6 +22,13 @@ void typeUnheard(Wizard* wizard, Qt::Key key, Qt::KeyboardModifiers modifiers = 
         Qt::QueuedConnection);
 }
 
+// A press of Return as the system makes it while the key is held.
+void repeatReturn()
+{
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true);
+    QApplication::sendEvent(QApplication::focusWidget(), &press);
+}
+
 void clickUnheard(const Wizard& wizard, const QWidget* widget)
 {
     const QPointF position = widget->mapTo(&wizard, QPoint(10, widget->height() / 2));
@@ -112,7 +119,7 @@ private slots:
     void aHeldReturnCountsOnce_data()
     {
         addColumns<QString>("focus");
-        for (const char* focus : {"edit", "button", "message"})
+        for (const char* focus : {"edit", "button"})
             addRow(focus, focus);
     }
 
@@ -125,27 +132,25 @@ private slots:
         driver.on<QLineEdit>("PasswordEdit")->setFocus();
         if (focus == "button")
             driver.button(QWizard::NextButton)->setFocus();
-        const auto repeat = [] {
-            QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true);
-            QApplication::sendEvent(QApplication::focusWidget(), &press);
-        };
-        if (focus == "message") {
-            Warning message;
-            message.show();
-            QVERIFY(QTest::qWaitForWindowActive(&message));
-            bool canClose = false;
-            afterQueuedInput(&message, [&] { canClose = true; });
-            QTRY_VERIFY(canClose);
-            repeat();
-            QVERIFY(message.isVisible());
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-            QVERIFY(!message.isVisible());
-            return;
-        }
         QVERIFY(QTest::qWaitForWindowActive(&driver.wizard));
-        repeat();
+        repeatReturn();
         QCOMPARE(World::callsOf("mvedit").size(), 0);
         QCOMPARE(driver.page(), 3);
+    }
+
+    void aHeldReturnClosesNoMessage()
+    {
+        const WizardDriver driver;
+        Warning message;
+        message.show();
+        QVERIFY(QTest::qWaitForWindowActive(&message));
+        bool canClose = false;
+        afterQueuedInput(&message, [&] { canClose = true; });
+        QTRY_VERIFY(canClose);
+        repeatReturn();
+        QVERIFY(message.isVisible());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QVERIFY(!message.isVisible());
     }
 
     // Its click comes a tenth of a second later, here once another press has taken the step.

@@ -5,6 +5,7 @@
 #include "widgets/wrappinglabel.h"
 
 #include <QAbstractButton>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
@@ -261,6 +262,11 @@ private slots:
         QTRY_VERIFY(tree->columnWidth(0) >
                     tree->indentation() + tree->fontMetrics().horizontalAdvance(longest));
         QTRY_VERIFY(tree->horizontalScrollBar()->isVisible());
+        // Out of view it keeps its room, also when the header measures anew.
+        tree->scrollToTop();
+        tree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+        QCoreApplication::processEvents();
+        QVERIFY(tree->columnWidth(0) > tree->fontMetrics().horizontalAdvance(longest));
         // Another tree doesn't keep the room.
         model->removeRow(model->rowCount() - 1);
         tree->setModel(nullptr);
