@@ -1,6 +1,7 @@
 # Signing in to an Active Directory domain with a Mac's tools: kinit gets a ticket from a domain
-# controller, ldapsearch asks it over a signed connection. Sourced by the scripts beside it. Of the tools
-# only kinit gets the password, on its standard input; the ticket's private folder is deleted at the end.
+# controller, with which ldapsearch asks that controller over a signed connection. Sourced by the scripts
+# beside it. Of the tools only kinit gets the password, on its standard input. The ticket's private folder
+# is deleted at the end, unless the script is killed.
 if {![package vsatisfies [info patchlevel] 8.6-]} {
     puts stderr "These scripts need Tcl 8.6 or newer, and this is [info patchlevel]: update the agent."
     exit 1
@@ -19,6 +20,8 @@ namespace eval session {
     variable causes {
         {password (has )?expired|changing password}
         "The password of $user has expired or must be changed: change it, for example by logging in once."
+        {server.*krbtgt.* (not found|unknown)}
+        "The domain $domain knows no $user: check the name, and its suffix or short domain name."
         {server.* (not found|unknown)}
         "The domain does not know the service of $controller: have that account's service names checked."
         {enterprise name (not found|unknown)}
@@ -35,7 +38,7 @@ namespace eval session {
         "The account $user and this Mac have no encryption type in common: have AES allowed for it."
         {(clock|time) skew}
         "The clock of this Mac is too far off the domain's: set its date and time, and try again."
-        {strong|too weak|confidentiality required}
+        {strong(\(er\))? auth|too weak|confidentiality required}
         "$controller and this Mac do not agree on signing or sealing: have the LDAP settings checked."
     }
 }
@@ -108,14 +111,19 @@ proc session::make_directory {} {
     set directory [string trim $answer]
 }
 
-# The settings name one controller, so kinit doesn't ask DNS, which may be slow, for the others.
-proc session::write_settings {} {
+# The settings name one controller, so kinit doesn't ask DNS, which may be slow, for the others. `kdcs` is
+# how it can be asked, the best way first.
+proc session::write_settings {kdcs} {
     variable domain; variable controller; variable directory
     set realm [string toupper $domain]
     try {
         set settings [open $directory/krb5.conf w]
         puts $settings "\[libdefaults\]\n default_realm = $realm\n rdns = false"
-        puts $settings "\[realms\]\n $realm = \{\n  kdc = $controller\n  master_kdc = $controller\n \}"
+        puts $settings "\[realms\]\n $realm = \{\n  master_kdc = $controller"
+        foreach kdc $kdcs {
+            puts $settings "  kdc = $kdc"
+        }
+        puts $settings " \}"
         close $settings
     } on error {message} {
         fail_without_room $message
@@ -129,24 +137,26 @@ proc session::fail_without_room {details} {
 # Chooses a controller and gets a ticket from it.
 proc session::sign_in {password} {
     global env
-    variable domain; variable user; variable directory
+    variable domain; variable user; variable directory; variable controller
     choose_controller
-    write_settings
-    array set env [list KRB5_CONFIG $directory/krb5.conf KRB5CCNAME FILE:$directory/ticket]
+    set ticket FILE:$directory/ticket
+    array set env [list KRB5_CONFIG $directory/krb5.conf KRB5CCNAME $ticket]
     array set env {LDAPSASL_NOCANON on LC_ALL C} ;# no reverse DNS; messages in English, as `causes` has them
-    # -E is the option of MIT's kinit for an enterprise name. The Mac's is Heimdal's, which has others.
-    lassign {-E} enterprise from
+    # -E is the option of MIT's kinit for an enterprise name. The Mac's is Heimdal's, which has others, asks
+    # by UDP unless it is told TCP, and without -c renews a ticket of the user's own that it finds.
+    lassign [list $controller -E] kdcs enterprise from
     if {[string match *Heimdal* [lindex [execute "" kinit --version] 1]]} {
-        lassign {--enterprise --password-file=STDIN} enterprise from
+        lassign [list "tcp/$controller $controller" --enterprise --password-file=STDIN] kdcs enterprise from
     }
-    lassign [execute $password\n kinit -l 10m {*}$from {*}[principal $enterprise]] status answer
+    write_settings $kdcs
+    lassign [execute $password\n kinit -c $ticket -l 10m {*}$from {*}[principal $enterprise]] status answer
     if {$status != 0} {
         explain $answer "The domain $domain did not accept $user"
     }
 }
 
-# The user as kinit takes him: NAME@REALM for a name of the domain itself, or else an enterprise
-# name, whose owner the controller looks for by its suffix or its domain's short name.
+# The user as kinit takes him: NAME@REALM for a name alone or with the domain's own DNS name, or else an
+# enterprise name, whose owner the controller looks for by the suffix or short domain name in it.
 proc session::principal {enterprise} {
     variable domain; variable user
     regexp {^(?:(.*)\\)?([^@]*)(?:@(.*))?$} $user -> short name suffix
@@ -163,7 +173,7 @@ proc session::search {scope filter args} {
     lassign [execute "" ldapsearch -LLL -Q -Y GSSAPI -O minssf=1 -o ldif-wrap=no -o nettimeout=2 \
         -E pr=1000/noprompt -H ldap://$controller -b $base -s $scope $filter {*}$args] status answer
     if {$status != 0} {
-        # The entries that were listed before it failed are none of the tool's words.
+        # Entries that were listed before the failure are no part of the tool's message.
         set answer [regsub -all -line {^((dn:|#).*)?\n} $answer ""]
         explain $answer "The domain controller $controller refused the question"
     }
@@ -178,8 +188,9 @@ proc session::explain {answer refusal} {
     set wording [regsub -all -line {Password for .*: } $answer ""]
     set wording [regsub -all -line {Client ['(].*\\@.*[')]} $wording "Enterprise name"]
     set wording [regsub -all -line {Client ['(].*[')]} $wording "Client"]
-    # Where it is another domain's controllers that a user's ticket needs, none of this one's is lost.
-    set kerberos "(contact|reach) any KDC (for|in) realm '?$domain"
+    # Where kinit says that it can't reach another domain's controllers, which that domain's users need, this
+    # one isn't lost. When it falls silent, it doesn't say whose answer it waits for.
+    set kerberos "(contact|reach) any KDC (for|in) realm '?[string map {. \\.} $domain](?!\[-.]?\\w)"
     if {[regexp -nocase "$kerberos|can't contact ldap|timed out" $wording]} {
         fail "The controller $controller stopped answering: check the network, and try again." $answer LOST
     }

@@ -1,7 +1,8 @@
 # Running the system's tools, one alone or several side by side. Sourced by domain_session.tcl.
 
-# Runs a tool to its end with `input` as its standard input. Returns its exit status and what it
-# wrote. When nothing comes from it for ten seconds, ends all tools and returns -1 and a sentence.
+# Runs a tool, while no other runs, to its end with `input` as its standard input. Returns its exit status
+# and what it wrote. Looks at it every ten seconds: when nothing has come since the last look, ends it and
+# returns -1 and "TOOL: timed out".
 proc session::execute {input args} {
     variable output
     set channel [start $input {*}$args]
@@ -16,7 +17,7 @@ proc session::execute {input args} {
     return [result $channel]
 }
 
-# Starts a tool and returns its channel.
+# Starts a tool and returns its channel; fails when it can't be started.
 proc session::start {input args} {
     variable output
     if {[catch {open |[list {*}$args 2>@1] r+} channel options]} {

@@ -4,10 +4,11 @@
 #include <QElapsedTimer>
 #include <QMap>
 #include <QProcess>
+#include <QRegularExpression>
 
 namespace {
 
-const char* const path = "/usr/local/bin:/usr/local/sbin:/usr/bin:/bin:/usr/sbin:/sbin";
+const char* const searchPath = "/usr/local/bin:/usr/local/sbin:/usr/bin:/bin:/usr/sbin:/sbin";
 
 QString resource(const QString& name)
 {
@@ -101,13 +102,15 @@ void ScriptTest::note(const QStringList& names)
     for (const QString& tool : names)
         standIn(tool, QString("echo \"%1 $*\" >>%2/calls\n"
                               "PATH=%3 exec %1 \"$@\"\n")
-                          .arg(tool, tools->path(), QLatin1String(path))
+                          .arg(tool, tools->path(), QLatin1String(searchPath))
                           .toUtf8());
 }
 
 QStringList ScriptTest::noted() const
 {
+    const QRegularExpression folder(QRegularExpression::escape(temporaries->path()) + "/[\\w.]+");
     return QString::fromUtf8(contents(tools->filePath("calls")))
+        .replace(folder, "PRIVATE")
         .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
@@ -127,21 +130,21 @@ void ScriptTest::init()
 {
     DomainTest::init();
     tools.reset(new QTemporaryDir);
-    qputenv("PATH", tools->path().toLocal8Bit() + ':' + path);
+    qputenv("PATH", tools->path().toLocal8Bit() + ':' + searchPath);
     temporaries.reset(new QTemporaryDir);
     qputenv("TMPDIR", temporaries->path().toLocal8Bit());
 }
 
-// The scripts leave no ticket and no settings behind, also when they fail.
 void ScriptTest::cleanup()
 {
     for (auto file = originals.cbegin(); file != originals.cend(); ++file)
         write(file.key(), file.value());
     originals.clear();
+    // The scripts leave no ticket and no settings behind, also when they fail.
     QVERIFY(QDir(temporaries->path()).isEmpty());
     temporaries.reset();
     qunsetenv("TMPDIR");
-    qputenv("PATH", path);
+    qputenv("PATH", searchPath);
     tools.reset();
     DomainTest::cleanup();
 }

@@ -17,7 +17,8 @@ QStringList deadControllers(int count)
     return controllers;
 }
 
-const QStringList signedInOnce{"kinit --version", "kinit -l 10m -- Administrator@EXAMPLE.TEST"};
+const QStringList signedInOnce{"kinit --version",
+                               "kinit -c FILE:PRIVATE/ticket -l 10m -- Administrator@EXAMPLE.TEST"};
 
 // Waits for the $mark of delayDirectories().
 const QByteArray untilMarked = "until [ -e \"$mark\" ]; do sleep 0.1; done";
@@ -245,7 +246,7 @@ private slots:
             checkResult(result);
             QCOMPARE(result.output, listing ? alone.output : QString());
             signIns += 2; // at dc2, then at dc1
-            QCOMPARE(noted().filter("kinit -l").size(), signIns);
+            QCOMPARE(noted().filter("kinit -c").size(), signIns);
             stopControllers();
         }
     }

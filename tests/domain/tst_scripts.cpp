@@ -314,14 +314,14 @@ private slots:
             "ldapsearch -x -LLL -o ldif-wrap=no -o nettimeout=2 -H ldap://dc1.example.test -b  -s "
             "base (objectClass=*) currentTime defaultNamingContext dnsHostName",
             "kinit --version",
-            "kinit -l 10m -- Administrator@EXAMPLE.TEST",
+            "kinit -c FILE:PRIVATE/ticket -l 10m -- Administrator@EXAMPLE.TEST",
             "[libdefaults]",
             " default_realm = EXAMPLE.TEST",
             " rdns = false",
             "[realms]",
             " EXAMPLE.TEST = {",
-            "  kdc = dc1.example.test",
             "  master_kdc = dc1.example.test",
+            "  kdc = dc1.example.test",
             " }"};
         const QString asked =
             "ldapsearch -LLL -Q -Y GSSAPI -O minssf=1 -o ldif-wrap=no -o nettimeout=2 -E "
@@ -366,7 +366,7 @@ private slots:
         QCOMPARE(list().status, 0);
         const QString seen = noted().join('\n');
         for (const char* tool :
-             {"scutil --dns", "dig @", "mktemp -d", "kinit -l", "ldapsearch -LLL"})
+             {"scutil --dns", "dig @", "mktemp -d", "kinit -c", "ldapsearch -LLL"})
             QVERIFY2(seen.contains(tool), tool);
         QVERIFY(!seen.contains(PracticeMac::password));
     }

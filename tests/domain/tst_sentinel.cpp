@@ -11,13 +11,13 @@
 
 namespace {
 
-// Random, so that it is in no source or program that is written while the test runs.
+// Random, as a fixed one would also be found in this test's source and program.
 const QString sentinel = "S3ntinel." + QUuid::createUuid().toString(QUuid::Id128);
 const QString rightPassword = sentinel + "Right";
 const QString wrongPassword = sentinel + "Wrong";
 
-// The names of all files where tools keep tickets, settings and the like while they run. What is
-// mounted below these folders is not the practice Mac's own.
+// The names of all files in the folders where tools keep tickets, settings and the like while they
+// run. What is mounted below these folders is not the practice Mac's own.
 QStringList temporaryFiles()
 {
     QStringList found = PracticeMac::run("/usr/bin/find", {"/tmp", "/run/session", QDir::homePath(),
@@ -61,8 +61,9 @@ QStringList writeEverywhere(const QString& text)
 
 } // namespace
 
-// A password that is used for nothing else is looked for wherever the practice Mac's tools and the
-// bundle's scripts could leave it, while they run and afterwards, with success and with failure.
+// A password that is used for nothing else is looked for on command lines, in environments and
+// below /tmp while the practice Mac's tools and the bundle's scripts run, and afterwards in all
+// files of its own, with success and with failure.
 class TestSentinel : public DomainTest
 {
     Q_OBJECT
@@ -107,7 +108,8 @@ private slots:
         QCOMPARE(said.size(), 5);
         QVERIFY(!said.join(' ').contains(sentinel));
         QCOMPARE(temporaryFiles(), filesBefore);
-        // A file system that the search leaves out would lack its control.
+        // Just the files that are written now are found, and each of them, so that no file system
+        // is left out.
         const QStringList controls = writeEverywhere(sentinel);
         QCOMPARE(writtenSince(stamp, sentinel), controls);
         QThreadPool::globalInstance()->waitForDone(); // its threads hold descriptors as well

@@ -145,10 +145,17 @@ private slots:
         addRow("clock", "Clock skew too great" + while_, clock);
         addRow("clock, of the Mac", "Too large time skew", clock);
         addRow("service", "Server not found in Kerberos database" + while_, service);
-        addRow("service, of the Mac", "Server (krbtgt/A@B) unknown", service);
+        addRow("service, of the Mac", "Server (ldap/dc1@EXAMPLE.TEST) unknown", service);
+        addRow("another domain", "Server krbtgt/A@B not found in Kerberos database" + while_,
+               suffix);
+        addRow("another domain, of the Mac", "Server (krbtgt/A@B) unknown", suffix);
         addRow("lost", "Cannot contact any KDC for realm 'EXAMPLE.TEST'" + while_, lost);
         addRow("lost, of the Mac", "unable to reach any KDC in realm EXAMPLE.TEST, tried 1 KDC",
                lost);
+        addRow("another domain's are lost, whose name begins alike",
+               "Cannot contact any KDC for realm 'EXAMPLE.TEST.COM'" + while_,
+               "The domain example.test did not accept anna; ask its administrators: kinit: Cannot "
+               "contact any KDC for realm 'EXAMPLE.TEST.COM' while getting initial credentials");
         addRow("another domain's are lost",
                "Cannot contact any KDC for realm 'CHILD.EXAMPLE.TEST'" + while_,
                "The domain example.test did not accept anna; ask its administrators: kinit: Cannot "
@@ -182,13 +189,19 @@ private slots:
     void asksTheMacsKinit()
     {
         standIn("kinit", "case \"$*\" in\n"
-                         "--version) echo 'kinit (Heimdal 1.5.1apple1)' ;;\n"
-                         "'-l 10m --password-file=STDIN -- berlin.admin@EXAMPLE.TEST')\n"
-                         "    exec /usr/bin/kinit -l 10m -- berlin.admin@EXAMPLE.TEST ;;\n"
-                         "'-l 10m --password-file=STDIN --enterprise -- jane+mac@corp.test')\n"
-                         "    exec /usr/bin/kinit -l 10m -E -- jane+mac@corp.test ;;\n"
-                         "*) exit 1 ;;\n"
-                         "esac\n");
+                         "--version)\n"
+                         "    echo 'kinit (Heimdal 1.5.1apple1)'\n"
+                         "    exit ;;\n"
+                         "\"-c $KRB5CCNAME -l 10m --password-file=STDIN -- "
+                         "berlin.admin@EXAMPLE.TEST\")\n"
+                         "    user='-- berlin.admin@EXAMPLE.TEST' ;;\n"
+                         "\"-c $KRB5CCNAME -l 10m --password-file=STDIN --enterprise -- "
+                         "jane+mac@corp.test\")\n"
+                         "    user='-E -- jane+mac@corp.test' ;;\n"
+                         "esac\n"
+                         "[ \"$(sed -n 's/^  kdc = //p' \"$KRB5_CONFIG\" | xargs)\" = \\\n"
+                         "    'tcp/dc1.example.test dc1.example.test' ] &&\n"
+                         "    exec /usr/bin/kinit -l 10m ${user-nobody}\n");
         for (const char* user : {"berlin.admin", "jane+mac@corp.test"})
             checkResult(check(PracticeMac::domain, user));
     }
@@ -199,7 +212,8 @@ private slots:
                                  "Administrator@Example.TEST", "example.test\\Administrator"}) {
             note({"kinit"});
             checkResult(check(PracticeMac::domain, user));
-            QCOMPARE(noted().last(), QString("kinit -l 10m -- Administrator@EXAMPLE.TEST"));
+            QCOMPARE(noted().last(),
+                     QString("kinit -c FILE:PRIVATE/ticket -l 10m -- Administrator@EXAMPLE.TEST"));
         }
     }
 
