@@ -8,12 +8,11 @@ get_target_property(qmake Qt::qmake LOCATION)
 get_filename_component(qt_tools ${qmake} DIRECTORY)
 unset(MACDEPLOYQT CACHE) # may have been found for the other Qt
 find_program(MACDEPLOYQT macdeployqt HINTS ${qt_tools})
-install(DIRECTORY "${bundle}" DESTINATION . USE_SOURCE_PERMISSIONS)
+install(DIRECTORY "${bundle}" DESTINATION . COMPONENT application USE_SOURCE_PERMISSIONS)
 configure_file(installer/deploy.cmake.in deploy.cmake @ONLY)
-install(SCRIPT ${CMAKE_CURRENT_BINARY_DIR}/deploy.cmake)
+install(SCRIPT ${CMAKE_CURRENT_BINARY_DIR}/deploy.cmake COMPONENT application)
 
 set(CPACK_GENERATOR DragNDrop productbuild)
-set(CPACK_MONOLITHIC_INSTALL ON)
 set(CPACK_PACKAGE_NAME "${ASSISTANT_NAME}")
 set(CPACK_PACKAGE_VENDOR Morvanta)
 set(CPACK_PACKAGE_FILE_NAME "Morvanta-Join-Assistant-${PROJECT_VERSION}")
@@ -30,5 +29,11 @@ set(CPACK_RESOURCE_FILE_README ${CMAKE_CURRENT_SOURCE_DIR}/installer/readme.txt)
 set(CPACK_RESOURCE_FILE_LICENSE ${CMAKE_CURRENT_BINARY_DIR}/license.txt)
 set(CPACK_PRODUCTBUILD_IDENTIFIER com.morvanta.joinassistant)
 set(CPACK_PRODUCTBUILD_IDENTITY_NAME "${ASSISTANT_INSTALLER_IDENTITY}")
-set(CPACK_COMMAND_PKGBUILD ${CMAKE_CURRENT_SOURCE_DIR}/installer/pkgbuild)
+# The package would be empty without a component.
+set(CPACK_COMPONENTS_ALL application)
+set(CPACK_COMPONENT_APPLICATION_DISPLAY_NAME "${ASSISTANT_NAME}")
+set(CPACK_COMPONENT_APPLICATION_REQUIRED ON)
+# By default the Installer would update a copy of the application that it finds elsewhere on the disk, and
+# leave the folder empty from which the assistant runs its scripts.
+set(CPACK_COMPONENT_APPLICATION_PLIST ${CMAKE_CURRENT_SOURCE_DIR}/installer/component.plist)
 include(CPack)

@@ -1,5 +1,9 @@
-# Read by cpack for each installer: the package installs where the assistant looks for its scripts;
-# the disk image holds the application at its top.
+# Read by cpack for each installer: the package installs the application into the folder in which it
+# looks for its own scripts, as a component; the disk image holds the application at its top, without
+# the component's name in the image's.
 if(CPACK_GENERATOR STREQUAL "productbuild")
   set(CPACK_PACKAGING_INSTALL_PREFIX /Applications/Utilities/Morvanta)
+  set(CPACK_MONOLITHIC_INSTALL OFF)
+else()
+  set(CPACK_MONOLITHIC_INSTALL ON)
 endif()
