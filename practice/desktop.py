@@ -18,7 +18,7 @@ from screen import DESCRIPTOR, DESKTOP, HEIGHT, WIDTH, Screen  # noqa: E402
 SECONDS = 20  # that anything awaited may take
 BUTTONS = ("push button", "radio button", "check box", "toggle button")
 EDITS = ("text", "password text", "entry")
-KEY_NAMES = {"ctrl+a": "Ctrl A", "Return": "Return", "Right": "→", "Home": "Home"}  # in the film
+KEY_NAMES = {"ctrl+a": "Ctrl A", "Return": "Return", "Right": "→", "Home": "Home"}  # as the film shows them
 TEXTS = ("label", "text", "document frame", "paragraph")
 
 
@@ -177,7 +177,7 @@ class Desktop(Screen):
 
     def key(self, name):
         xdotool("key", name)
-        self.show_keys(KEY_NAMES[name], 0.5)
+        self.show_keys(KEY_NAMES.get(name, name), 0.5)
 
     def show_keys(self, keys, seconds):
         if self.film:
@@ -186,7 +186,7 @@ class Desktop(Screen):
             self.film.keys = None
 
     def linger(self, seconds):
-        """Gives who watches the film time to read."""
+        """Gives the film's viewer time to read."""
         if self.film:
             self.film.take(seconds)
 

@@ -14,7 +14,7 @@ LONGEST_WAIT = 1  # seconds
 
 
 class Film:
-    """Writes the file at the end of its `with` block. A point has `scale` pixels in each
+    """Writes the file at the end of its `with` block, unless that failed. A point has `scale` pixels in each
     direction."""
 
     def __init__(self, window_dump, scale, path):
@@ -51,7 +51,7 @@ class Film:
         self.frames.append([file, seconds])
 
     def wait(self, seconds):
-        """The same while something is awaited, but not for long when nothing changes."""
+        """As take(), for a loop that waits: does nothing once one picture was shown for LONGEST_WAIT."""
         if not self.frames or self.frames[-1][1] < LONGEST_WAIT or self.pixels[:] != self.seen[2]:
             self.take(seconds)
 

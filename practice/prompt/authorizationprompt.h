@@ -15,7 +15,7 @@ public:
     // `tool` is the path of the program that the rights are asked for.
     explicit AuthorizationPrompt(const QString& tool, QWidget* parent = nullptr);
 
-    // Whether the answers, not the user, ended the dialog.
+    // Whether the third wrong answer ended the dialog, and not Cancel.
     bool denied() const;
 
 public slots:
