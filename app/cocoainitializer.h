@@ -1,7 +1,7 @@
 #pragma once
 
-// Keeps the Mac's application kit ready for as long as it lives; elsewhere there is nothing to
-// keep. One per process, on the user-interface thread.
+// On a Mac, loads the application kit and holds a pool for its objects for as long as it lives;
+// elsewhere does nothing. One per process, on the user-interface thread.
 class CocoaInitializer
 {
 public:

@@ -24,11 +24,12 @@ public:
     // Loads the tree, or reuses the one that is drawn for this domain. treeDrawingDone() tells its
     // end, but not where the script can't be started, or a later load or clearData() has ended it.
     void createTree();
-    // Releases the model and the loader.
+    // Releases the tree's model, and ends a load that still runs.
     void clearData();
 
 public slots:
-    // Shows what the loader has fetched and emits treeDrawingDone(); does nothing without a loader.
+    // Shows what the loader has fetched, if it can be used, and emits treeDrawingDone(); does
+    // nothing without a loader.
     void drawCNTreeModel();
     // Emits browseChooseButtonClicked() and closes; shows a warning when nothing, or a component of
     // the domain's own name, is chosen.
@@ -47,5 +48,7 @@ private:
     QString domain;
     QString user;
     QString password;
-    QString drawnDomain; // of the latest tree; empty when there was none, or after a failed load
+    // Of the latest tree, also once that is released; empty when there was none, or after a load
+    // that brought none.
+    QString drawnDomain;
 };

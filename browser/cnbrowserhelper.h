@@ -22,8 +22,9 @@ public:
 
     // What the next getCNData() asks with.
     void setDomainInfo(QString domain, QString user, QString password);
-    // Releases the former load and starts a new one. Emits cnDataObtained() at its end, but never
-    // for a script that can't be started; there is no time limit.
+    // Releases the former load and starts the script, which has no time limit. Emits
+    // cnDataObtained() when the script ends, but never when it can't be started, or when the load
+    // is released before.
     void getCNData();
     // Whether the script has ended well and its output names a domain; false again once the model
     // is built.

@@ -5,7 +5,8 @@
 #include "system/probes.h"
 #include "widgets/shortcut.h"
 
-// The form is never deleted: the page lives as long as the wizard, which is as long as the process.
+// Unlike the other pages it never deletes its form: page and wizard live as long as the process,
+// whose end returns the memory.
 Cloud::Cloud(QWidget* parent) : QWizardPage(parent), ui(new Ui_Cloud)
 {
     ui->setupUi(this);
@@ -27,6 +28,6 @@ int Cloud::nextId() const
 void Cloud::on_downloadButton_clicked()
 {
     download_mac_agent();
-    // QWizard's step, not Wizard::checkNext(): on the way to the last page nothing is adjusted.
+    // QWizard's own step, not Wizard::checkNext(), whose adjustment the last page doesn't need.
     wizard()->next();
 }

@@ -4,8 +4,7 @@
 
 class Ui_Conclusion;
 
-// The last page: reports a join or a leave. Which of them is chosen at start-up: a leave when the
-// Mac is joined then.
+// The last page: reports a leave where the Mac is joined when the program starts, or else a join.
 class Conclusion : public QWizardPage
 {
     Q_OBJECT
@@ -14,7 +13,7 @@ public:
     explicit Conclusion(QWidget* parent = nullptr);
     ~Conclusion() override;
 
-    // Puts the domain into the join's report, once.
+    // Puts the domain into the join's report, the first time that a join was tried.
     void initializePage() override;
 
 private slots:

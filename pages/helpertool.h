@@ -10,13 +10,13 @@
 
 #include <atomic>
 
-// Runs the agent's privileged helper tool and collects what it prints in *output, which stays as it
-// was when no tool was started. `args` begins with the path of the tool that the helper is to run.
-// Returns the runner's result code. Blocks; any thread, one call at a time.
+// Runs the agent's privileged helper tool and collects what it prints in *output, which is left
+// unchanged when no tool could be started. `args` begins with the path of the tool that the helper
+// is to run. Returns the runner's result code. Blocks; any thread, one call at a time.
 int runHelperTool(char** args, QString* output);
 
-// Whether the system has a thread to spare, and the descriptors for it. Without one, what a
-// QThreadPool is given to run would never finish, and it doesn't tell.
+// Whether the system has a thread to spare, and the descriptors for it. Without one, a QThreadPool
+// never runs what it is given, and reports no error.
 bool canMakeThread();
 
 // Calls the page's function on a thread of the pool and shows the progress dialog, which it
@@ -32,11 +32,13 @@ int runBehind(QDialog* progress, Page* page, int (Page::*run)(char**), void (Pag
     if (canMakeThread()) {
         QEventLoop loop;
         QObject::connect(page, finished, &loop, &QEventLoop::quit);
-        // Atomic: once it is read, all that the function wrote before is seen as well.
+        // waitForFinished() orders what the threads do; atomic as well, because the thread
+        // sanitizer can't see the locks inside Qt.
         std::atomic<int> returned{abnormalToolEnd};
         QFuture<void> end = QtConcurrent::run([&] {
-            // This thread only waits for the tool, so it lends its place in the pool: Qt 6 paints
-            // with the pool, which has one thread where there is one processor.
+            // This thread only waits for the tool, so it lends its place in the pool: Qt converts
+            // images with the pool, Qt 6 also paints with it, and where there is one processor it
+            // has one thread.
             QThreadPool::globalInstance()->releaseThread();
             returned = (page->*run)(args);
             QThreadPool::globalInstance()->reserveThread();

@@ -3,8 +3,9 @@
 // How far the user has come with joining and enrolling; false at start. Set and read on the
 // user-interface thread only.
 
-// Set when a join starts, even if it fails.
+// Set once the user has pressed Join; stays when the join fails.
 inline bool joining = false;
 
-// Set when a join with the wish to enroll with the cloud service has succeeded.
+// Set when a join has succeeded with the check box for enrolling checked, which is hidden at
+// present.
 inline bool enrolling = false;

@@ -241,6 +241,7 @@ private slots:
         run.finish();
         dup2(kept, STDERR_FILENO);
         close(kept);
+        QCOMPARE(run.status, 0);
         QCOMPARE(written, ssize_t(-1));
     }
 
@@ -308,7 +309,8 @@ private slots:
 
     void outputOfAnEndedToolIsWhole()
     {
-        const QByteArray output = QByteArray("0123456789abcde\n").repeated(4000);
+        const QByteArray output =
+            QByteArray("0123456789abcde\n").repeated(4000); // fits into the socket
         World::answer("mvjoin", {output, ""});
         const Run run(newReference(), World::path("mvjoin"));
         siginfo_t info = {};

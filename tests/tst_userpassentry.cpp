@@ -40,7 +40,8 @@ private slots:
     {
         CredentialsDriver driver;
         World::forgetCalls();
-        // Without pressing Next: where windows take part, the sanitizers need descriptors.
+        // Next isn't pressed: it runs code of windows, for which the sanitizers open a pipe, and
+        // there is no descriptor for it.
         auto* page = driver.currentPage();
         bool passed = false;
         const QStringList warnings = warningsDuring([&] {

@@ -10,9 +10,9 @@
 
 namespace {
 
-// What a tool prints may look like rich text: then it is shown, but the images and other files that
-// it names are neither fetched nor opened. Each image is an empty one, since for one that is
-// missing Qt would try the name as a file's.
+// What a tool prints may look like rich text, and is then shown as such, but the images and other
+// files that it names are neither fetched nor opened. Each image is replaced by an empty one: for
+// one that is missing Qt would open a file of its name.
 class MessageDocument : public QTextDocument
 {
 public:
@@ -39,10 +39,11 @@ Warning::Warning(QWidget* parent) : QDialog(parent), ui(new Ui_Warning)
     setWindowTitle(tr("WARNING"));
     // A desktop theme's icon on the one button would only distract from the message.
     ui->buttonBox->button(QDialogButtonBox::Ok)->setIcon(QIcon());
-    // The message, not the button: screen readers read it, and the arrow keys scroll it. Return
-    // still presses the button.
+    // The message has the focus, not the button, so that screen readers read it and the arrow keys
+    // scroll it. Return still presses the button.
     ui->WarningLabel->setFocus();
-    // No links: with them, Return would open one where text is selected.
+    // No links: with them, Return would not press the button while text is selected, as the message
+    // takes it for the opening of a link.
     ui->WarningLabel->setTextInteractionFlags(Qt::TextSelectableByMouse);
 }
 
@@ -66,8 +67,8 @@ void Warning::done(int result)
 
 void Warning::setWarning(QString text)
 {
-    // Looking for the ends of words takes minutes in a line of a million characters, and a tool
-    // gone wrong may print one.
+    // Looking for the ends of words takes minutes in a line of a million characters, which a tool
+    // gone wrong may print. A long text is broken anywhere, whatever its lines.
     constexpr int longestWrappedAtWords = 10000;
     if (text.size() > longestWrappedAtWords)
         ui->WarningLabel->setWordWrapMode(QTextOption::WrapAnywhere);

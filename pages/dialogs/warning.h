@@ -15,7 +15,8 @@ public:
 
     // Plain or rich text, as the text browser decides.
     void setWarning(QString text);
-    void setTitle(QString title); // instead of "WARNING", which all messages of the program have
+    // Not called by the program, whose messages all have the title "WARNING".
+    void setTitle(QString title);
 
     // Closes the message, but not for what was pressed before its event loop ran.
     void done(int result) override;

@@ -6,7 +6,7 @@
 #include "system/commandrunner.h"
 #include "tests/support/world.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QEventLoop>
 #include <QMap>
 

@@ -60,7 +60,7 @@ int widestWord(const QWidget* widget, const QString& text)
 }
 
 // Whether lines of the text are missing. They are counted here, as the height that the widget asks
-// for may be wrong; for the fewest lines that there can be, the text is broken anywhere.
+// for may be wrong. Broken anywhere, the text has the fewest lines that it can have.
 bool lacksLines(const QWidget* widget, const QString& text)
 {
     const QFontMetrics metrics = widget->fontMetrics();
@@ -69,7 +69,8 @@ bool lacksLines(const QWidget* widget, const QString& text)
     return widget->height() + metrics.height() / 2 < lines.height();
 }
 
-// The text wraps: its words have to fit into the width, and its lines into the height.
+// The text wraps: its words have to fit into the width, unless the label breaks them, and its lines
+// into the height.
 void measureWrapped(const QWidget* widget, const QString& text, QStringList* found)
 {
     const bool breaksWords = dynamic_cast<const WrappingLabel*>(widget) != nullptr;
@@ -91,7 +92,7 @@ void measureHint(const QWidget* widget, const QSize& needed, QStringList* found)
         *found << sizes("height", widget->height(), needed.height());
 }
 
-// An edit scrolls what is typed, but shows a useful part of it and all of its placeholder.
+// An edit scrolls what is typed, but has to show a useful part of it and all of its placeholder.
 QSize neededBy(const QLineEdit* edit)
 {
     const int frame = edit->minimumSizeHint().width() - edit->fontMetrics().maxWidth();
@@ -99,6 +100,20 @@ QSize neededBy(const QLineEdit* edit)
     const int placeholder = edit->fontMetrics().horizontalAdvance(edit->placeholderText());
     return {qMax(edit->minimumSizeHint().width(), frame + qMax(part, placeholder)),
             edit->sizeHint().height()};
+}
+
+// All of the widget has to be seen. What is beyond a scroll area's view can be scrolled to; then it
+// is the area that has to be seen.
+void measurePlace(const QWidget* widget, QStringList* found)
+{
+    for (const QWidget* parent = widget; !parent->isWindow();) {
+        parent = parent->parentWidget();
+        const auto* area = qobject_cast<const QScrollArea*>(parent->parentWidget());
+        if (area != nullptr)
+            widget = parent = area;
+        else if (!parent->rect().contains({widget->mapTo(parent, QPoint()), widget->size()}))
+            *found << QString("it lies partly outside of ") + parent->objectName();
+    }
 }
 
 QStringList measured(const QWidget* widget)
@@ -119,16 +134,7 @@ QStringList measured(const QWidget* widget)
     } else {
         measureHint(widget, widget->minimumSizeHint(), &found);
     }
-    for (const QWidget* parent = widget->parentWidget(); !widget->isWindow() && parent != nullptr;
-         parent = parent->parentWidget()) {
-        // What is beyond a scroll area's view can be scrolled to.
-        if (qobject_cast<const QScrollArea*>(parent->parentWidget()) != nullptr)
-            break;
-        if (!parent->rect().contains({widget->mapTo(parent, QPoint()), widget->size()}))
-            found << QString("it lies partly outside of ") + parent->objectName();
-        if (parent->isWindow())
-            break;
-    }
+    measurePlace(widget, &found);
     return found;
 }
 
@@ -149,8 +155,6 @@ QStringList clippings(const QWidget* window)
 
     QStringList found;
     for (int i = 0; i < widgets.size(); ++i) {
-        if (QScrollArea* area = scrollAreaOf(window, widgets.at(i)))
-            area->ensureWidgetVisible(widgets.at(i), 0, 0);
         for (const QString& finding : measured(widgets.at(i)))
             found << described(widgets.at(i)) + QString(": ") + finding;
         for (int j = i + 1; j < widgets.size(); ++j) {

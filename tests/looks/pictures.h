@@ -4,6 +4,6 @@
 
 #include <QImage>
 
-// The picture of a scene for the documents: light, in the sizes of a Mac's text.
-// What can be read in it is stored in it as the text "Texts".
+// The picture of a scene for the documents, in light colours and a Mac's sizes of text, which the
+// application keeps. Its QImage::text("Texts") has all that can be read in it.
 QImage pictureOf(const QString& scene);

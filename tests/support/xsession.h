@@ -16,8 +16,8 @@ public:
     // For programs that are to show themselves here.
     QProcessEnvironment environment() const;
 
-    // The ids of the windows that the window manager manages now, and of all that it managed since
-    // it began.
+    // The ids of the windows that the window manager manages now, and of all that were ever seen in
+    // its list; the watch may miss one that is gone at once.
     QStringList windows() const;
     QStringList allWindowsEver() const;
     QString title(const QString& window) const;
