@@ -37,25 +37,6 @@ private slots:
         World::setJoined();
     }
 
-    // An assistive tool chooses without a click.
-    void anAssistiveChoiceEnablesAndDisablesTheEdits()
-    {
-        LeaveDriver driver;
-        driver.type("UsernameEdit", "admin");
-        const auto choose = [&](const char* option) {
-            QAccessible::queryAccessibleInterface(driver.on<QRadioButton>(option))
-                ->actionInterface()
-                ->doAction(QAccessibleActionInterface::toggleAction());
-        };
-        choose("radioButton_3");
-        QVERIFY(!driver.on<QWidget>("UsernameEdit")->isEnabled());
-        QVERIFY(!driver.on<QWidget>("PasswordEdit")->isEnabled());
-        QCOMPARE(driver.text("UsernameEdit"), QString());
-        choose("radioButton");
-        QVERIFY(driver.on<QWidget>("UsernameEdit")->isEnabled());
-        QVERIFY(driver.on<QWidget>("PasswordEdit")->isEnabled());
-    }
-
     void withoutTheAgentTheValuesAreEmpty()
     {
         WizardDriver driver;
@@ -110,31 +91,41 @@ private slots:
         QCOMPARE(driver.texts({"UsernameEdit", "PasswordEdit"}), QStringList({"admin", "secret"}));
     }
 
+    void onlyLeavingWithoutContactDisablesAndEmptiesTheEdits_data()
+    {
+        addColumns<bool>("assistive");
+        addRow("by a click", false);
+        addRow("by an assistive tool, which doesn't click", true);
+    }
+
     void onlyLeavingWithoutContactDisablesAndEmptiesTheEdits()
     {
+        QFETCH(bool, assistive);
         LeaveDriver driver;
-        const QList<QLineEdit*> edits{driver.on<QLineEdit>("UsernameEdit"),
-                                      driver.on<QLineEdit>("PasswordEdit")};
-        for (const QString other : {"radioButton", "radioButton_2"}) {
-            driver.click(other);
-            for (QLineEdit* edit : edits) {
-                QVERIFY(edit->isEnabled());
-                edit->setText("typed");
-            }
-            driver.click("radioButton_3");
-            for (const QLineEdit* edit : edits) {
-                QVERIFY(!edit->isEnabled());
-                QCOMPARE(edit->text(), QString());
-            }
-            QVERIFY(!driver.on<QLabel>("label_2")->isEnabled());
-            QVERIFY(!driver.on<QLabel>("label_3")->isEnabled());
-            driver.click(other);
-            for (const QLineEdit* edit : edits) {
-                QVERIFY(edit->isEnabled());
-                QCOMPARE(edit->text(), QString());
-            }
-            QVERIFY(driver.on<QLabel>("label_2")->isEnabled());
-            QVERIFY(driver.on<QLabel>("label_3")->isEnabled());
+        const auto choose = [&](const QString& option) {
+            if (!assistive)
+                driver.click(option);
+            else
+                QAccessible::queryAccessibleInterface(driver.on<QRadioButton>(option))
+                    ->actionInterface()
+                    ->doAction(QAccessibleActionInterface::toggleAction());
+        };
+        const auto verifyEnabled = [&](bool enabled) {
+            for (const char* name : {"UsernameEdit", "PasswordEdit", "label_2", "label_3"})
+                QCOMPARE(driver.on<QWidget>(name)->isEnabled(), enabled);
+        };
+        const QStringList edits{"UsernameEdit", "PasswordEdit"};
+        for (const char* other : {"radioButton", "radioButton_2"}) {
+            choose(other);
+            verifyEnabled(true);
+            for (const QString& edit : edits)
+                driver.type(edit, "typed");
+            choose("radioButton_3");
+            verifyEnabled(false);
+            QCOMPARE(driver.texts(edits), QStringList({"", ""}));
+            choose(other);
+            verifyEnabled(true);
+            QCOMPARE(driver.texts(edits), QStringList({"", ""}));
         }
     }
 
