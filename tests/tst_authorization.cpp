@@ -63,46 +63,45 @@ void answerPrompt(int exitStatus)
     World::answer("authorization_prompt", {"", "", exitStatus});
 }
 
-// The ways in which a program can't be executed.
-void addUnusablePrograms()
-{
-    addColumns<Spoil>("spoil");
-    addRow("missing", Spoil(World::removeTool));
-    addRow("not executable", Spoil(World::replaceByPlainFile));
-    addRow("a folder", Spoil(World::replaceByFolder));
-    addRow("executable, and not a program", Spoil([](const QString& tool) {
-               World::replaceByPlainFile(tool);
-               chmod(World::path(tool).toUtf8(), 0755);
-           }));
-}
-
 } // namespace
 
 Q_DECLARE_METATYPE(Spoil)
 
-// The numbers in the functions' names are the service's error codes, without the minus.
 class TestAuthorization : public WorldTest
 {
     Q_OBJECT
 
 private slots:
-    void toolThatCannotBeExecutedIs60031_data()
+    void toolAndPromptThatCannotBeExecutedHaveTheirCodes_data()
     {
-        addUnusablePrograms();
+        addColumns<QString, Spoil, int>("program", "spoil", "status");
+        const auto add = [](const QString& how, Spoil spoil) {
+            addRow(qPrintable("tool: " + how), QString("mvjoin"), spoil, -60031);
+            addRow(qPrintable("prompt: " + how), QString("authorization_prompt"), spoil, -60008);
+        };
+        add("missing", World::removeTool);
+        add("not executable", World::replaceByPlainFile);
+        add("a folder", World::replaceByFolder);
+        add("executable, and not a program", [](const QString& program) {
+            World::replaceByPlainFile(program);
+            chmod(World::path(program).toUtf8(), 0755);
+        });
     }
 
-    void toolThatCannotBeExecutedIs60031()
+    void toolAndPromptThatCannotBeExecutedHaveTheirCodes()
     {
+        QFETCH(QString, program);
         QFETCH(Spoil, spoil);
-        spoil("mvjoin");
+        spoil(program);
         const QList<int> before = openDescriptors();
         const Run run(newReference(), World::path("mvjoin"));
-        QCOMPARE(run.status, -60031);
+        QTEST(run.status, "status");
         QCOMPARE(run.stream, nullptr);
+        QCOMPARE(World::callsOf("mvjoin").size(), 0);
         QCOMPARE(openDescriptors(), before);
     }
 
-    void toolWithoutDescriptorsIs60031()
+    void toolWithoutDescriptorsCannotBeExecuted()
     {
         const AuthorizationRef reference = newReference();
         const Run granted(reference, World::path("mvjoin"));
@@ -112,60 +111,29 @@ private slots:
         QCOMPARE(run.stream, nullptr);
     }
 
-    void promptThatCannotBeExecutedIs60008_data()
-    {
-        addUnusablePrograms();
-    }
-
-    void promptThatCannotBeExecutedIs60008()
-    {
-        QFETCH(Spoil, spoil);
-        spoil("authorization_prompt");
-        const QList<int> before = openDescriptors();
-        const Run run(newReference(), World::path("mvjoin"));
-        QCOMPARE(run.status, -60008);
-        QCOMPARE(run.stream, nullptr);
-        QCOMPARE(World::calls().size(), 0);
-        QCOMPARE(openDescriptors(), before);
-    }
-
-    void nullReferenceIs60002()
-    {
-        const Run run(nullptr, World::path("mvjoin"));
-        QCOMPARE(run.status, -60002);
-        QCOMPARE(run.stream, nullptr);
-        QCOMPARE(World::calls().size(), 0);
-    }
-
     void promptsAnswerDecides_data()
     {
-        addColumns<int, int>("answer", "status");
-        addRow("0 grants", 0, 0);
-        addRow("1 is cancelled", 1, -60006);
-        addRow("2 is denied", 2, -60005);
-        addRow("3 is an internal error", 3, -60008);
-        addRow("255 is an internal error", 255, -60008);
+        addColumns<int, int, int>("answer", "signal", "status");
+        addRow("0 grants", 0, 0, 0);
+        addRow("1 is cancelled", 1, 0, -60006);
+        addRow("2 is denied", 2, 0, -60005);
+        addRow("3 is an internal error", 3, 0, -60008);
+        addRow("255 is an internal error", 255, 0, -60008);
+        addRow("its death is an internal error", 0, SIGKILL, -60008);
     }
 
     void promptsAnswerDecides()
     {
         QFETCH(int, answer);
+        QFETCH(int, signal);
         QFETCH(int, status);
-        answerPrompt(answer);
+        World::answer("authorization_prompt", {"", "", answer, signal});
         const Run run(newReference(), World::path("mvjoin"));
         QCOMPARE(run.status, status);
         QCOMPARE(run.stream != nullptr, status == 0);
         if (run.stream != nullptr)
             rest(run.stream); // to the tool's end
         QCOMPARE(World::callsOf("mvjoin").size(), status == 0 ? 1 : 0);
-    }
-
-    void promptThatIsKilledIs60008()
-    {
-        World::answer("authorization_prompt", {"", "", 0, SIGKILL});
-        const Run run(newReference(), World::path("mvjoin"));
-        QCOMPARE(run.status, -60008);
-        QCOMPARE(World::callsOf("mvjoin").size(), 0);
     }
 
     void promptGetsTheToolsPathAlone()
@@ -199,14 +167,6 @@ private slots:
         QCOMPARE(Run(reference, World::path("mvjoin")).status, 0);
         QCOMPARE(World::callsOf("authorization_prompt").size(), 2);
         QCOMPARE(World::callsOf("mvjoin").size(), 1);
-    }
-
-    void creatingAReferenceAsksNothing()
-    {
-        AuthorizationRef reference = nullptr;
-        QCOMPARE(AuthorizationCreate(nullptr, nullptr, kAuthorizationFlagDefaults, &reference), 0);
-        QVERIFY(reference != nullptr);
-        QCOMPARE(World::calls().size(), 0);
     }
 
     void toolIsADirectChild()
