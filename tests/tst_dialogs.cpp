@@ -9,7 +9,6 @@
 #include "pages/dialogs/loadleave.h"
 #include "pages/dialogs/warning.h"
 
-#include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
 
@@ -39,17 +38,6 @@ template <typename Form> QString formTitle()
     return dialog.windowTitle();
 }
 
-template <typename Dialog> void verifySetters()
-{
-    Dialog dialog;
-    dialog.setLabel("a label");
-    dialog.setTitle("a title");
-    dialog.setProgressBar(7);
-    QCOMPARE(child<QLabel>(&dialog, "label")->text(), QString("a label"));
-    QCOMPARE(dialog.windowTitle(), QString("a title"));
-    QCOMPARE(child<QProgressBar>(&dialog, "progressBar")->value(), 7);
-}
-
 } // namespace
 
 class TestDialogs : public WorldTest
@@ -76,14 +64,15 @@ private slots:
         QVERIFY(child<QLabel>(dialog.get(), "label")->wordWrap());
     }
 
-    void progressDialogsAreFixedAt440By220()
+    void progressIsFixedAt440By220AndAWarningAt500By300()
     {
-        for (const QString& name : progressDialogs) {
+        for (const QString& name : progressDialogs + QStringList{"Warning"}) {
+            const QSize size = name == "Warning" ? QSize(500, 300) : QSize(440, 220);
             const std::unique_ptr<QDialog> dialog = makeDialog(name);
             dialog->show();
-            QCOMPARE(dialog->size(), QSize(440, 220));
-            QCOMPARE(dialog->minimumSize(), QSize(440, 220));
-            QCOMPARE(dialog->maximumSize(), QSize(440, 220));
+            QCOMPARE(dialog->size(), size);
+            QCOMPARE(dialog->minimumSize(), size);
+            QCOMPARE(dialog->maximumSize(), size);
         }
     }
 
@@ -125,54 +114,43 @@ private slots:
         QCOMPARE(formTitle<Ui_Warning>(), QString("Dialog"));
     }
 
-    void joinProgressSettersActAtOnce()
+    void settersActAtOnce()
     {
-        verifySetters<LoadJoin>();
+        for (const QString& name : progressDialogs) {
+            const std::unique_ptr<QDialog> dialog = makeDialog(name);
+            auto* progress = qobject_cast<ProgressDialog*>(dialog.get());
+            progress->setLabel("a label");
+            progress->setTitle("a title");
+            progress->setProgressBar(7);
+            QCOMPARE(child<QLabel>(progress, "label")->text(), QString("a label"));
+            QCOMPARE(progress->windowTitle(), QString("a title"));
+            QCOMPARE(child<QProgressBar>(progress, "progressBar")->value(), 7);
+        }
+        LoadLeave leave;
+        leave.setCurrText("a text");
+        leave.setCurrTitle("a title");
+        QCOMPARE(child<QLabel>(&leave, "label")->text(), QString("a text"));
+        QCOMPARE(leave.windowTitle(), QString("a title"));
+        Warning warning;
+        warning.setWarning("first\nsecond");
+        warning.setTitle("a title");
+        QCOMPARE(child<QTextBrowser>(&warning, "WarningLabel")->toPlainText(),
+                 QString("first\nsecond"));
+        QCOMPARE(warning.windowTitle(), QString("a title"));
     }
 
-    void loadingProgressSettersActAtOnce()
+    void onlyTheLoadingProgressCanBeClosed()
     {
-        verifySetters<LoadCN>();
-    }
-
-    void leaveProgressSettersActAtOnce()
-    {
-        LoadLeave dialog;
-        dialog.setCurrText("a text");
-        dialog.setCurrTitle("a title");
-        QCOMPARE(child<QLabel>(&dialog, "label")->text(), QString("a text"));
-        QCOMPARE(dialog.windowTitle(), QString("a title"));
-    }
-
-    void joinAndLeaveProgressCannotBeClosed()
-    {
-        for (const char* name : {"LoadJoin", "LoadLeave"}) {
+        for (const QString& name : progressDialogs) {
             const std::unique_ptr<QDialog> dialog = makeDialog(name);
             dialog->show();
             QTest::keyClick(dialog.get(), Qt::Key_Escape);
-            QVERIFY(dialog->isVisible());
+            QCOMPARE(dialog->isVisible(), name != "LoadCN");
             dialog->close();
-            QVERIFY(dialog->isVisible());
+            QCOMPARE(dialog->isVisible(), name != "LoadCN");
             dialog->reject();
             QVERIFY(!dialog->isVisible());
         }
-    }
-
-    void loadingProgressCanBeClosed()
-    {
-        LoadCN dialog;
-        dialog.show();
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-        QVERIFY(!dialog.isVisible());
-    }
-
-    void warningIsFixedAt500By300()
-    {
-        Warning dialog;
-        dialog.show();
-        QCOMPARE(dialog.size(), QSize(500, 300));
-        QCOMPARE(dialog.minimumSize(), QSize(500, 300));
-        QCOMPARE(dialog.maximumSize(), QSize(500, 300));
     }
 
     void warningHasItsTitleAndNoModalityOfItsOwn()
@@ -190,23 +168,6 @@ private slots:
         const auto* box = child<QDialogButtonBox>(&dialog, "buttonBox");
         QCOMPARE(box->orientation(), Qt::Horizontal);
         QCOMPARE(box->standardButtons(), QDialogButtonBox::StandardButtons(QDialogButtonBox::Ok));
-    }
-
-    void warningSettersActAtOnce()
-    {
-        Warning dialog;
-        dialog.setWarning("first\nsecond");
-        dialog.setTitle("a title");
-        QCOMPARE(child<QTextBrowser>(&dialog, "WarningLabel")->toPlainText(),
-                 QString("first\nsecond"));
-        QCOMPARE(dialog.windowTitle(), QString("a title"));
-    }
-
-    void warningTakesRichText()
-    {
-        Warning dialog;
-        dialog.setWarning("<b>bold</b>");
-        QCOMPARE(child<QTextBrowser>(&dialog, "WarningLabel")->toPlainText(), QString("bold"));
     }
 
     void longWarningScrolls()
@@ -237,12 +198,6 @@ private slots:
         withModalDialogs([&dialog] { dialog.exec(); },
                          [](QWidget* shown) { QTest::keyClick(shown, Qt::Key_Escape); });
         QCOMPARE(dialog.result(), int(QDialog::Rejected));
-    }
-
-    // cleanup() would find a dialog that is not deleted.
-    void showWarningReturnsOnceClosed()
-    {
-        QCOMPARE(warningsDuring([] { showWarning("a message"); }), QStringList{"a message"});
     }
 
     // What had been pressed before the message came up must not close it unread; once that has
