@@ -1,7 +1,6 @@
 #include "browser/cnbrowserhelper.h"
 #include "tests/support/worldtest.h"
 
-#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QStandardItemModel>
 
@@ -82,27 +81,22 @@ private slots:
         QCOMPARE(messages(), QStringList());
     }
 
-    void failedScriptGivesNoData()
+    void failedOrKilledScriptGivesNoData()
     {
+        const QByteArray output = "OU=a,DC=x\n";
+        const Answer failures[] = {
+            {output, "", 1}, {output, "", 127}, {output, "", 255}, {output, "", 0, SIGKILL}};
         QStringList logged;
-        for (const int code : {1, 127, 255}) {
-            Loader loader({"OU=a,DC=x\n", "", code});
+        for (const Answer& failure : failures) {
+            Loader loader(failure);
             QVERIFY(loader.run());
+            // QProcess hands a signal's number on in place of an exit code.
+            const int code = failure.exitStatus + failure.signal;
             logged << QString("readStdOutput errcode:  %1").arg(code);
             QCOMPARE(messages(), logged);
             QVERIFY(!loader.helper.cnDataCheck());
             QVERIFY(loader.model() == nullptr);
         }
-    }
-
-    void killedScriptGivesNoData()
-    {
-        Loader loader({"OU=a,DC=x\n", "", 0, SIGKILL});
-        QVERIFY(loader.run());
-        // QProcess hands the signal's number on in place of an exit code.
-        QCOMPARE(messages(), QStringList{"readStdOutput errcode:  9"});
-        QVERIFY(!loader.helper.cnDataCheck());
-        QVERIFY(loader.model() == nullptr);
     }
 
     void outputWithoutADomainGivesNoModel_data()
@@ -131,54 +125,6 @@ private slots:
         QCOMPARE(helper.createModelOutOfCNData(), nullptr);
         QCOMPARE(helper.parent(), nullptr);
         QCOMPARE(World::calls().size(), 0);
-    }
-
-    void scriptGetsFourArguments_data()
-    {
-        addColumns<QString>("value");
-        addRow("plain", "value");
-        addRow("nothing", "");
-        addRow("blanks", " two  words ");
-        addRow("quotes", "it's \"so\"");
-        addRow("shell characters", "$HOME `id` $(id) * ; | \\");
-        addRow("place marker", "%1 %2");
-        addRow("line end", "one\ntwo");
-        addRow("option", "-x");
-        addRow("not ASCII", "Zoë 東京 🙂");
-        addRow("32,767 characters", QString(32767, QChar(0x6771)));
-    }
-
-    void scriptGetsFourArguments()
-    {
-        QFETCH(QString, value);
-        Loader loader;
-        // The value is a whole argument, the end of one, and the start of one.
-        loader.helper.setDomainInfo(value, "u" + value, value + "p");
-        QVERIFY(loader.run());
-        QCOMPARE(World::calls().size(), 1);
-        QCOMPARE(World::calls().at(0).path, QString("/usr/local/bin/mvedit"));
-        QCOMPARE(
-            World::calls().at(0).arguments,
-            QStringList({"/Applications/Utilities/Morvanta/Morvanta Join Assistant.app/Contents/"
-                         "Resources/mvedit_file_arg.tcl",
-                         value, "u" + value, value + "p"}));
-    }
-
-    void loadReturnsBeforeTheScriptEnds()
-    {
-        Loader loader;
-        World::hold("mvedit", "DC=x\n");
-        QSignalSpy obtained(&loader.helper, &cnbrowserhelper::cnDataObtained);
-        loader.helper.getCNData();
-        const auto release = qScopeGuard([] { World::release("mvedit"); });
-        QTRY_COMPARE(World::calls().size(), 1);
-        QCOMPARE(obtained.count(), 0);
-        QVERIFY(!loader.helper.cnDataCheck());
-        QVERIFY(loader.model() == nullptr);
-        World::release("mvedit");
-        QVERIFY(obtained.wait(20000));
-        QVERIFY(loader.helper.cnDataCheck());
-        QVERIFY(loader.model() != nullptr);
     }
 
     void outputMakesTheModel_data()

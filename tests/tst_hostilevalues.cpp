@@ -1,6 +1,8 @@
+#include "browser/cnbrowserhelper.h"
 #include "tests/support/wizarddriver.h"
 
 #include <QLabel>
+#include <QSignalSpy>
 
 namespace {
 
@@ -113,6 +115,31 @@ private slots:
         driver.next();
         QCOMPARE(lastArguments("gui_helper_tool").mid(1),
                  QStringList({"-u", value, "-p", value, value, "-w", "-n", "my-mac"}));
+    }
+
+    void theContainerScriptGetsEachValueWhole_data()
+    {
+        addValuesOfArguments();
+        addRow("nothing", "");
+        addRow("line end", "one\ntwo");
+    }
+
+    void theContainerScriptGetsEachValueWhole()
+    {
+        QFETCH(QString, value);
+        cnbrowserhelper helper;
+        QSignalSpy obtained(&helper, &cnbrowserhelper::cnDataObtained);
+        // The value is a whole argument, the end of one, and the start of one.
+        helper.setDomainInfo(value, "u" + value, value + "p");
+        helper.getCNData();
+        QVERIFY(obtained.wait(20000));
+        QCOMPARE(World::calls().size(), 1);
+        QCOMPARE(World::calls().at(0).path, QString("/usr/local/bin/mvedit"));
+        QCOMPARE(
+            World::calls().at(0).arguments,
+            QStringList({"/Applications/Utilities/Morvanta/Morvanta Join Assistant.app/Contents/"
+                         "Resources/mvedit_file_arg.tcl",
+                         value, "u" + value, value + "p"}));
     }
 
     void theJoinGetsEachOptionWhole_data()
