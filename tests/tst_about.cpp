@@ -16,16 +16,16 @@ QString propertyListPath()
     return QCoreApplication::applicationDirPath().chopped(5) + "Info.plist";
 }
 
-void writePropertyList(const QByteArray& content)
+void writePropertyList(const QString& content)
 {
     QFile file(propertyListPath());
     QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(content), qint64(content.size()));
+    QVERIFY(file.write(content.toUtf8()) >= 0);
 }
 
-QByteArray entry(const char* key, const char* value)
+QString entry(const QString& key, const QString& value)
 {
-    return QByteArray("\t<key>") + key + "</key>\n\t<string>" + value + "</string>\n";
+    return "\t<key>" + key + "</key>\n\t<string>" + value + "</string>\n";
 }
 
 // The texts of the three labels as the property list makes them.
@@ -68,11 +68,10 @@ private slots:
 
     void showsNameVersionAndCopyright()
     {
-        writePropertyList(entry("CFBundleName", "A Name") +
-                          entry("CFBundleShortVersionString", "1.2") +
-                          entry("CFBundleVersion", "345") +
-                          entry("NSHumanReadableCopyright", "\xc2\xa9 Somebody"));
-        QCOMPARE(texts(), QStringList({"A Name", "Version 1.2 (345)", QString("© Somebody")}));
+        writePropertyList(
+            entry("CFBundleName", "A Name") + entry("CFBundleShortVersionString", "1.2") +
+            entry("CFBundleVersion", "345") + entry("NSHumanReadableCopyright", "© Somebody"));
+        QCOMPARE(texts(), QStringList({"A Name", "Version 1.2 (345)", "© Somebody"}));
     }
 
     void shipsThePropertyListItReads()
@@ -97,12 +96,12 @@ private slots:
 
     void absentKeyLeavesItsLabelEmpty_data()
     {
-        const QByteArray name = entry("CFBundleName", "N");
-        const QByteArray shortVersion = entry("CFBundleShortVersionString", "1.2");
-        const QByteArray version = entry("CFBundleVersion", "345");
-        const QByteArray copyright = entry("NSHumanReadableCopyright", "C");
-        addColumns<QByteArray, QStringList>("list", "texts");
-        addRow("no key at all", QByteArray(), noTexts);
+        const QString name = entry("CFBundleName", "N");
+        const QString shortVersion = entry("CFBundleShortVersionString", "1.2");
+        const QString version = entry("CFBundleVersion", "345");
+        const QString copyright = entry("NSHumanReadableCopyright", "C");
+        addColumns<QString, QStringList>("list", "texts");
+        addRow("no key at all", "", noTexts);
         addRow("no name", shortVersion + version + copyright,
                QStringList{"", "Version 1.2 (345)", "C"});
         addRow("only the short version", name + shortVersion + copyright,
@@ -116,40 +115,36 @@ private slots:
 
     void absentKeyLeavesItsLabelEmpty()
     {
-        QFETCH(QByteArray, list);
+        QFETCH(QString, list);
         writePropertyList(list);
         QTEST(texts(), "texts");
     }
 
     void valueStandsOnTheLineAfterItsKey_data()
     {
-        addColumns<QByteArray, QString>("list", "name");
-        addRow("next line", QByteArray("<key>CFBundleName</key>\n<string>N</string>\n"), "N");
-        addRow("carriage returns", QByteArray("<key>CFBundleName</key>\r\n<string>N</string>\r\n"),
-               "N");
-        addRow("last line without an end",
-               QByteArray("<key>CFBundleName</key>\n<string>N</string>"), "N");
+        addColumns<QString, QString>("list", "name");
+        addRow("next line", "<key>CFBundleName</key>\n<string>N</string>\n", "N");
+        addRow("carriage returns", "<key>CFBundleName</key>\r\n<string>N</string>\r\n", "N");
+        addRow("last line without an end", "<key>CFBundleName</key>\n<string>N</string>", "N");
         addRow("same line: the line after it is read",
-               QByteArray("<key>CFBundleName</key><string>N</string>\n<string>M</string>\n"), "M");
+               "<key>CFBundleName</key><string>N</string>\n<string>M</string>\n", "M");
         addRow("two lines below: the line between is read",
-               QByteArray("<key>CFBundleName</key>\n\n<string>N</string>\n"), "");
-        addRow("key on the last line", QByteArray("<key>CFBundleName</key>"), "");
+               "<key>CFBundleName</key>\n\n<string>N</string>\n", "");
+        addRow("key on the last line", "<key>CFBundleName</key>", "");
         addRow("later key wins", entry("CFBundleName", "first") + entry("CFBundleName", "second"),
                "second");
         addRow("key within another", entry("MyCFBundleNameToo", "N"), "N");
         addRow("key on a value's line is passed over",
-               QByteArray("CFBundleName\n<string>CFBundleName</string>\n<string>M</string>\n"),
-               "CFBundleName");
+               "CFBundleName\n<string>CFBundleName</string>\n<string>M</string>\n", "CFBundleName");
         addRow("of two keys on a line the name is meant",
-               QByteArray("CFBundleVersion CFBundleName\n<string>N</string>\n"), "N");
-        addRow("not closed: the rest of the line",
-               QByteArray("CFBundleName\n<string>N\n</string>\n"), "N\n");
-        addRow("long", entry("CFBundleName", QByteArray(100000, 'x')), QString(100000, 'x'));
+               "CFBundleVersion CFBundleName\n<string>N</string>\n", "N");
+        addRow("not closed: the rest of the line", "CFBundleName\n<string>N\n</string>\n", "N\n");
+        addRow("long", entry("CFBundleName", QString(100000, 'x')), QString(100000, 'x'));
     }
 
     void valueStandsOnTheLineAfterItsKey()
     {
-        QFETCH(QByteArray, list);
+        QFETCH(QString, list);
         writePropertyList(list);
         QTEST(texts().at(0), "name");
     }

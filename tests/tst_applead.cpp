@@ -116,44 +116,34 @@ private slots:
 
     void domainIsWhatFollowsTheLastEqualsSign_data()
     {
-        addColumns<QByteArray, QString>("report", "domain");
+        addColumns<QString, QString>("report", "domain");
         // The runner takes the first four bytes, such as "head", for a process id.
-        addRow("padded", QByteArray("head\nActive Directory Domain          = example.test\n"),
+        const QString line = "head\nActive Directory Domain";
+        addRow("padded", line + "          = example.test\n", "example.test");
+        addRow("blanks around", line + " =  \t example.test \r\n", "example.test");
+        addRow("equals sign in the value", line + " = a= b= example.test\n", "example.test");
+        addRow("equals sign without a blank", line + " = a=b\n", "a=b");
+        addRow("not ended", line + " = example.test", "example.test");
+        addRow("a further line without an equals sign",
+               line + " = example.test\nActive Directory Domain\n", "example.test");
+        addRow("within a line", "head\n  My Active Directory Domains = example.test\n",
                "example.test");
-        addRow("blanks around", QByteArray("head\nActive Directory Domain =  \t example.test \r\n"),
-               "example.test");
-        addRow("equals sign in the value",
-               QByteArray("head\nActive Directory Domain = a= b= example.test\n"), "example.test");
-        addRow("equals sign without a blank", QByteArray("head\nActive Directory Domain = a=b\n"),
-               "a=b");
-        addRow("not ended", QByteArray("head\nActive Directory Domain = example.test"),
-               "example.test");
-        addRow(
-            "a further line without an equals sign",
-            QByteArray("head\nActive Directory Domain = example.test\nActive Directory Domain\n"),
-            "example.test");
-        addRow("within a line", QByteArray("head\n  My Active Directory Domains = example.test\n"),
-               "example.test");
-        addRow(
-            "the last of several",
-            QByteArray(
-                "head\nActive Directory Domain = one.test\nActive Directory Domain = two.test\n"),
-            "two.test");
-        addRow("non-ASCII", QByteArray("head\nActive Directory Domain = exämple.test\n"),
-               "exämple.test");
-        addRow("first line loses its first four bytes",
-               QByteArray("Active Directory Domain = example.test\n"), "");
-        addRow("other case", QByteArray("head\nactive directory domain = example.test\n"), "");
-        addRow("no domain line", QByteArray("head\nComputer Account = my-mac$\n"), "");
-        addRow("no report", QByteArray(), "");
+        addRow("the last of several", line + " = one.test\nActive Directory Domain = two.test\n",
+               "two.test");
+        addRow("non-ASCII", line + " = exämple.test\n", "exämple.test");
+        addRow("first line loses its first four bytes", "Active Directory Domain = example.test\n",
+               "");
+        addRow("other case", "head\nactive directory domain = example.test\n", "");
+        addRow("no domain line", "head\nComputer Account = my-mac$\n", "");
+        addRow("no report", "", "");
     }
 
     void domainIsWhatFollowsTheLastEqualsSign()
     {
-        QFETCH(QByteArray, report);
+        QFETCH(QString, report);
         QFETCH(QString, domain);
         WizardDriver driver;
-        World::answer("dsconfigad -show", {report, ""});
+        World::answer("dsconfigad -show", {report.toUtf8(), ""});
         driver.startAt(2);
         QCOMPARE(shownDomain(driver), domain);
         QCOMPARE(driver.wizard.field("appleADDomain").toString(), domain);
