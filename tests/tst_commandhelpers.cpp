@@ -7,17 +7,6 @@
 
 namespace {
 
-QStringList takeArray(char** array)
-{
-    QStringList items;
-    for (char** item = array; *item != nullptr; ++item) {
-        items << QString::fromUtf8(*item);
-        delete[] * item;
-    }
-    delete[] array;
-    return items;
-}
-
 // Calls randomizeFileName() and closes the descriptor that it leaves open.
 QString makeRandomFile(const QString& base)
 {
@@ -54,24 +43,6 @@ private slots:
         char** array = convertQSLtoArray({});
         QCOMPARE(array[0], nullptr);
         delete[] array;
-    }
-
-    void arrayHoldsEachItemInOrder_data()
-    {
-        addColumns<QStringList>("items");
-        addRow("one", QStringList{"-show"});
-        addRow("several", QStringList{"-u", "admin", "-p", "secret", "example.test"});
-        addRow("empty items", QStringList{"", "a", ""});
-        addRow("blanks and quotes", QStringList{" a  b ", "'a'", "\"b\""});
-        addRow("shell characters", QStringList{"$HOME", "`id`", "\\", "%1", "a;b|c", "*"});
-        addRow("not ASCII", QStringList{"Zoë Ωmega 東京 🙂"});
-        addRow("32,767 characters", QStringList{QString(32767, QChar(0x6771)), "end"});
-    }
-
-    void arrayHoldsEachItemInOrder()
-    {
-        QFETCH(QStringList, items);
-        QCOMPARE(takeArray(convertQSLtoArray(items)), items);
     }
 
     void userWithoutADomainGetsTheDomain()
