@@ -182,15 +182,6 @@ private slots:
         QCOMPARE(done.count(), 0);
     }
 
-    void clearedDataIsLoadedAgain()
-    {
-        Browser browser("OU=a,DC=x\n");
-        browser.load();
-        browser.dialog.clearData();
-        QCOMPARE(browser.load(), QList<int>{CNBROWSER_SUCCESS});
-        QCOMPARE(World::calls().size(), 2);
-    }
-
     void chosenContainerIsReportedAsItsName_data()
     {
         addColumns<QByteArray, QString, QString>("output", "item", "name");
