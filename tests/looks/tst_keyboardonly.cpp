@@ -9,20 +9,6 @@ class TestKeyboardOnly : public WorldTest
     Q_OBJECT
 
 private slots:
-    void join()
-    {
-        KeyDriver driver;
-        driver.enterCredentials();
-        QCOMPARE(driver.page(), 4);
-        driver.pressReturn();
-        QCOMPARE(driver.page(), 7);
-        QCOMPARE(World::callsOf("gui_helper_tool").first().arguments,
-                 QStringList({"/usr/local/sbin/mvjoin", "-u", "admin", "-p", "secret",
-                              "example.test", "-w", "-n", "my-mac"}));
-        pressKey(Qt::Key_Return);
-        QVERIFY(!driver.wizard.isVisible());
-    }
-
     void joinWithAllOptions()
     {
         KeyDriver driver;
