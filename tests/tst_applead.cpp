@@ -200,8 +200,7 @@ private slots:
         UnbindDriver driver;
         driver.next();
         int hidden = 0;
-        const QWidgetList windows = QApplication::topLevelWidgets();
-        for (const QWidget* window : windows) {
+        for (const QWidget* window : QApplication::topLevelWidgets()) {
             if (qobject_cast<const QLineEdit*>(window) == nullptr)
                 continue;
             ++hidden;

@@ -110,8 +110,7 @@ private slots:
         const QList<int> before = openDescriptors();
         randomizeFileName(World::file("out"));
         getReturnValue("/usr/local/bin/mvinfo -d");
-        const QList<int> after = openDescriptors();
-        for (const int descriptor : after) {
+        for (const int descriptor : openDescriptors()) {
             if (!before.contains(descriptor))
                 close(descriptor);
         }

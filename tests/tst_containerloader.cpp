@@ -71,8 +71,7 @@ private slots:
         // cleanup() finds nothing left.
         const int forgotten = QT_VERSION_MAJOR == 6 ? 1 : 0;
         QTRY_COMPARE(openDescriptors().size(), before.size() + forgotten);
-        const QList<int> after = openDescriptors();
-        for (const int descriptor : after)
+        for (const int descriptor : openDescriptors())
             if (!before.contains(descriptor))
                 close(descriptor);
         QCoreApplication::processEvents();

@@ -11,8 +11,7 @@ const QStringList askJoined{"mvinfo", "-d"};
 QList<QStringList> wordsOfAllCalls()
 {
     QList<QStringList> words;
-    const QList<Call> calls = World::calls();
-    for (const Call& call : calls)
+    for (const Call& call : World::calls())
         words << call.words();
     return words;
 }
@@ -243,8 +242,7 @@ private slots:
         driver.next();
         QCOMPARE(driver.page(), 7);
         QVERIFY(!moves.contains(QVariantList{5}));
-        const QList<int> ids = driver.wizard.pageIds();
-        for (const int id : ids)
+        for (const int id : driver.wizard.pageIds())
             QVERIFY(driver.wizard.page(id)->nextId() != 5);
     }
 };

@@ -60,12 +60,10 @@ private slots:
     void initialStates()
     {
         JoinType page;
-        const QList<QLineEdit*> edits = page.findChildren<QLineEdit*>();
-        for (const QLineEdit* edit : edits)
+        for (const QLineEdit* edit : page.findChildren<QLineEdit*>())
             QVERIFY2(edit->isEnabled() && !edit->isReadOnly(), qPrintable(edit->objectName()));
         NEEDS_TOOLS(); // on a Mac that is enrolled a choice is disabled
-        const QList<QAbstractButton*> buttons = page.findChildren<QAbstractButton*>();
-        for (const QAbstractButton* button : buttons) {
+        for (const QAbstractButton* button : page.findChildren<QAbstractButton*>()) {
             QCOMPARE(button->isChecked(), button->objectName() == "AutoButton");
             QVERIFY2(button->isEnabled(), qPrintable(button->objectName()));
         }

@@ -66,8 +66,7 @@ private slots:
             driver.next();
             QCOMPARE(driver.page(), 6);
             QStringList questions;
-            const QList<Call> calls = World::callsOf("mvinfo");
-            for (const Call& call : calls)
+            for (const Call& call : World::callsOf("mvinfo"))
                 questions << call.arguments.join(' ');
             // The interim page has asked for the domain before.
             QCOMPARE(questions.mid(questions.size() - 3), QStringList({"-d", "-z", "-n"}));

@@ -88,8 +88,7 @@ private slots:
     {
         WizardDriver driver;
         QStringList pages;
-        const QList<int> ids = driver.wizard.pageIds();
-        for (const int id : ids) {
+        for (const int id : driver.wizard.pageIds()) {
             const QWizardPage* page = driver.wizard.page(id);
             pages << QString("%1 %2 %3")
                          .arg(id)
@@ -131,8 +130,7 @@ private slots:
     void noFieldIsMandatory()
     {
         WizardDriver driver;
-        const QList<int> ids = driver.wizard.pageIds();
-        for (const int id : ids)
+        for (const int id : driver.wizard.pageIds())
             QVERIFY(driver.wizard.page(id)->isComplete());
     }
 
