@@ -53,7 +53,7 @@ class Desktop(Screen):
             self.film = None
 
     def await_window(self, title):
-        """Awaits a window by its title alone; it takes the keyboard as it opens."""
+        """Awaits the window with this title; openbox gives it the keyboard as it opens."""
         return self.await_that(f"no window {title}", lambda: subprocess.run(
             ["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"],
             stdout=subprocess.PIPE, check=False).stdout)

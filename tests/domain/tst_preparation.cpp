@@ -1,6 +1,7 @@
 #include "tests/support/datarows.h"
 
 #include <QDir>
+#include <QMap>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
@@ -14,14 +15,17 @@ class TestPreparation : public QObject
 private slots:
     void directoryIsPreparedOnceAndReplacesFormerOnes()
     {
-        const QTemporaryDir caches;
-        QDir cache(caches.filePath("morvanta-join-assistant"));
+        const QTemporaryDir home;
+        QDir cache(home.filePath(".cache/morvanta-join-assistant"));
         const QString former = "domain-0123456789abcdef";
         QVERIFY(cache.mkpath(former));
-        QCOMPARE(startMac(PRACTICE, {}, caches.path()), preparing + "runs\n");
+        const Variables atHome{{"HOME", home.path()}, {"XDG_CACHE_HOME", ""}};
+        QCOMPARE(startMac(PRACTICE, {}, atHome), preparing + "runs\n");
         QCOMPARE(cache.entryList({"domain-*"}, QDir::Dirs).size(), 1);
         QVERIFY(!cache.exists(former));
-        QCOMPARE(startMac(PRACTICE, {}, caches.path()), QByteArray("runs\n"));
+        QCOMPARE(startMac(PRACTICE, {}, atHome), QByteArray("runs\n"));
+        const Variables elsewhere{{"XDG_CACHE_HOME", home.filePath(".cache")}};
+        QCOMPARE(startMac(PRACTICE, {}, elsewhere), QByteArray("runs\n"));
     }
 
     // The stand-in has the real tool make the directory, and fails only then.
@@ -31,7 +35,8 @@ private slots:
         copyPractice(folder.path());
         standIn(folder.path(), "samba-tool",
                 "/usr/bin/samba-tool \"$@\" >/dev/null 2>&1\necho 'No domain today.'\nexit 1\n");
-        const QByteArray said = startMac(folder.filePath("practice"), {}, folder.path());
+        const QByteArray said =
+            startMac(folder.filePath("practice"), {}, {{"XDG_CACHE_HOME", folder.path()}});
         QCOMPARE(said, preparing + "No domain today.\n");
         QCOMPARE(QDir(folder.filePath("morvanta-join-assistant")).entryList({"domain-*"}),
                  QStringList());
@@ -67,6 +72,8 @@ private slots:
     }
 
 private:
+    using Variables = QMap<QString, QString>;
+
     const QByteArray preparing = "Preparing the directory of example.test (once, about 10 s)...\n";
 
     static void copyPractice(const QString& folder)
@@ -84,14 +91,15 @@ private:
         file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
     }
 
-    // What a practice Mac prints when it starts, and after it what the command on it prints.
+    // What a practice Mac prints when it starts with these variables in its environment, and after
+    // it what the command on it prints.
     static QByteArray startMac(const QString& practice, const QStringList& options,
-                               const QString& caches = {},
+                               const Variables& variables = {},
                                const QStringList& command = {"/bin/echo", "runs"})
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        if (!caches.isEmpty())
-            environment.insert("XDG_CACHE_HOME", caches);
+        for (auto variable = variables.cbegin(); variable != variables.cend(); ++variable)
+            environment.insert(variable.key(), variable.value());
         QProcess mac;
         mac.setProcessEnvironment(environment);
         mac.setProcessChannelMode(QProcess::MergedChannels);
