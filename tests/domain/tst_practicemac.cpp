@@ -180,6 +180,32 @@ private slots:
         QCOMPARE(PracticeMac::directoryOn(name).state, QString("enabled"));
     }
 
+    void agentAsksForDomainAndUser_data()
+    {
+        addColumns<QStringList>("given");
+        addRow("no domain", QStringList{"-u", PracticeMac::administrator});
+        addRow("no user", QStringList{PracticeMac::domain});
+    }
+
+    void agentAsksForDomainAndUser()
+    {
+        QFETCH(QStringList, given);
+        QProcess agent;
+        agent.start("/usr/local/sbin/mvjoin", given + QStringList{"-p", "any", "-w"});
+        QVERIFY(agent.waitForFinished());
+        QCOMPARE(agent.exitCode(), 1);
+        QCOMPARE(agent.readAllStandardOutput(), QByteArray("A domain and a user are needed.\n"));
+    }
+
+    void agentTellsByItsStatusThatTheMacIsNotJoined()
+    {
+        QProcess agent;
+        agent.start("/usr/local/bin/mvinfo", {"-d"});
+        QVERIFY(agent.waitForFinished());
+        QCOMPARE(agent.exitCode(), 10);
+        QCOMPARE(agent.readAllStandardOutput(), QByteArray());
+    }
+
     void agentRefusesAnUnknownOption_data()
     {
         addColumns<QString>("tool");

@@ -61,6 +61,12 @@ private slots:
         QVERIFY2(said.endsWith("No rights today.\n"), said.constData());
     }
 
+    void refusesAnUnknownScenario()
+    {
+        QCOMPARE(startMac(PRACTICE, {"--scenario", "none"}),
+                 QByteArray("practice/mac: there is no scenario none\n"));
+    }
+
     void whatIsWrittenIntoTheOutputFolderStays()
     {
         const QTemporaryDir output;
