@@ -21,9 +21,7 @@ private slots:
                                  "gui_helper_tool", "authorization_prompt"})
             World::removeTool(tool);
         Program program;
-        QVERIFY(program.showsTheWizard());
         QVERIFY(program.close());
-        QVERIFY(program.endsWith0());
     }
 
     void needsNoSessionBus()
@@ -42,9 +40,7 @@ private slots:
     void ignoresItsArguments()
     {
         Program program({"--help", "--version", "-x", "/no/such/file", "--", "join"});
-        QVERIFY(program.showsTheWizard());
         QVERIFY(program.close());
-        QVERIFY(program.endsWith0());
         QCOMPARE(program.process.readAllStandardOutput(), QByteArray());
         QCOMPARE(World::callsOf("gui_helper_tool").size(), 0);
     }
@@ -52,7 +48,7 @@ private slots:
     void showsTheWizardOnlyAfterTheProbes()
     {
         World::hold("profiles");
-        Program program;
+        Program program({}, Program::WithoutWaiting);
         QVERIFY(Program::ran("profiles"));
         program.session.awaitWindowManager();
         QCOMPARE(program.session.windows(), QStringList());
@@ -60,7 +56,6 @@ private slots:
         QVERIFY(program.showsTheWizard());
         QCOMPARE(World::callsOf("mvinfo").size(), 2);
         QVERIFY(program.close());
-        QVERIFY(program.endsWith0());
     }
 
     void closingAtAnyPageEndsIt_data()
@@ -84,11 +79,9 @@ private slots:
         if (joined)
             World::setJoined();
         Program program;
-        QVERIFY(program.showsTheWizard());
         for (const QString& tool : tools)
             QVERIFY(program.nextRuns(tool));
         QVERIFY(program.close());
-        QVERIFY(program.endsWith0());
         QCOMPARE(program.session.allWindowsEver(), QStringList{program.wizard});
     }
 
@@ -103,12 +96,10 @@ private slots:
     {
         QFETCH(QString, key);
         Program program;
-        QVERIFY(program.showsTheWizard());
         QVERIFY(program.nextRuns("mvinfo"));
         QVERIFY(program.nextRuns("mvedit"));
         QVERIFY(program.join());
         QVERIFY(program.close(key));
-        QVERIFY(program.endsWith0());
         QCOMPARE(program.session.allWindowsEver(), QStringList({program.wizard, program.progress}));
     }
 
@@ -116,7 +107,6 @@ private slots:
     {
         World::hold("gui_helper_tool");
         Program program;
-        QVERIFY(program.showsTheWizard());
         for (const char* tool : {"mvinfo", "mvedit", "gui_helper_tool"})
             QVERIFY(program.nextRuns(tool));
         const QString progress = program.session.waitForWindow("Joining");
@@ -127,7 +117,6 @@ private slots:
         QVERIFY(program.session.pressIn(progress, "Shift_L")); // it is there still
         World::release("gui_helper_tool");
         QVERIFY(program.close());
-        QVERIFY(program.endsWith0());
         QCOMPARE(program.session.allWindowsEver(), QStringList({program.wizard, progress}));
     }
 

@@ -9,12 +9,16 @@
 class Program
 {
 public:
-    explicit Program(const QStringList& arguments = {})
+    enum Start { UntilTheWizardIsUp, WithoutWaiting };
+
+    explicit Program(const QStringList& arguments = {}, Start start = UntilTheWizardIsUp)
     {
         process.setProcessEnvironment(reader.environment());
         process.start(ASSISTANT_PROGRAM, arguments);
         if (!process.waitForStarted())
             qFatal("The program can't be started");
+        if (start == UntilTheWizardIsUp && !showsTheWizard())
+            qFatal("The program shows no wizard");
     }
     ~Program()
     {
@@ -58,19 +62,17 @@ public:
     {
         return QTest::qWaitFor([this] { return session.windows() == QStringList{wizard}; }, 20000);
     }
+    // The windows have to go, and the program to end with status 0.
     bool close(const QString& key = "alt+F4")
     {
         return isFree() && session.pressIn(wizard, key) &&
-               QTest::qWaitFor([this] { return session.windows().isEmpty(); }, 20000);
+               QTest::qWaitFor([this] { return session.windows().isEmpty(); }, 20000) &&
+               (process.state() == QProcess::NotRunning || process.waitForFinished(20000)) &&
+               process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
     }
     bool isUp() const
     {
         return process.state() == QProcess::Running && session.windows().contains(wizard);
-    }
-    bool endsWith0()
-    {
-        return (process.state() == QProcess::NotRunning || process.waitForFinished(20000)) &&
-               process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
     }
 
     XSession session;
