@@ -95,11 +95,6 @@ QString XSession::ask(const QString& tool, const QStringList& arguments) const
     return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
 }
 
-QString XSession::title(const QString& window) const
-{
-    return ask("xdotool", {"getwindowname", window});
-}
-
 QRect XSession::place(const QString& window) const
 {
     const QStringList lines = ask("xdotool", {"getwindowgeometry", "--shell", window}).split('\n');
@@ -123,7 +118,7 @@ QString XSession::waitForWindow(const QString& title) const
         [&] {
             const QStringList ids = windows();
             for (const QString& id : ids) {
-                if (this->title(id) == title)
+                if (ask("xdotool", {"getwindowname", id}) == title)
                     found = id;
             }
             return !found.isEmpty();
@@ -163,9 +158,4 @@ void XSession::awaitWindowManager() const
     ask("xdotool", {"set_num_desktops", number});
     if (!QTest::qWaitFor([&] { return ask("xdotool", {"get_num_desktops"}) == number; }, 20000))
         qFatal("The window manager does not answer");
-}
-
-void XSession::clickInto(const QString& window) const
-{
-    ask("xdotool", {"mousemove", "--window", window, "20", "20", "click", "1"});
 }

@@ -20,7 +20,6 @@ public:
     // its list; the watch may miss one that is gone at once.
     QStringList windows() const;
     QStringList allWindowsEver() const;
-    QString title(const QString& window) const;
     // Where the window lies on the screen, without its frame.
     QRect place(const QString& window) const;
     // Whether `window` lies in front of `other`.
@@ -39,8 +38,6 @@ public:
     void click() const;
     // Waits until the window manager has handled all that was done before.
     void awaitWindowManager() const;
-    // Clicks into the window near its upper left corner, as a person does to bring it to the front.
-    void clickInto(const QString& window) const;
 
 private:
     QString ask(const QString& tool, const QStringList& arguments) const;
