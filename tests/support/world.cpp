@@ -273,18 +273,3 @@ int World::threads()
 {
     return QDir("/proc/self/task").entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
 }
-
-void World::setJoined(const QByteArray& domain, const QByteArray& zone, const QByteArray& name)
-{
-    answer("mvinfo -d", {domain, ""});
-    answer("mvinfo -z", {zone, ""});
-    answer("mvinfo -n", {name, ""});
-}
-
-void World::setBound(const QByteArray& domain)
-{
-    const QByteArray report = "\nActive Directory Forest          = " + domain +
-                              "\nActive Directory Domain          = " + domain +
-                              "\nComputer Account                 = my-mac$\n";
-    answer("dsconfigad -show", {report, ""});
-}

@@ -79,8 +79,19 @@ void replaceByFolder(const QString& tool);
 int threads();
 
 // The answers of a Mac that is joined, and of one that the system's own plug-in has bound.
-void setJoined(const QByteArray& domain = "example.test\n", const QByteArray& zone = "MacZone\n",
-               const QByteArray& name = "my-mac\n");
-void setBound(const QByteArray& domain = "example.test");
+inline void setJoined(const QByteArray& domain = "example.test\n",
+                      const QByteArray& zone = "MacZone\n", const QByteArray& name = "my-mac\n")
+{
+    answer("mvinfo -d", {domain, ""});
+    answer("mvinfo -z", {zone, ""});
+    answer("mvinfo -n", {name, ""});
+}
+inline void setBound(const QByteArray& domain = "example.test")
+{
+    const QByteArray report = "\nActive Directory Forest          = " + domain +
+                              "\nActive Directory Domain          = " + domain +
+                              "\nComputer Account                 = my-mac$\n";
+    answer("dsconfigad -show", {report, ""});
+}
 
 } // namespace World

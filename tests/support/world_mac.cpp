@@ -80,13 +80,3 @@ int World::threads()
                   count * sizeof *threads);
     return static_cast<int>(count);
 }
-
-void World::setJoined(const QByteArray&, const QByteArray&, const QByteArray&)
-{
-    lacksTools();
-}
-
-void World::setBound(const QByteArray&)
-{
-    lacksTools();
-}
