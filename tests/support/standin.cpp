@@ -11,7 +11,6 @@
 #include <fstream>
 #include <sstream>
 #include <string>
-#include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
 
@@ -34,8 +33,7 @@ std::string baseName(const std::string& path)
 
 bool exists(const std::string& path)
 {
-    struct stat info = {};
-    return stat(path.c_str(), &info) == 0;
+    return access(path.c_str(), F_OK) == 0;
 }
 
 std::string openDescriptors()

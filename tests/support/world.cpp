@@ -10,9 +10,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <sched.h>
 #include <sys/mount.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -106,15 +106,6 @@ void makeOwnFolder()
     qputenv("XDG_RUNTIME_DIR", runtime.toUtf8());
 }
 
-void clearTool(const QString& path)
-{
-    const QFileInfo info(path);
-    if (info.isDir() && !info.isSymLink())
-        QDir(path).removeRecursively();
-    else
-        QFile::remove(path);
-}
-
 } // namespace
 
 QStringList Call::words() const
@@ -166,10 +157,10 @@ void World::reset()
     QDir(state).removeRecursively();
     require(QDir().mkpath(state + "/answers"), "mkdir");
     QFile::remove("/dev/log");
-    for (const QString& path : toolPaths()) {
-        clearTool(path);
-        QDir().mkpath(path.section('/', 0, -2));
-        require(QFile::link(standin, path), "link");
+    for (const QString& tool : toolPaths().keys()) {
+        removeTool(tool);
+        QDir().mkpath(path(tool).section('/', 0, -2));
+        require(QFile::link(standin, path(tool)), "link");
     }
     answer("mvinfo", {"", "", 1});
     answer("scutil", {"my-mac\n", ""});
@@ -254,7 +245,9 @@ QString World::path(const QString& tool)
 
 void World::removeTool(const QString& tool)
 {
-    clearTool(path(tool));
+    // Of the link to the stand-in this takes the link alone.
+    std::error_code ignored;
+    std::filesystem::remove_all(path(tool).toStdString(), ignored);
 }
 
 void World::replaceByPlainFile(const QString& tool)
