@@ -1,5 +1,7 @@
 #include "tests/domain/scripttest.h"
 
+#include "tests/support/files.h"
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QMap>
@@ -15,21 +17,6 @@ QString resource(const QString& name)
     return QString(
                "/Applications/Utilities/Morvanta/Morvanta Join Assistant.app/Contents/Resources/") +
            name;
-}
-
-QByteArray contents(const QString& path)
-{
-    QFile file(path);
-    if (!file.open(QFile::ReadOnly))
-        return {};
-    return file.readAll();
-}
-
-void write(const QString& path, const QByteArray& text)
-{
-    QFile file(path);
-    if (!file.open(QFile::WriteOnly | QFile::Truncate) || file.write(text) != text.size())
-        qFatal("%s can't be written", qPrintable(path));
 }
 
 // The content of files before they were rewritten, by their paths.
@@ -86,14 +73,15 @@ QString ScriptTest::runTcl(const QString& program)
 {
     QTemporaryDir folder;
     const QString file = folder.filePath("program.tcl");
-    write(file, "source {" + resource("domain_session.tcl").toUtf8() + "}\n" + program.toUtf8());
+    writeFile(file,
+              "source {" + resource("domain_session.tcl").toUtf8() + "}\n" + program.toUtf8());
     return PracticeMac::run("/usr/bin/tclsh", {file}).trimmed();
 }
 
 void ScriptTest::standIn(const QString& tool, const QByteArray& script)
 {
     const QString file = tools->filePath(tool);
-    write(file, "#!/bin/sh\n" + script);
+    writeFile(file, "#!/bin/sh\n" + script);
     QVERIFY(QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
 }
 
@@ -109,7 +97,7 @@ void ScriptTest::note(const QStringList& names)
 QStringList ScriptTest::noted() const
 {
     const QRegularExpression folder(QRegularExpression::escape(temporaries->path()) + "/[\\w.]+");
-    return QString::fromUtf8(contents(tools->filePath("calls")))
+    return QString::fromUtf8(readFile(tools->filePath("calls")))
         .replace(folder, "PRIVATE")
         .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
@@ -117,8 +105,8 @@ QStringList ScriptTest::noted() const
 void ScriptTest::rewrite(const QString& path, const QByteArray& text)
 {
     if (!originals.contains(path))
-        originals.insert(path, contents(path));
-    write(path, text);
+        originals.insert(path, readFile(path));
+    writeFile(path, text);
 }
 
 QString ScriptTest::testScript(const QString& name)
@@ -138,7 +126,7 @@ void ScriptTest::init()
 void ScriptTest::cleanup()
 {
     for (auto file = originals.cbegin(); file != originals.cend(); ++file)
-        write(file.key(), file.value());
+        writeFile(file.key(), file.value());
     originals.clear();
     // The scripts leave no ticket and no settings behind, also when they fail.
     QVERIFY(QDir(temporaries->path()).isEmpty());

@@ -1,4 +1,5 @@
 #include "tests/domain/practicemac.h"
+#include "tests/support/files.h"
 
 #include <QDir>
 #include <QProcess>
@@ -22,19 +23,12 @@ void packets(const QString& fate, const QString& address)
     PracticeMac::run(PracticeMac::script("packets"), {fate, address});
 }
 
-void write(const QString& path, const QByteArray& text)
-{
-    QFile file(path);
-    QVERIFY(file.open(QFile::WriteOnly));
-    file.write(text);
-}
-
 // What a tool of the agent says when it fails with this script in the place of ldapsearch.
 QString refusal(const QString& tool, const QStringList& options, const QByteArray& search)
 {
     const QTemporaryDir tools;
     const QString file = tools.filePath("ldapsearch");
-    write(file, "#!/bin/sh\n" + search);
+    writeFile(file, "#!/bin/sh\n" + search);
     QFile::setPermissions(file, QFile::ReadOwner | QFile::ExeOwner);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("PATH", tools.path() + ':' + environment.value("PATH"));
@@ -71,14 +65,15 @@ private slots:
 
     void scutilTellsTheNameServersAsAMacDoes()
     {
-        const QString before = PracticeMac::run("/usr/bin/cat", {"/etc/resolv.conf"});
-        write("/etc/resolv.conf",
-              "search home.test\nnameserver 192.0.2.53\nnameserver 192.0.2.54\n");
+        const QByteArray before = readFile("/etc/resolv.conf");
+        writeFile("/etc/resolv.conf",
+                  "search home.test\nnameserver 192.0.2.53\nnameserver 192.0.2.54\n");
         QVERIFY(QDir().mkpath("/etc/resolver"));
-        write("/etc/resolver/example.test", "nameserver 192.0.2.1\nport 5353\nsearch_order 2\n");
+        writeFile("/etc/resolver/example.test",
+                  "nameserver 192.0.2.1\nport 5353\nsearch_order 2\n");
         const QString said = PracticeMac::run("/usr/sbin/scutil", {"--dns"});
         QVERIFY(QFile::remove("/etc/resolver/example.test"));
-        write("/etc/resolv.conf", before.toUtf8());
+        writeFile("/etc/resolv.conf", before);
 
         QVERIFY2(said.startsWith("DNS configuration\n"
                                  "\n"

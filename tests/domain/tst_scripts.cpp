@@ -1,4 +1,5 @@
 #include "tests/domain/scripttest.h"
+#include "tests/support/files.h"
 
 namespace {
 
@@ -224,21 +225,19 @@ private slots:
         QFETCH(QString, sentence);
         // Has the interpreter tell this version as its own.
         QTemporaryDir folder;
-        QFile program(folder.filePath("program.tcl"));
-        QVERIFY(program.open(QFile::WriteOnly));
-        program.write("rename info real_info\n"
-                      "proc info {what args} {\n"
-                      "    if {$what eq \"patchlevel\"} {return " +
-                      version.toUtf8() +
-                      "}\n"
-                      "    tailcall real_info $what {*}$args\n"
-                      "}\n"
-                      "set script [lindex $argv 0]\n"
-                      "set argv [lrange $argv 1 end]\n"
-                      "info script $script\n"
-                      "source $script\n");
-        program.close();
-        standIn("tclsh", "exec /usr/bin/tclsh " + program.fileName().toUtf8() + " \"$@\"\n");
+        const QString program = folder.filePath("program.tcl");
+        writeFile(program, "rename info real_info\n"
+                           "proc info {what args} {\n"
+                           "    if {$what eq \"patchlevel\"} {return " +
+                               version.toUtf8() +
+                               "}\n"
+                               "    tailcall real_info $what {*}$args\n"
+                               "}\n"
+                               "set script [lindex $argv 0]\n"
+                               "set argv [lrange $argv 1 end]\n"
+                               "info script $script\n"
+                               "source $script\n");
+        standIn("tclsh", "exec /usr/bin/tclsh " + program.toUtf8() + " \"$@\"\n");
         const ScriptResult result = check();
         QCOMPARE(result.errors, sentence);
         QCOMPARE(result.status, sentence.isEmpty() ? 0 : 1);

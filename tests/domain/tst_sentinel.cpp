@@ -1,5 +1,6 @@
 #include "tests/domain/practicemac.h"
 #include "tests/support/commandlines.h"
+#include "tests/support/files.h"
 
 #include "browser/cnbrowser.h"
 
@@ -51,9 +52,7 @@ QStringList writeEverywhere(const QString& text)
     QStringList names;
     for (const QString& folder : fileSystems) {
         names << folder + "control";
-        QFile file(names.last());
-        if (!file.open(QFile::WriteOnly) || file.write(text.toUtf8()) < 0)
-            qFatal("%s can't be written", qPrintable(names.last()));
+        writeFile(names.last(), text.toUtf8());
     }
     names.sort();
     return names;

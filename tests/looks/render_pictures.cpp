@@ -1,18 +1,7 @@
 #include "tests/looks/pictures.h"
 #include "tests/looks/places.h"
+#include "tests/support/files.h"
 #include "tests/support/worldtest.h"
-
-namespace {
-
-void writePlaces(const QString& scene, const QString& folder)
-{
-    QFile file(QString("%1/%2.txt").arg(folder, scene));
-    if (!file.open(QIODevice::WriteOnly))
-        qFatal("%s can't be written", qPrintable(file.fileName()));
-    file.write(layoutOf(scene).toUtf8());
-}
-
-} // namespace
 
 // Renders the pictures of all scenes into one folder, and notes all places in another.
 int main(int argc, char** argv)
@@ -28,6 +17,7 @@ int main(int argc, char** argv)
         // As small as it gets without loss.
         if (!pictureOf(name).save(file, "PNG", 0))
             qFatal("%s can't be written", qPrintable(file));
-        writePlaces(name, QString::fromLocal8Bit(argv[2]));
+        writeFile(QString("%1/%2.txt").arg(QString::fromLocal8Bit(argv[2]), name),
+                  layoutOf(name).toUtf8());
     }
 }

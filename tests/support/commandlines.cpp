@@ -1,18 +1,13 @@
 #include "tests/support/commandlines.h"
 
+#include "tests/support/files.h"
+
 #include <QDir>
-#include <QFile>
 
 #include <chrono>
 #include <fts.h>
 
 namespace {
-
-QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 QString baseName(const QByteArray& path)
 {
@@ -40,7 +35,7 @@ QStringList filesWith(const QByteArray& text, const QString& folder)
     FTS* files = fts_open(paths, FTS_PHYSICAL | FTS_XDEV | FTS_NOCHDIR, nullptr);
     while (const FTSENT* file = fts_read(files)) {
         const QString name = QString::fromUtf8(file->fts_path);
-        if (file->fts_info == FTS_F && contentOf(name).contains(text))
+        if (file->fts_info == FTS_F && readFile(name).contains(text))
             found << name;
     }
     fts_close(files);
@@ -55,14 +50,14 @@ QStringList placesOf(const QByteArray& text)
     const QStringList processes = QDir("/proc").entryList({"[0-9]*"}, QDir::Dirs);
     for (const QString& process : processes) {
         const QString folder = "/proc/" + process;
-        const QList<QByteArray> words = contentOf(folder + "/cmdline").split('\0');
+        const QList<QByteArray> words = readFile(folder + "/cmdline").split('\0');
         const int tool = toolAmong(words);
         const QString name = baseName(words.at(tool));
         for (int i = tool; i < words.size(); ++i) {
             if (words.at(i).contains(text))
                 found << name + ' ' + QString::number(i - tool);
         }
-        if (contentOf(folder + "/environ").contains(text))
+        if (readFile(folder + "/environ").contains(text))
             found << name + " environment";
     }
     return found;

@@ -1,7 +1,8 @@
 #include "tests/support/world.h"
 
+#include "tests/support/files.h"
+
 #include <QDir>
-#include <QFile>
 #include <QMap>
 
 #include <algorithm>
@@ -49,14 +50,6 @@ void require(bool done, const char* what)
         return;
     fprintf(stderr, "The test world can't be made: %s: %s\n", what, strerror(errno));
     exit(1);
-}
-
-void writeFile(const QString& path, const QByteArray& content)
-{
-    QFile file(path);
-    require(file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
-                file.write(content) == content.size(),
-            qPrintable(path));
 }
 
 void enterNamespaces()
@@ -191,10 +184,7 @@ void World::release(const QString& command)
 
 QList<Call> World::calls()
 {
-    QFile file(state + "/calls");
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    QList<QByteArray> fields = file.readAll().split('\0');
+    QList<QByteArray> fields = readFile(state + "/calls").split('\0');
     QList<Call> calls;
     while (fields.size() > 1) {
         const int count = fields.takeFirst().toInt();

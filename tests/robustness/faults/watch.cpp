@@ -1,11 +1,11 @@
 #include "tests/robustness/faults/watch.h"
 
+#include "tests/support/files.h"
 #include "tests/support/worldtest.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QMap>
 #include <QThread>
 #include <QThreadPool>
@@ -32,12 +32,9 @@ struct Process {
 QMap<qint64, Process> processes()
 {
     QMap<qint64, Process> all;
-    const QStringList names = QDir("/proc").entryList(QDir::Dirs);
+    const QStringList names = QDir("/proc").entryList({"[0-9]*"}, QDir::Dirs);
     for (const QString& name : names) {
-        QFile file("/proc/" + name + "/stat");
-        if (name.toInt() == 0 || !file.open(QIODevice::ReadOnly))
-            continue;
-        const QByteArray stat = file.readAll();
+        const QByteArray stat = readFile("/proc/" + name + "/stat");
         const QList<QByteArray> fields = stat.mid(stat.lastIndexOf(')') + 2).split(' ');
         if (fields.size() > 1) // or it has ended since
             all[name.toLongLong()] = {fields.at(1).toLongLong(), fields.at(0).at(0)};

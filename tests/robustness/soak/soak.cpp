@@ -4,13 +4,13 @@
 
 #include "browser/cnbrowser.h"
 #include "pages/dialogs/warning.h"
+#include "tests/support/files.h"
 #include "tests/support/helperruns.h"
 
 #include <QCommandLineParser>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QEventLoop>
-#include <QFile>
 #include <QThreadPool>
 
 #include <cstdio>
@@ -30,11 +30,8 @@ int children()
     int count = 0;
     const QStringList threads =
         QDir("/proc/self/task").entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-    for (const QString& thread : threads) {
-        QFile file("/proc/self/task/" + thread + "/children");
-        if (file.open(QIODevice::ReadOnly))
-            count += file.readAll().count(' ');
-    }
+    for (const QString& thread : threads)
+        count += readFile("/proc/self/task/" + thread + "/children").count(' ');
     return count;
 }
 
