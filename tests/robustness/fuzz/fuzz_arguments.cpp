@@ -3,42 +3,25 @@
 #include "pages/jointype.h"
 #include "pages/userpassentry.h"
 #include "tests/robustness/fuzz/runner.h"
-#include "tests/support/world.h"
 
 #include <fuzzer/FuzzedDataProvider.h>
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QWizard>
 
-namespace {
-
-QWizard* wizard = nullptr;
-
-QLineEdit* edit(const char* name)
-{
-    return wizard->findChild<QLineEdit*>(name);
-}
-
-} // namespace
-
-extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
-{
-    World::enter();
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    new QApplication(*argc, *argv);
-    wizard = new QWizard;
-    wizard->setPage(3, new UserPassEntry);
-    wizard->setPage(4, new JoinType);
-    return 0;
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
+    static QWizard* wizard = nullptr;
+    if (wizard == nullptr) {
+        wizard = new QWizard;
+        wizard->setPage(3, new UserPassEntry);
+        wizard->setPage(4, new JoinType);
+    }
     FuzzedDataProvider input(data, size);
-    const auto text = [&input](const char* name) {
+    const auto edit = [](const char* name) { return wizard->findChild<QLineEdit*>(name); };
+    const auto text = [&](const char* name) {
         edit(name)->setText(QString::fromStdString(input.ConsumeRandomLengthString(600)));
         // The C string that a tool gets ends at a NUL.
         return QByteArray(edit(name)->text().toLocal8Bit().constData());

@@ -6,15 +6,7 @@
 #include "pages/interimintro.h"
 #include "tests/robustness/fuzz/runner.h"
 
-#include <QApplication>
 #include <QLabel>
-
-extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    new QApplication(*argc, *argv);
-    return 0;
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {

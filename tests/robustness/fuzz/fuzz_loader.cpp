@@ -5,20 +5,10 @@
 #include "tests/robustness/fuzz/runner.h"
 #include "tests/support/world.h"
 
-#include <QCoreApplication>
 #include <QEventLoop>
 #include <QStandardItemModel>
 
 #include <memory>
-
-extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
-{
-    qputenv("QT_NO_GLIB", "1");
-    World::enter();
-    new QCoreApplication(*argc, *argv);
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    return 0;
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {

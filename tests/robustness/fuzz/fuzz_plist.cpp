@@ -3,9 +3,9 @@
 
 #include "app/about.h"
 #include "tests/robustness/fuzz/runner.h"
+#include "tests/support/files.h"
 
-#include <QApplication>
-#include <QFile>
+#include <QCoreApplication>
 #include <QLabel>
 
 namespace {
@@ -21,21 +21,11 @@ QString value(const QString& line)
 
 } // namespace
 
-extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    new QApplication(*argc, *argv);
-    return 0;
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     QByteArray content(reinterpret_cast<const char*>(data), static_cast<int>(size));
     content.replace('\0', ' ');
-    QFile file(QApplication::applicationDirPath() + "/../Info.plist");
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(content) < 0)
-        return 0;
-    file.close();
+    writeFile(QCoreApplication::applicationDirPath() + "/../Info.plist", content);
 
     QString values[4];
     static const char* const keys[] = {"CFBundleName", "CFBundleVersion",

@@ -1,7 +1,22 @@
 #include "tests/robustness/fuzz/runner.h"
 
+#include "tests/support/world.h"
+
+#include <QApplication>
+
 #include <cstdio>
 #include <cstdlib>
+
+// Called by the fuzzer once, before the first input. What the program logs is dropped.
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
+{
+    World::enter();
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_NO_GLIB", "1");
+    new QApplication(*argc, *argv);
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    return 0;
+}
 
 void Fuzz::check(bool holds, const char* claim)
 {
