@@ -1,13 +1,20 @@
 #include "tests/domain/joinoptions.h"
 
-#include "tests/domain/practicemac.h"
-
 #include "browser/cnbrowser.h"
 
 #include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QTreeView>
+
+JoinWizard::JoinWizard(const QString& computerName, const QString& user)
+{
+    goToCredentials();
+    enterCredentials(PracticeMac::domain, user, PracticeMac::password);
+    QCOMPARE(next().join('\n'), QString());
+    QCOMPARE(page(), 4);
+    type("ComputerNameEdit", computerName);
+}
 
 void join(WizardDriver* wizard)
 {

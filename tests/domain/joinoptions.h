@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/support/wizarddriver.h"
+#include "tests/domain/practicemac.h"
 
 #include <QModelIndex>
 
@@ -8,6 +8,14 @@ class QTreeView;
 class cnbrowser;
 
 // The join options page, as a person works it.
+
+// A wizard on that page, with the computer's name entered.
+class JoinWizard : public WizardDriver
+{
+public:
+    explicit JoinWizard(const QString& computerName,
+                        const QString& user = PracticeMac::administrator);
+};
 
 // Presses Join, which succeeds, and reads the report.
 void join(WizardDriver* wizard);

@@ -58,15 +58,6 @@ bool PracticeMac::isJoined()
     return agent.waitForFinished() && agent.exitCode() == 0;
 }
 
-void DomainTest::goToJoin(WizardDriver* wizard, const QString& computerName, const QString& user)
-{
-    wizard->goToCredentials();
-    wizard->enterCredentials(PracticeMac::domain, user, PracticeMac::password);
-    QCOMPARE(wizard->next().join('\n'), QString());
-    QCOMPARE(wizard->page(), 4);
-    wizard->type("ComputerNameEdit", computerName);
-}
-
 void DomainTest::joinMac(const QString& computerName)
 {
     PracticeMac::run("/usr/local/sbin/mvjoin",

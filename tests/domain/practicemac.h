@@ -51,9 +51,6 @@ class DomainTest : public QObject
     Q_OBJECT
 
 protected:
-    // A wizard on the join options page, with the computer's name entered.
-    static void goToJoin(WizardDriver* wizard, const QString& computerName,
-                         const QString& user = PracticeMac::administrator);
     // Joins by the agent's tool alone.
     static void joinMac(const QString& computerName);
 

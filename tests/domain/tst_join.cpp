@@ -1,5 +1,4 @@
 #include "tests/domain/joinoptions.h"
-#include "tests/domain/practicemac.h"
 
 #include "browser/cnbrowser.h"
 
@@ -18,8 +17,7 @@ class TestJoin : public DomainTest
 private slots:
     void joinsAutomatically()
     {
-        WizardDriver wizard;
-        goToJoin(&wizard, "auto-mac");
+        JoinWizard wizard("auto-mac");
         join(&wizard);
         const Computer computer = directoryOn("auto-mac");
         QCOMPARE(computer.distinguishedName, "CN=auto-mac,CN=Computers," + base);
@@ -33,8 +31,7 @@ private slots:
 
     void tellsAnUnknownZoneAndThenJoinsOne()
     {
-        WizardDriver wizard;
-        goToJoin(&wizard, "zone-mac");
+        JoinWizard wizard("zone-mac");
         wizard.on<QRadioButton>("ZoneButton")->click();
         wizard.type("ZoneEdit", "MacZ*");
         QCOMPARE(wizard.next(), QStringList("There is no zone \"MacZ*\" in example.test.\n"));
@@ -48,8 +45,7 @@ private slots:
 
     void joinsWithEveryOption()
     {
-        WizardDriver wizard;
-        goToJoin(&wizard, "every-mac");
+        JoinWizard wizard("every-mac");
         openAdvancedOptions(&wizard);
         wizard.on<QCheckBox>("ForceLeave")->setChecked(true);
         wizard.on<QCheckBox>("AppleUIDCheck")->setChecked(true);
@@ -91,8 +87,7 @@ private slots:
         static int number = 0;
         const QString name = QString("picked-%1").arg(++number);
 
-        WizardDriver wizard;
-        goToJoin(&wizard, name);
+        JoinWizard wizard(name);
         openAdvancedOptions(&wizard);
         pick(&wizard, path);
         QCOMPARE(wizard.text("ContainerDNEdit"), container + "," + base);
@@ -104,8 +99,7 @@ private slots:
     // It can be chosen, and the join then says that there is no such container.
     void refusesHalfOfANameWithAComma()
     {
-        WizardDriver wizard;
-        goToJoin(&wizard, "half-mac");
+        JoinWizard wizard("half-mac");
         openAdvancedOptions(&wizard);
         pick(&wizard, {"OU=Departments", " Marketing"});
         const QString half = " Marketing,OU=Departments," + base;
@@ -131,8 +125,7 @@ private slots:
         const QString shown = ouFirst ? "OU=Workshop" : "CN=Workshop";
         const QString hidden = ouFirst ? "CN=Workshop" : "OU=Workshop";
 
-        WizardDriver wizard;
-        goToJoin(&wizard, "neighbour-mac");
+        JoinWizard wizard("neighbour-mac");
         openAdvancedOptions(&wizard);
         cnbrowser* browser = browse(&wizard);
         const auto* tree = child<QTreeView>(browser, "browserTree");
@@ -152,8 +145,7 @@ private slots:
         joinMac("present-mac");
         init(); // leaves the domain, and the account as it is
 
-        WizardDriver wizard;
-        goToJoin(&wizard, "present-mac");
+        JoinWizard wizard("present-mac");
         wizard.on<QRadioButton>("ZoneButton")->click();
         wizard.type("ZoneEdit", "MacZone");
         QCOMPARE(wizard.next(), QStringList("example.test already has a computer present-mac "
@@ -171,8 +163,7 @@ private slots:
     void overwritesAnExistingAccount()
     {
         QCOMPARE(directoryOn("front-desk").state, QString("disabled"));
-        WizardDriver wizard;
-        goToJoin(&wizard, "front-desk");
+        JoinWizard wizard("front-desk");
         openAdvancedOptions(&wizard);
         wizard.on<QCheckBox>("ForceLeave")->setChecked(true);
         choose(&wizard, "ContainerDN", "CN=Loan Pool,OU=Departments," + base);
@@ -186,8 +177,7 @@ private slots:
     // DNS lists another controller, which is dead.
     void joinsThroughThePreferredServer()
     {
-        WizardDriver wizard;
-        goToJoin(&wizard, "server-mac");
+        JoinWizard wizard("server-mac");
         const QString listControllers = PracticeMac::script("list_controllers");
         PracticeMac::run(PracticeMac::script("packets"), {"lose", "198.51.100.1"});
         PracticeMac::run(listControllers, {"dead=198.51.100.1"});
@@ -200,8 +190,7 @@ private slots:
 
     void refusesAServerThatIsNoController()
     {
-        WizardDriver wizard;
-        goToJoin(&wizard, "server-mac2");
+        JoinWizard wizard("server-mac2");
         openAdvancedOptions(&wizard);
         choose(&wizard, "PDS", "dc7.example.test");
         QCOMPARE(wizard.next(), QStringList("dc7.example.test is not a domain controller of "
@@ -215,8 +204,7 @@ private slots:
     {
         const QString existing = directoryOn("front-desk").distinguishedName;
         const QString container = "OU=Floor 1,OU=Macs,OU=Computers,OU=Berlin,OU=Europe," + base;
-        WizardDriver wizard;
-        goToJoin(&wizard, "front-desk", "berlin.admin");
+        JoinWizard wizard("front-desk", "berlin.admin");
         openAdvancedOptions(&wizard);
         wizard.on<QCheckBox>("ForceLeave")->setChecked(true);
         choose(&wizard, "ContainerDN", container);

@@ -1,4 +1,4 @@
-#include "tests/domain/practicemac.h"
+#include "tests/domain/joinoptions.h"
 #include "tests/domain/sentences.h"
 
 #include <QLabel>

@@ -1,4 +1,4 @@
-#include "tests/domain/practicemac.h"
+#include "tests/domain/joinoptions.h"
 
 #include "pages/dialogs/loadjoin.h"
 
@@ -62,8 +62,7 @@ private slots:
 
     void joinEndsWithASentenceWhenTheControllerHangsInTheMiddle()
     {
-        WizardDriver wizard;
-        goToJoin(&wizard, "hung-mac");
+        JoinWizard wizard("hung-mac");
         HangDuringJoin hang;
         QCOMPARE(wizard.next(), QStringList("The computer account hung-mac could not be made. The "
                                             "controller stopped answering.\n"));
@@ -82,8 +81,7 @@ private slots:
 
     void browseWarnsWhenTheControllerHangs()
     {
-        WizardDriver wizard;
-        goToJoin(&wizard, "unseen-mac");
+        JoinWizard wizard("unseen-mac");
         QTest::mouseClick(wizard.on<QPushButton>("AdvancedButton"), Qt::LeftButton);
         signalController("STOP");
         const QStringList warnings = warningsDuring([&wizard] {

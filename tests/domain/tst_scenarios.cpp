@@ -1,5 +1,4 @@
 #include "tests/domain/joinoptions.h"
-#include "tests/domain/practicemac.h"
 
 #include <QTreeView>
 
@@ -41,8 +40,7 @@ private slots:
     void tellsThatHeMayNotJoinByDefault()
     {
         const QString container = "OU=Macs,OU=Computers,OU=Berlin,OU=Europe," + base;
-        WizardDriver wizard;
-        goToJoin(&wizard, "berlin-mac", "berlin.admin");
+        JoinWizard wizard("berlin-mac", "berlin.admin");
         const QStringList warnings = wizard.next();
         QCOMPARE(warnings.size(), 1);
         QVERIFY2(warnings.at(0).startsWith("The computer account berlin-mac could not be made. ") &&
@@ -68,8 +66,7 @@ private slots:
     {
         QCOMPARE(listedControllers().count("0 100 389 far"), 16);
         QCOMPARE(listedControllers().count("10 100 389 dc1"), 1);
-        WizardDriver wizard;
-        goToJoin(&wizard, "far-mac");
+        JoinWizard wizard("far-mac");
         openAdvancedOptions(&wizard);
         pick(&wizard, {"OU=Servers"});
         join(&wizard);
@@ -85,8 +82,7 @@ private slots:
 
     void tellsThatTheControllerDiedDuringTheJoin()
     {
-        WizardDriver wizard;
-        goToJoin(&wizard, "lost-mac");
+        JoinWizard wizard("lost-mac");
         QCOMPARE(wizard.next(), QStringList("The computer account lost-mac could not be made. The "
                                             "controller stopped answering.\n"));
         QCOMPARE(wizard.page(), 4);
@@ -99,8 +95,7 @@ private slots:
 
     void picksOneOfTenThousandContainers()
     {
-        WizardDriver wizard;
-        goToJoin(&wizard, "branch-mac");
+        JoinWizard wizard("branch-mac");
         openAdvancedOptions(&wizard);
         pick(&wizard, {"OU=Branches", "OU=Region 100", "OU=Branch 99"});
         const QAbstractItemModel* tree = child<QTreeView>(&wizard.wizard, "browserTree")->model();
@@ -115,8 +110,7 @@ private slots:
     void joinsThroughTheDomainsOwnNameServer()
     {
         QCOMPARE(listedControllers(), QString());
-        WizardDriver wizard;
-        goToJoin(&wizard, "split-mac");
+        JoinWizard wizard("split-mac");
         join(&wizard);
         QCOMPARE(directoryOn("split-mac").state, QString("enabled"));
     }
