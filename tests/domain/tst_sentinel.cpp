@@ -121,8 +121,7 @@ private:
     {
         WizardDriver wizard;
         wizard.next();
-        wizard.type("ADUser", PracticeMac::administrator);
-        wizard.type("ADPass", wrongPassword);
+        wizard.enterUser(PracticeMac::administrator, wrongPassword);
         *said += wizard.next();
         QCOMPARE(wizard.page(), 2);
         wizard.type("ADPass", rightPassword);
@@ -154,8 +153,7 @@ private:
     {
         WizardDriver wizard;
         wizard.next();
-        wizard.type("UsernameEdit", PracticeMac::administrator);
-        wizard.type("PasswordEdit", wrongPassword);
+        wizard.enterUser(PracticeMac::administrator, wrongPassword);
         *said += wizard.next();
         QCOMPARE(wizard.page(), 6);
         wizard.type("PasswordEdit", rightPassword);

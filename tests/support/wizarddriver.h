@@ -92,12 +92,17 @@ public:
     {
         on<QAbstractButton>(name)->click();
     }
+    // On the unbind, the credentials or the leave page.
+    void enterUser(const QString& user, const QString& password) const
+    {
+        type(page() == 2 ? "ADUser" : "UsernameEdit", user);
+        type(page() == 2 ? "ADPass" : "PasswordEdit", password);
+    }
     void enterCredentials(const QString& domain = "example.test", const QString& user = "admin",
                           const QString& password = "secret") const
     {
         type("DomainEdit", domain);
-        type("UsernameEdit", user);
-        type("PasswordEdit", password);
+        enterUser(user, password);
     }
 
     // Begins anew at a page, without the steps that lead to it.

@@ -238,8 +238,7 @@ QString expectReport(const Fault& fault, int)
 void prepareUnbind(WizardDriver& driver)
 {
     driver.next();
-    driver.type("ADUser", "binder");
-    driver.type("ADPass", "secret");
+    driver.enterUser("binder", "secret");
 }
 
 QString expectUnbind(const Fault&, int)

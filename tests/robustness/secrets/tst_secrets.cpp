@@ -157,8 +157,7 @@ private slots:
             World::setBound();
             WizardDriver driver;
             driver.next();
-            driver.type("ADUser", "admin");
-            driver.type("ADPass", sentinel);
+            driver.enterUser("admin", sentinel);
             look();
             if (!succeeds) {
                 answer("mvedit check_domain_cred.tcl", "It says something\n", false);
@@ -190,8 +189,7 @@ private slots:
             World::answer("dsconfigad -show", Answer());
             WizardDriver driver;
             driver.next();
-            driver.type("UsernameEdit", "admin");
-            driver.type("PasswordEdit", sentinel);
+            driver.enterUser("admin", sentinel);
             look();
             shown += driver.next();
             look();
@@ -241,27 +239,23 @@ private slots:
             places.sort();
             return places;
         };
-        const auto placesAtNext = [&](const QString& user, const QString& password,
-                                      const QString& command) {
+        const auto placesAtNext = [&](const QString& command) {
             WizardDriver driver;
             driver.next();
-            driver.type(user, "admin");
-            driver.type(password, sentinel);
+            driver.enterUser("admin", sentinel);
             return placesWhile(command, [&] { driver.next(); });
         };
         const QString check = "mvedit check_domain_cred.tcl";
         const QStringList ofTheCheck = {"mvedit 4", "sh 2"};
 
         World::setBound();
-        QCOMPARE(placesAtNext("ADUser", "ADPass", check), ofTheCheck);
-        QCOMPARE(placesAtNext("ADUser", "ADPass", "dsconfigad -r"), QStringList("dsconfigad 6"));
+        QCOMPARE(placesAtNext(check), ofTheCheck);
+        QCOMPARE(placesAtNext("dsconfigad -r"), QStringList("dsconfigad 6"));
         {
             World::reset();
             WizardDriver driver;
             driver.next();
-            driver.type("DomainEdit", "example.test");
-            driver.type("UsernameEdit", "admin");
-            driver.type("PasswordEdit", sentinel);
+            driver.enterCredentials("example.test", "admin", sentinel);
             QCOMPARE(placesWhile(check, [&] { driver.next(); }), ofTheCheck);
             QCOMPARE(driver.page(), 4);
             driver.on<QAbstractButton>("AdvancedButton")->click();
@@ -277,9 +271,8 @@ private slots:
                      QStringList("gui_helper_tool 5"));
         }
         World::setJoined();
-        QCOMPARE(placesAtNext("UsernameEdit", "PasswordEdit", check), ofTheCheck);
-        QCOMPARE(placesAtNext("UsernameEdit", "PasswordEdit", "gui_helper_tool mvleave"),
-                 QStringList("gui_helper_tool 5"));
+        QCOMPARE(placesAtNext(check), ofTheCheck);
+        QCOMPARE(placesAtNext("gui_helper_tool mvleave"), QStringList("gui_helper_tool 5"));
     }
 
     void editsDontGiveItAway()
