@@ -10,21 +10,6 @@ namespace {
 const bool joiningAtStart = joining;
 const bool enrollingAtStart = enrolling;
 
-// Leads to any page, also to one that no page of the program leads to.
-class LeadsTo : public QWizardPage
-{
-public:
-    explicit LeadsTo(int next) : next(next) {}
-
-    int nextId() const override
-    {
-        return next;
-    }
-
-private:
-    int next;
-};
-
 // Puts a page that leads to `page` in the introduction's place, and presses Next.
 void arriveAt(WizardDriver& driver, int page)
 {

@@ -19,6 +19,20 @@ inline QStringList credentialCheck(const QString& domain, const QString& user,
             domain, user, password};
 }
 
+// An empty page with a fixed successor, also one that no page of the program leads to.
+class LeadsTo : public QWizardPage
+{
+public:
+    explicit LeadsTo(int next) : next(next) {}
+    int nextId() const override
+    {
+        return next;
+    }
+
+private:
+    int next;
+};
+
 // A person in front of the wizard: presses its buttons and types into the current page's edits.
 class WizardDriver
 {

@@ -5,7 +5,7 @@
 #include "pages/dialogs/warning.h"
 #include "pages/joinflags.h"
 #include "system/lowerpriv.h"
-#include "tests/support/worldtest.h"
+#include "tests/support/wizarddriver.h"
 
 #include <QAccessible>
 #include <QAction>
@@ -24,20 +24,6 @@
 using namespace Model;
 
 namespace {
-
-// An empty page with a fixed successor, for ways that the real wizard does not have.
-class DetourPage : public QWizardPage
-{
-public:
-    explicit DetourPage(int next) : next(next) {}
-    int nextId() const override
-    {
-        return next;
-    }
-
-private:
-    int next;
-};
 
 Answer saying(const QString& output, int exitStatus, int signal = 0)
 {
@@ -153,11 +139,11 @@ void TestedWizard::start()
     wizard = std::make_unique<Wizard>();
     if (detour == Machine::Cloud) {
         wizard->removePage(0);
-        wizard->setPage(0, new DetourPage(5));
+        wizard->setPage(0, new LeadsTo(5));
     } else if (detour == Machine::AfterLast) {
         wizard->removePage(7);
-        wizard->setPage(7, new DetourPage(8));
-        wizard->setPage(8, new DetourPage(-1));
+        wizard->setPage(7, new LeadsTo(8));
+        wizard->setPage(8, new LeadsTo(-1));
     }
     wizard->show();
 }
