@@ -8,6 +8,7 @@
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QMutex>
 #include <QPushButton>
 #include <QScopeGuard>
@@ -187,6 +188,27 @@ void clickThroughWindow(QWidget* widget)
     QWidget* window = widget->window();
     QTest::mouseClick(window->windowHandle(), Qt::LeftButton, Qt::NoModifier,
                       widget->mapTo(window, QPoint(10, widget->height() / 2)));
+}
+
+void clickUnheard(const QWidget* widget)
+{
+    const QWidget* window = widget->window();
+    const QPointF position = widget->mapTo(window, QPoint(10, widget->height() / 2));
+    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        const bool down = type == QEvent::MouseButtonPress;
+        QCoreApplication::postEvent(
+            window->windowHandle(),
+            new QMouseEvent(type, position, window->mapToGlobal(position.toPoint()), Qt::LeftButton,
+                            down ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier));
+    }
+}
+
+void pressAssistivelyUnheard(QAbstractButton* button, const QString& action)
+{
+    QMetaObject::invokeMethod(
+        button,
+        [=] { QAccessible::queryAccessibleInterface(button)->actionInterface()->doAction(action); },
+        Qt::QueuedConnection);
 }
 
 QByteArray rest(FILE* stream)

@@ -3,6 +3,8 @@
 #include "tests/support/datarows.h"
 #include "tests/support/world.h"
 
+#include <QAbstractButton>
+#include <QAccessible>
 #include <QApplication>
 #include <QObject>
 #include <QTest>
@@ -51,6 +53,12 @@ void waitForIdleThreads();
 // Clicks on a visible widget as a person does: through its window, where a modal dialog can stop
 // the click.
 void clickThroughWindow(QWidget* widget);
+
+// Queue a click on a widget, or an assistive tool's action on a button, as if it were done while a
+// tool keeps the program busy.
+void clickUnheard(const QWidget* widget);
+void pressAssistivelyUnheard(QAbstractButton* button,
+                             const QString& action = QAccessibleActionInterface::pressAction());
 
 // While it lives, the process can open no further descriptor: every pipe, file or socket fails.
 class NoDescriptors

@@ -7,7 +7,6 @@
 #include "system/lowerpriv.h"
 #include "tests/support/wizarddriver.h"
 
-#include <QAccessible>
 #include <QAction>
 #include <QCheckBox>
 #include <QDialogButtonBox>
@@ -245,22 +244,11 @@ void TestedWizard::queue(Meanwhile meanwhile) const
     if (all || meanwhile == Meanwhile::Press) {
         type(Qt::Key_Return, "\r");
         type(Qt::Key_Escape, {});
-        const auto* button = wizard->button(QWizard::NextButton);
-        const QPoint place = button->mapTo(wizard.get(), button->rect().center());
-        for (const auto event : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
-            QCoreApplication::postEvent(
-                window, new QMouseEvent(event, place, wizard->mapToGlobal(place), Qt::LeftButton,
-                                        Qt::LeftButton, Qt::NoModifier));
+        clickUnheard(wizard->button(QWizard::NextButton));
     }
     if (all || meanwhile == Meanwhile::Assist) {
         for (const auto which : {QWizard::NextButton, QWizard::BackButton, QWizard::FinishButton})
-            QMetaObject::invokeMethod(
-                wizard.get(),
-                [button = wizard->button(which)] {
-                    QAccessible::queryAccessibleInterface(button)->actionInterface()->doAction(
-                        QAccessibleActionInterface::pressAction());
-                },
-                Qt::QueuedConnection);
+            pressAssistivelyUnheard(wizard->button(which));
     }
     if (all || meanwhile == Meanwhile::Close)
         QCoreApplication::postEvent(window, new QEvent(QEvent::Close));
