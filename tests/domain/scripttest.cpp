@@ -109,7 +109,7 @@ void ScriptTest::rewrite(const QString& path, const QByteArray& text)
     writeFile(path, text);
 }
 
-QString ScriptTest::testScript(const QString& name)
+QString ScriptTest::testFile(const QString& name)
 {
     return QString(DOMAIN_TESTS "/") + name;
 }

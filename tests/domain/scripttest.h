@@ -52,8 +52,8 @@ protected:
     // Replaces the content of a file of the practice Mac until the end of the test function.
     static void rewrite(const QString& path, const QByteArray& text);
 
-    // The path of a script in tests/domain.
-    static QString testScript(const QString& name);
+    // The path of a file in tests/domain.
+    static QString testFile(const QString& name);
 
 protected slots:
     void init();

@@ -44,7 +44,7 @@ private slots:
     {
         stopControllers();
         if (!serviceNames.isEmpty())
-            PracticeMac::run(testScript("set_service_names"), serviceNames);
+            PracticeMac::run(testFile("set_service_names"), serviceNames);
         serviceNames.clear();
         if (listed)
             listControllers({"dc1"});
@@ -307,12 +307,12 @@ private:
         if (serviceNames.isEmpty()) {
             const QStringList names = {"ldap/dc1.example.test", "ldap/dc2.example.test",
                                        "ldap/dc3.example.test"};
-            serviceNames = PracticeMac::run(testScript("set_service_names"), names)
+            serviceNames = PracticeMac::run(testFile("set_service_names"), names)
                                .split('\n', Qt::SkipEmptyParts);
         }
         auto* process = new QProcess(this);
         controllers << process;
-        process->start(testScript("second_controller"),
+        process->start(testFile("second_controller"),
                        {name, address, QString::number(directory), QString::number(kerberos)});
         QVERIFY(process->waitForReadyRead());
     }

@@ -1,4 +1,5 @@
 #include "tests/domain/scripttest.h"
+#include "tests/support/files.h"
 
 #include <QDateTime>
 
@@ -127,75 +128,7 @@ private slots:
     {
         QFETCH(QString, domain);
         QFETCH(QString, servers);
-        standIn("scutil", R"(cat <<'END'
-DNS configuration
-
-resolver #1
-  search domain[0] : home.example
-  search domain[1] : corp.example
-  nameserver[0] : 192.0.2.53
-  nameserver[1] : fe80::1%12
-  if_index : 15 (en0)
-  flags    : Request A records, Request AAAA records
-  reach    : 0x00020002 (Reachable,Directly Reachable Address)
-
-resolver #2
-  nameserver[0] : 192.0.2.99
-  order    : 200000
-
-resolver #3
-  domain   : corp.example
-  nameserver[0] : 198.51.100.53
-  flags    : Supplemental, Request A records, Request AAAA records
-  reach    : 0x00000003 (Reachable,Transient Connection)
-  order    : 102000
-
-resolver #4
-  domain   : lab.corp.example
-  nameserver[0] : 198.51.100.54
-  port     : 5353
-  order    : 102200
-
-resolver #5
-  domain   : two.example
-  nameserver[0] : 203.0.113.1
-  order    : 103000
-
-resolver #6
-  domain   : two.example
-  nameserver[0] : 203.0.113.2
-  order    : 99000
-
-resolver #7
-  domain   : local
-  options  : mdns
-  nameserver[0] : 224.0.0.251
-  timeout  : 5
-  flags    : Request A records, Request AAAA records
-  reach    : 0x00000000 (Not Reachable)
-  order    : 300000
-
-resolver #8
-  domain   : none.example
-  flags    : Request A records, Request AAAA records
-
-resolver #9
-  domain   : o.example
-  nameserver[0] : 203.0.113.9
-
-resolver #10
-  domain   : b.o.example
-  nameserver[0] : 203.0.113.4
-
-DNS configuration (for scoped queries)
-
-resolver #1
-  domain   : scoped.example
-  nameserver[0] : 203.0.113.3
-  flags    : Scoped, Request A records
-  reach    : 0x00020002 (Reachable,Directly Reachable Address)
-END
-)");
+        standIn("scutil", "cat <<'END'\n" + readFile(testFile("resolvers.txt")) + "END\n");
         QCOMPARE(runTcl("set session::domain " + domain + "\nputs [session::name_servers]"),
                  servers);
     }

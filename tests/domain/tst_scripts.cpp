@@ -86,10 +86,10 @@ private slots:
 
     void saysThatTheServiceNameIsUnknown()
     {
-        const QStringList names = PracticeMac::run(testScript("set_service_names"), {"GC/dc1"})
+        const QStringList names = PracticeMac::run(testFile("set_service_names"), {"GC/dc1"})
                                       .split('\n', Qt::SkipEmptyParts);
         const ScriptResult result = check();
-        PracticeMac::run(testScript("set_service_names"), names);
+        PracticeMac::run(testFile("set_service_names"), names);
         checkRefusal(result, Sentence::unknownService);
         QCOMPARE(check().status, 0);
     }
@@ -339,7 +339,7 @@ private slots:
 
     void listsTheWholeDirectoryInPages()
     {
-        PracticeMac::run(testScript("add_containers"), {});
+        PracticeMac::run(testFile("add_containers"), {});
         const QStringList held =
             sortedLines(PracticeMac::run(PracticeMac::script("ask_directory"), {"--containers"}));
         QVERIFY(held.size() > 1200);

@@ -12,7 +12,7 @@ private slots:
     void initTestCase()
     {
         DomainTest::initTestCase();
-        PracticeMac::run(testScript("add_accounts"), {});
+        PracticeMac::run(testFile("add_accounts"), {});
     }
 
     void acceptsValidCredentials_data()
