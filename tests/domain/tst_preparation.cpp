@@ -61,6 +61,16 @@ private slots:
         QVERIFY2(said.endsWith("No rights today.\n"), said.constData());
     }
 
+    // The display asks for its key.
+    void programsOnItReachTheDisplay()
+    {
+        QProcess display;
+        display.start("xvfb-run",
+                      {"--auto-servernum", PRACTICE "/mac", BUILD_FOLDER, "/usr/bin/xdpyinfo"});
+        QVERIFY(display.waitForFinished(240000));
+        QCOMPARE(display.exitCode(), 0);
+    }
+
     void refusesAnUnknownScenario()
     {
         QCOMPARE(startMac(PRACTICE, {"--scenario", "none"}),

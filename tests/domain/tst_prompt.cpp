@@ -1,5 +1,6 @@
 #include "practice/prompt/authorizationprompt.h"
 #include "tests/domain/practicemac.h"
+#include "tests/support/xsession.h"
 
 #include <QDialogButtonBox>
 #include <QPushButton>
@@ -82,6 +83,7 @@ private slots:
         QVERIFY(prompt.isVisible());
         QVERIFY(!prompt.denied());
         QVERIFY(visibleTexts(&prompt).contains("This name and password are not right."));
+        QCOMPARE(prompt.findChildren<QLineEdit*>().at(1)->text(), QString());
     }
 
     void isDeniedAfterThreeWrongAnswers()
@@ -104,6 +106,31 @@ private slots:
         QVERIFY(!prompt.isVisible());
         QCOMPARE(prompt.result(), int(QDialog::Rejected));
         QVERIFY(!prompt.denied());
+    }
+
+    void itsProgramTellsTheAnswerByItsStatus_data()
+    {
+        addColumns<QStringList, int>("keys", "status");
+        const QStringList right{"p", "r", "a", "c", "t", "i", "c", "e", "Return"};
+        addRow("accepted", right, 0);
+        addRow("cancelled", QStringList{"Escape"}, 1);
+        addRow("denied", QStringList{"Return", "Return", "Return"}, 2);
+    }
+
+    // The prompt opens with the keyboard focus in its password.
+    void itsProgramTellsTheAnswerByItsStatus()
+    {
+        QFETCH(QStringList, keys);
+        QVERIFY(QDir().mkpath(World::home()));
+        const XSession session;
+        QProcess program;
+        program.setProcessEnvironment(session.environment());
+        program.start(PROMPT, {"/usr/sbin/dsconfigad"});
+        const QString window = session.waitForWindow("Authorization");
+        for (const QString& key : keys)
+            QVERIFY(session.pressIn(window, key));
+        QVERIFY(program.waitForFinished());
+        QTEST(program.exitCode(), "status");
     }
 };
 
