@@ -24,7 +24,8 @@ private slots:
         QCOMPARE(cache.entryList({"domain-*"}, QDir::Dirs).size(), 1);
         QVERIFY(!cache.exists(former));
         QCOMPARE(startMac(PRACTICE, {}, atHome), QByteArray("runs\n"));
-        const Variables elsewhere{{"XDG_CACHE_HOME", home.filePath(".cache")}};
+        const Variables elsewhere{{"HOME", home.filePath("other")},
+                                  {"XDG_CACHE_HOME", home.filePath(".cache")}};
         QCOMPARE(startMac(PRACTICE, {}, elsewhere), QByteArray("runs\n"));
     }
 
