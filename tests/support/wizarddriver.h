@@ -61,6 +61,8 @@ public:
     {
         const QStringList texts =
             warningsDuring([&] { QTest::mouseClick(button(which), Qt::LeftButton); });
+        // What was queued before is handled here even if the wizard doesn't wait for it.
+        QCoreApplication::processEvents();
         waitUntilFree();
         return texts;
     }
