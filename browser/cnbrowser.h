@@ -28,8 +28,7 @@ public:
     void clearData();
 
 public slots:
-    // Shows what the loader has fetched, if it can be used, and emits treeDrawingDone(); does
-    // nothing without a loader.
+    // Shows what the loader fetched, if usable, and emits treeDrawingDone(); without one, nothing.
     void drawCNTreeModel();
     // Emits browseChooseButtonClicked() and closes; shows a warning when nothing, or a component of
     // the domain's own name, is chosen.
@@ -48,7 +47,5 @@ private:
     QString domain;
     QString user;
     QString password;
-    // Of the latest tree, also once that is released; empty when there was none, or after a load
-    // that brought none.
-    QString drawnDomain;
+    QString drawnDomain; // of the latest tree, even if released; empty after a failed load
 };

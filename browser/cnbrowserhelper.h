@@ -22,9 +22,8 @@ public:
 
     // What the next getCNData() asks with.
     void setDomainInfo(QString domain, QString user, QString password);
-    // Releases the former load and starts the script, which has no time limit. Emits
-    // cnDataObtained() when the script ends, but never when it can't be started, or when the load
-    // is released before.
+    // Releases the former load and starts the script, without a time limit. Emits cnDataObtained()
+    // when it ends, but not when it can't be started, or the load is released before.
     void getCNData();
     // Whether the script has ended well and its output names a domain; false again once the model
     // is built.

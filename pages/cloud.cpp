@@ -5,8 +5,7 @@
 #include "system/probes.h"
 #include "widgets/shortcut.h"
 
-// Unlike the other pages it never deletes its form: page and wizard live as long as the process,
-// whose end returns the memory.
+// Its form is never deleted: page and wizard live as long as the process.
 Cloud::Cloud(QWidget* parent) : QWizardPage(parent), ui(new Ui_Cloud)
 {
     ui->setupUi(this);

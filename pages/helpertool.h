@@ -32,13 +32,11 @@ int runBehind(QDialog* progress, Page* page, int (Page::*run)(char**), void (Pag
     if (canMakeThread()) {
         QEventLoop loop;
         QObject::connect(page, finished, &loop, &QEventLoop::quit);
-        // waitForFinished() orders what the threads do; atomic as well, because the thread
-        // sanitizer can't see the locks inside Qt.
+        // Atomic for the thread sanitizer, which can't see the locks of waitForFinished().
         std::atomic<int> returned{abnormalToolEnd};
         QFuture<void> end = QtConcurrent::run([&] {
-            // This thread only waits for the tool, so it lends its place in the pool: Qt converts
-            // images with the pool, Qt 6 also paints with it, and where there is one processor it
-            // has one thread.
+            // This thread only waits for the tool, so it lends its place in the pool: Qt paints and
+            // converts images with the pool, which has one thread where there is one processor.
             QThreadPool::globalInstance()->releaseThread();
             returned = (page->*run)(args);
             QThreadPool::globalInstance()->reserveThread();

@@ -6,6 +6,5 @@
 // Set once the user has pressed Join; stays when the join fails.
 inline bool joining = false;
 
-// Set when a join has succeeded with the check box for enrolling checked, which is hidden at
-// present.
+// Set when a join succeeds with the box for enrolling checked, which is hidden at present.
 inline bool enrolling = false;
