@@ -134,6 +134,23 @@ private slots:
         QCOMPARE(PracticeMac::directoryOn("form-mac").distinguishedName, QString());
     }
 
+    void agentFindsAZoneWithParenthesesInItsName()
+    {
+        PracticeMac::run("/usr/bin/python3",
+                         {"-c",
+                          "from samba.auth import system_session\n"
+                          "from samba.param import LoadParm\n"
+                          "from samba.samdb import SamDB\n"
+                          "samdb = SamDB(session_info=system_session(),\n"
+                          "              lp=LoadParm('/var/lib/practice-domain/etc/smb.conf'))\n"
+                          "samdb.add({'dn': 'CN=Lab (old),CN=Zones,CN=Morvanta,CN=Program Data,'\n"
+                          "                 'DC=example,DC=test', 'objectClass': 'container'})\n"});
+        PracticeMac::run("/usr/local/sbin/mvjoin",
+                         {"-u", PracticeMac::administrator, "-p", PracticeMac::password,
+                          PracticeMac::domain, "-z", "Lab (old)", "-n", "zone-mac"});
+        QCOMPARE(PracticeMac::directoryOn("zone-mac").description, QString("Zone Lab (old)"));
+    }
+
     void agentTellsWhyTheDirectoryDidNotAnswer()
     {
         const QString said = refusal("mvjoin", {PracticeMac::domain, "-w"},
