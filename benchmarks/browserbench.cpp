@@ -98,8 +98,8 @@ void floorModelShown(benchmark::State& state)
     cnbrowser browser(nullptr);
     auto* view = browser.findChild<QTreeView*>();
     measure(state, [&] {
-        // As in browserShown the script is run and its output read; only the model's texts are
-        // ready.
+        // As in browserShown the script is run and its output read; but the model's texts were made
+        // before.
         QEventLoop running;
         QObject::connect(&helper, &cnbrowserhelper::cnDataObtained, &running, &QEventLoop::quit);
         helper.getCNData();

@@ -250,7 +250,7 @@ bool JoinType::validatePage()
     }
     // Where no tool was started this is the text of the run before, or an empty one.
     showWarning(joinOutput);
-    delete[] arguments; // on this path alone; its strings leak (docs/known-behaviour.md)
+    delete[] arguments; // on this path alone; its strings stay in memory (docs/security.md)
     return false;
 }
 

@@ -63,7 +63,7 @@ void LeaveIntro::setComputerName()
     ui->ComputerName_Val->setText(QString::fromStdString(getReturnValue(Tools::computerCommand)));
 }
 
-// Enrolling is not offered to somebody who leaves. The button stays connected to its slot.
+// Enrolling is not offered to somebody who leaves: the form has it, but nobody can press it.
 void LeaveIntro::setCloudUIComponents()
 {
     ui->enrollLabel->hide();
@@ -126,9 +126,9 @@ bool LeaveIntro::validatePage()
     // The user cancelled the administrator's prompt and needs no message.
     if (status == errAuthorizationCanceled)
         return false;
-    explain(status); // also where no thread could be made
+    explain(status); // runMVLeave() has not where no thread could be made
     showWarning(leaveOutput);
-    delete[] arguments; // on this path alone; its strings leak (docs/known-behaviour.md)
+    delete[] arguments; // on this path alone; its strings stay in memory (docs/security.md)
     return false;
 }
 
@@ -140,8 +140,8 @@ int LeaveIntro::runMVLeave(char** args)
     return status;
 }
 
-// A run that was not started leaves leaveOutput as it was: then the text of the run before is shown
-// again.
+// A run that was not started leaves leaveOutput as it was: then the text of an earlier run is
+// shown, if there is one.
 void LeaveIntro::explain(int status)
 {
     if (status != 0 && leaveOutput.isEmpty())

@@ -84,8 +84,8 @@ private slots:
         QVERIFY(texts().at(2).startsWith(QString("Copyright ©")));
     }
 
-    // A copy of this program lies in a folder of another name. There both the dialog and the test
-    // function cut five characters off that name.
+    // A copy of this program lies in a folder of another name. There both the dialog and
+    // propertyListPath() cut five characters off that name.
     void folderIsCutByLengthOnly()
     {
         const QTemporaryDir folder(QCoreApplication::applicationDirPath() + "/Programs");

@@ -13,7 +13,7 @@ public:
     explicit LoadLeave(QWidget* parent = nullptr);
     ~LoadLeave() override;
 
-    // The program calls neither.
+    // Only a test calls these.
     void setCurrText(QString text);
     void setCurrTitle(QString title);
 

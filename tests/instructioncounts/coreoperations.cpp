@@ -1,5 +1,5 @@
-// Does one core operation on 10,000 names, and has valgrind count the instructions of that alone.
-// Run as "coreoperations NAME"; without a name it lists the operations.
+// Does one core operation on 10,000 names; "check" has callgrind count the instructions of that
+// alone. Its argument is the operation; without one it lists them.
 
 #include "benchmarks/containernames.h"
 #include "browser/cnbrowserhelper.h"

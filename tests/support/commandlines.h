@@ -7,7 +7,7 @@
 
 // The places of a text in all processes, each as a tool's name and where it has the text: in
 // "mvjoin 4" the fourth word after its path on the command line, in "kinit environment" a variable.
-// Every user of the machine can read command lines, only the same user an environment. An
+// Every user of the machine can read command lines, only root and the same user an environment. An
 // interpreter that runs the tool is not counted.
 QStringList placesOf(const QByteArray& text);
 

@@ -46,7 +46,7 @@ find_name() {
     answer=$(ldap ldapsearch -LLL -o ldif-wrap=no -b "$1" -s "$2" "$3" 1.1 2>"$session/complaint") ||
         status=$?
     case $status in
-    0 | 32 | 34) ;; # found, no such entry, not a distinguished name
+    0 | 32 | 34) ;; # searched, no such base, not a distinguished name
     *) fail "The domain controller $controller did not answer. $(tail -n 1 "$session/complaint")" ;;
     esac
     found=$(sed -n '/^dn:/{p;q}' <<<"$answer")
@@ -56,7 +56,7 @@ find_name() {
     found=${found#dn: }
 }
 
-filter_value() { # as it stands in a search filter
+filter_value() { # escaped for a search filter
     local value=${1//\\/\\5c}
     value=${value//\*/\\2a}
     value=${value//\(/\\28}
