@@ -6,6 +6,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <unistd.h>
+
 // How a practice Mac starts, up to the command that runs on it, and the domain's directory, which
 // the first start prepares and keeps in the user's cache.
 class TestPreparation : public QObject
@@ -60,6 +62,35 @@ private slots:
         const QByteArray said = startMac(folder.filePath("practice"), {option});
         // It may have said before that it prepares the directory.
         QVERIFY2(said.endsWith("No rights today.\n"), said.constData());
+    }
+
+    void aCommandOnItCanBeInterrupted()
+    {
+        const QByteArray said =
+            startMac(PRACTICE, {}, {}, {"/bin/bash", "-c", "kill -INT $$; echo ignored"});
+        QVERIFY2(!said.contains("ignored"), said.constData());
+    }
+
+    void theHostsFolderForTemporaryFilesIsNotUsed()
+    {
+        const QByteArray said =
+            startMac(PRACTICE, {}, {{"TMPDIR", "/not-there"}}, {"/bin/mktemp", "-u"});
+        QVERIFY2(said.endsWith("\n") && said.contains("/tmp/tmp."), said.constData());
+    }
+
+    // Here /usr and /var are, as after an installation that gives them disks of their own.
+    void itsFilesLieAlsoOverOtherFileSystemsOfTheHost()
+    {
+        if (geteuid() != 0)
+            QSKIP("Only root can mount");
+        QProcess mac;
+        mac.start("unshare", {"--mount", "/bin/sh", "-c",
+                              "mount --bind /usr /usr && mount --bind /var /var && "
+                              "exec \"$@\" >/dev/null",
+                              "sh", PRACTICE "/mac", "--joined", BUILD_FOLDER, "/bin/true"});
+        QVERIFY(mac.waitForFinished(240000));
+        QCOMPARE(mac.readAllStandardError(), QByteArray());
+        QCOMPARE(mac.exitCode(), 0);
     }
 
     // The display asks for its key.
