@@ -190,7 +190,7 @@ proc session::explain {answer refusal} {
     set wording [regsub -all -line {Client ['(].*[')]} $wording "Client"]
     # Where kinit says that it can't reach another domain's controllers, which that domain's users need, this
     # one isn't lost. When it falls silent, it doesn't say whose answer it waits for.
-    set kerberos "(contact|reach) any KDC (for|in) realm '?[string map {. \\.} $domain](?!\[-.]?\\w)"
+    set kerberos "(contact|reach) any KDC (for|in) realm '?${domain}(?!\[-.]?\\w)"
     if {[regexp -nocase "$kerberos|can't contact ldap|timed out" $wording]} {
         fail "The controller $controller stopped answering: check the network, and try again." $answer LOST
     }
