@@ -172,7 +172,7 @@ private slots:
     {
         startController("dc2", "192.0.2.2", 9, 9);
         listControllers({"dc1/0", "dc2=192.0.2.2/1"});
-        silenceFirstController();
+        delayFirstController();
         standIn("kinit",
                 "grep -q 'kdc = dc2.example.test' \"$KRB5_CONFIG\" || [ \"$1\" = --version ] "
                 "|| exit 1\n"
