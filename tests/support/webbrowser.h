@@ -5,19 +5,19 @@
 #include <QObject>
 #include <QUrl>
 
-// Takes the place of the web browser while it lives.
+// Takes the place of the program that opens addresses of this scheme, while it lives.
 class WebBrowser : public QObject
 {
     Q_OBJECT
 
 public:
-    WebBrowser()
+    explicit WebBrowser(const QString& scheme = "https") : scheme(scheme)
     {
-        QDesktopServices::setUrlHandler("https", this, "open");
+        QDesktopServices::setUrlHandler(scheme, this, "open");
     }
     ~WebBrowser() override
     {
-        QDesktopServices::unsetUrlHandler("https");
+        QDesktopServices::unsetUrlHandler(scheme);
     }
 
     QList<QUrl> opened;
@@ -27,4 +27,7 @@ public slots:
     {
         opened << url;
     }
+
+private:
+    const QString scheme;
 };

@@ -2,10 +2,6 @@
 
 #include "tests/support/wizarddriver.h"
 
-// How a tool is run, and so how much it can print unread: the output of a privileged one goes
-// through a socket, which holds more than the pipe of the others.
-enum class Way { Shell, Process, Privileged };
-
 struct Fault {
     QString name;
     enum Place { InPlace, Missing, NotExecutable, Folder } place = InPlace;
@@ -18,11 +14,10 @@ struct Fault {
 struct Use {
     QString name;
     QString tool;
-    QString command; // whose answer is at fault
-    Way way;
-    int outputStatus; // with which a tool that speaks exits, so that its words are seen
+    QString command;  // whose answer is at fault
+    int outputStatus; // unless the fault has one; with it the tool's words are shown
     QByteArray words; // what it prints under a shortage; seen only when it was run and read
-    // Brings the wizard to where the tool is used; then uses it and tells what is to be seen.
+    // Brings the wizard to where the tool is used; then uses it and tells what is seen.
     void (*prepare)(WizardDriver&);
     QString (*use)(WizardDriver&);
     // What has to be seen.

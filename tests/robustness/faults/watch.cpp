@@ -61,14 +61,6 @@ bool endTools(qint64 ancestor, bool kill)
     return found;
 }
 
-// Drops what shells print about missing tools.
-void silenceErrors()
-{
-    const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
-    dup2(nowhere, STDERR_FILENO);
-    close(nowhere);
-}
-
 } // namespace
 
 bool childRuns()
@@ -124,7 +116,7 @@ void Table::run(const QString& use, const QString& fault, const std::function<bo
         qFatal("A case can't be run: %s", strerror(errno));
     if (child == 0) {
         close(ends[0]);
-        silenceErrors();
+        (void)freopen("/dev/null", "w", stderr); // drops what shells print about missing tools
         testCase(fdopen(ends[1], "w"));
         _exit(0);
     }
@@ -141,7 +133,8 @@ void Table::run(const QString& use, const QString& fault, const std::function<bo
             wait.start();
         if (wait.isValid() && wait.elapsed() > patience && endTools(child, false))
             waited = true;
-        else if (wait.isValid() && wait.elapsed() > 4 * patience && endTools(child, true))
+        else if (!waited && wait.isValid() && wait.elapsed() > 4 * patience &&
+                 endTools(child, true))
             waited = true;
         if (clock.elapsed() > hanging) {
             endTools(child, true);

@@ -1,6 +1,6 @@
 // The report of the system's own binding: the interim page leads to the unbind page when a piece of
 // it has the words "Active Directory Domain"; the unbind page shows what follows "= " in the last
-// such piece that has these, too.
+// such piece that has a "= ".
 
 #include "pages/applead.h"
 #include "pages/interimintro.h"

@@ -13,11 +13,6 @@ const QString notAContainer = "The selected distinguished name(DN) is not a cont
 const QString scripts = "/Applications/Utilities/Morvanta/Morvanta Join Assistant.app/Contents/"
                         "Resources/";
 
-QString firstLine(const QString& text)
-{
-    return text.section('\n', 0, 0);
-}
-
 } // namespace
 
 void Rules::run(const QStringList& words)
@@ -37,9 +32,8 @@ bool Rules::askForConsent(Outcome outcome)
 {
     if (consented)
         return true;
-    const bool refused = outcome == Outcome::Cancelled || outcome == Outcome::Denied;
     commands << "authorization_prompt";
-    consented = !refused;
+    consented = outcome != Outcome::Cancelled && outcome != Outcome::Denied;
     return consented;
 }
 
@@ -54,7 +48,7 @@ bool Rules::check(const QString& domain, const QString& user, const QString& pas
         output = complaint;
     else if (outcome != Outcome::CheckSilent)
         return true;
-    dialogs << refusedCheck(firstLine(output));
+    dialogs << refusedCheck(output.section('\n', 0, 0));
     return false;
 }
 

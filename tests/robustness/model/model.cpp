@@ -14,14 +14,6 @@ const QString failure = "It failed\nfor a reason\n";
 const QString typedMeanwhile = "x";
 const QStringList branches = {"DC=test", "DC=example", "OU=Europe", "OU=Sales"};
 
-namespace {
-
-// The framework asks a page twice for the next one when it shows it: whether there is one, and
-// whether the page is the last.
-constexpr int asksPerVisit = 2;
-
-} // namespace
-
 Rules::Rules(const Machine& machine) : mac(machine) {}
 
 View Rules::take(const Step& step)
@@ -147,8 +139,8 @@ void Rules::show(int page, bool forward)
     }
     backDisabled = history.size() < 2;
     if (page == 1) { // the other pages know their next one without running a tool
-        for (int i = 0; i < asksPerVisit; ++i)
-            nextId();
+        nextId();    // the framework asks whether there is one
+        nextId();    // and whether the page is the last
     }
 }
 

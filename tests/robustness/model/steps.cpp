@@ -7,31 +7,22 @@ namespace {
 
 Step step(Act act, Outcome outcome = Outcome::Good)
 {
-    Step step;
-    step.act = act;
-    step.outcome = outcome;
-    return step;
+    return {act, outcome, Meanwhile::Nothing, {}, {}};
 }
 
 Step pressing(const char* widget)
 {
-    Step pressed = step(Act::Press);
-    pressed.widget = widget;
-    return pressed;
+    return {Act::Press, Outcome::Good, Meanwhile::Nothing, widget, {}};
 }
 
 Step choosing(const QString& item)
 {
-    Step chosen = step(Act::Choose);
-    chosen.widget = item;
-    return chosen;
+    return {Act::Choose, Outcome::Good, Meanwhile::Nothing, item, {}};
 }
 
 Step entering(const QVector<QPair<QString, QString>>& entries)
 {
-    Step entered = step(Act::Enter);
-    entered.entries = entries;
-    return entered;
+    return {Act::Enter, Outcome::Good, Meanwhile::Nothing, {}, entries};
 }
 
 // Adds each press of Next again with what is done meanwhile: all kinds of it at once, and in the

@@ -64,9 +64,7 @@ void answerAs(Outcome outcome)
     run.reportsPid = true;
     World::answer("gui_helper_tool", run);
     if (outcome == Outcome::Good) {
-        QStringList name;
-        for (const QString& branch : branches)
-            name.prepend(branch);
+        const QStringList name(branches.rbegin(), branches.rend());
         World::answer("mvedit mvedit_file_arg.tcl", saying(name.join(',') + '\n', 0));
     }
 
@@ -222,8 +220,8 @@ View TestedWizard::take(const Step& step, const Machine& machine)
     return view;
 }
 
-// Posts what is done while the tools run. The program handles it after their end, or during it
-// where a join or leave has an event loop of its own.
+// Posts what is done while the tools run. The program handles it after their end, or while they
+// run where a join or leave has an event loop of its own.
 void TestedWizard::queue(Meanwhile meanwhile) const
 {
     QWindow* window = wizard->windowHandle();

@@ -7,7 +7,7 @@
 
 #include <memory>
 
-// The real wizard in the test world: takes the model's steps with clicks and tells what is to be
+// The real wizard in the test world: takes the model's steps with clicks and tells what is
 // seen, in the model's terms.
 class TestedWizard : public QObject
 {

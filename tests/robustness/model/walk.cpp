@@ -13,7 +13,6 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
-#include <fcntl.h>
 #include <iterator>
 #include <random>
 #include <sys/mman.h>
@@ -133,14 +132,14 @@ bool isNew(const Rules& model, const Step& step)
     const QByteArray digest = QCryptographicHash::hash(end, QCryptographicHash::Sha256);
     quint64 mark = 0;
     memcpy(&mark, digest.constData(), sizeof mark);
-    for (size_t place = mark % std::size(tally->ends);;
-         place = (place + 1) % std::size(tally->ends)) {
+    for (size_t i = 0; i < std::size(tally->ends); ++i) {
         quint64 there = 0;
-        if (tally->ends[place].compare_exchange_strong(there, mark))
+        if (tally->ends[(mark + i) % std::size(tally->ends)].compare_exchange_strong(there, mark))
             return true;
         if (there == mark)
             return false;
     }
+    qFatal("There are more ends than the table has room for");
 }
 
 void walkAll(Walk& walk, int depth, bool distinctEnds)
@@ -224,14 +223,12 @@ int depthFrom(const Machine& machine, int depth)
 struct Extent {
     int depth = 0;
     bool distinctEnds = false;
-    int part = 1; // of all paths
-    int parts = 1;
     int walks = 0;
     int steps = 0;
     unsigned seed = 0;
 };
 
-// The beginnings of all paths of this part.
+// The beginnings of all paths.
 QVector<Prefix> prefixesOf(const Extent& extent)
 {
     // The start, which extent.depth does not count, and three steps of the user.
@@ -243,10 +240,7 @@ QVector<Prefix> prefixesOf(const Extent& extent)
         if (depth > 0)
             addPrefixes(machine, Rules(machine), {}, qMin(longest, depth + 1), all);
     }
-    QVector<Prefix> part;
-    for (int i = extent.part - 1; i < all.size(); i += extent.parts)
-        part << all.at(i);
-    return part;
+    return all;
 }
 
 void walkBelow(const Prefix& prefix, const Extent& extent)
@@ -285,10 +279,7 @@ void startWorker(int argc, char** argv, const Extent& extent)
     if (::fork() != 0)
         return;
     World::enter();
-    // What a shell says of a missing tool is of no interest here.
-    const int nowhere = open("/dev/null", O_WRONLY);
-    dup2(nowhere, STDERR_FILENO);
-    close(nowhere);
+    (void)freopen("/dev/null", "w", stderr); // drops what shells print about missing tools
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     QThreadPool::globalInstance()->setExpiryTimeout(0);
@@ -304,27 +295,21 @@ int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_NO_GLIB", "1");
-    QStringList arguments;
-    for (int i = 0; i < argc; ++i)
-        arguments << argv[i];
+    const QStringList arguments(argv, argv + argc);
     QCommandLineParser parser;
     parser.addHelpOption();
     parser.addOptions(
         {{"depth", "Walk all paths of this many steps.", "number", "4"},
          {"distinct-ends", "Take a path's last step only once from each state of the model."},
-         {"part", "Walk only the third of eight parts of them, say.", "3/8", "1/1"},
          {"walks", "Walk this many random paths.", "number", "50"},
          {"steps", "Steps of a random path, the start included.", "number", "100"},
          {"seed", "The first random path's seed.", "number", "1"},
          {"jobs", "Processes side by side.", "number", "2"}});
     parser.process(arguments);
     const auto number = [&parser](const char* name) { return parser.value(name).toInt(); };
-    const QStringList part = parser.value("part").split('/');
     Extent extent;
     extent.depth = number("depth");
     extent.distinctEnds = parser.isSet("distinct-ends");
-    extent.part = part.value(0).toInt();
-    extent.parts = qMax(1, part.value(1).toInt());
     extent.walks = number("walks");
     extent.steps = number("steps");
     extent.seed = static_cast<unsigned>(number("seed"));

@@ -5,19 +5,20 @@
 #include "pages/dialogs/loadcn.h"
 #include "pages/dialogs/warning.h"
 #include "tests/support/commandlines.h"
+#include "tests/support/webbrowser.h"
 #include "tests/support/wizarddriver.h"
 
 #include <QAccessible>
 #include <QClipboard>
-#include <QDesktopServices>
 #include <QDir>
 #include <QLabel>
-#include <QPushButton>
 #include <QTcpServer>
+#include <QTcpSocket>
 #include <QTextBrowser>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <functional>
 #include <sys/inotify.h>
 #include <sys/resource.h>
@@ -35,7 +36,8 @@ class Opened
 public:
     explicit Opened(const QString& folder) : watch(inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
     {
-        inotify_add_watch(watch, qPrintable(folder), IN_OPEN);
+        if (inotify_add_watch(watch, qPrintable(folder), IN_OPEN) < 0)
+            qFatal("%s can't be watched: %s", qPrintable(folder), strerror(errno));
     }
     ~Opened()
     {
@@ -75,7 +77,7 @@ QString windowTexts()
     return texts;
 }
 
-// What a person who selects and copies from each edit gets.
+// What a person who selects, copies and cuts in each edit gets.
 QString copies(const QWidget* page)
 {
     QString texts;
@@ -116,12 +118,6 @@ rlim_t coreLimit()
 class TestSecrets : public WorldTest
 {
     Q_OBJECT
-
-public slots:
-    void noteUrl(const QUrl& url)
-    {
-        urls << url;
-    }
 
 private slots:
     // Nobody else writes to the /tmp made here, which is the home, too: what appears there is ours.
@@ -171,9 +167,9 @@ private slots:
             QCOMPARE(driver.page(), 4);
             answer("mvedit mvedit_file_arg.tcl", "OU=Sales,DC=example,DC=test\n", false);
             answer("gui_helper_tool", "It says something\n", true);
-            driver.on<QAbstractButton>("AdvancedButton")->click();
+            driver.click("AdvancedButton");
             shown += warningsDuring([&] {
-                driver.on<QPushButton>("ContainerDNBrowse")->click();
+                driver.click("ContainerDNBrowse");
                 QTRY_VERIFY(!windowOf<LoadCN>()->isVisible());
             });
             look();
@@ -258,11 +254,11 @@ private slots:
             driver.enterCredentials("example.test", "admin", sentinel);
             QCOMPARE(placesWhile(check, [&] { driver.next(); }), ofTheCheck);
             QCOMPARE(driver.page(), 4);
-            driver.on<QAbstractButton>("AdvancedButton")->click();
+            driver.click("AdvancedButton");
             QCOMPARE(placesWhile("mvedit mvedit_file_arg.tcl",
                                  [&] {
                                      warningsDuring([&] {
-                                         driver.on<QPushButton>("ContainerDNBrowse")->click();
+                                         driver.click("ContainerDNBrowse");
                                          QTRY_VERIFY(QApplication::activeModalWidget() == nullptr);
                                      });
                                  }),
@@ -312,8 +308,8 @@ private slots:
         QVERIFY(server.listen(QHostAddress::LocalHost));
         markup.replace("%1", QString::number(server.serverPort())).replace("%2", bait);
         const Opened opened(bait);
-        for (const char* scheme : {"http", "file"})
-            QDesktopServices::setUrlHandler(scheme, this, "noteUrl");
+        const WebBrowser pages("http");
+        const WebBrowser files("file");
 
         // In a warning, with a click on its text.
         QString shown;
@@ -344,17 +340,14 @@ private slots:
             for (const char* name : {"ComputerName_Val", "ActiveDirectory_Val", "JoinedZone_Val"})
                 QCOMPARE(driver.on<QLabel>(name)->textFormat(), Qt::PlainText);
         }
-        // Time for a fetch that should not come.
-        QTest::qWait(20);
-        for (const char* scheme : {"http", "file"})
-            QDesktopServices::unsetUrlHandler(scheme);
-        QVERIFY(!server.hasPendingConnections());
+        // A fetch would have connected before this.
+        QTcpSocket last;
+        last.connectToHost(server.serverAddress(), server.serverPort());
+        QTRY_VERIFY(server.hasPendingConnections());
+        QCOMPARE(server.nextPendingConnection()->peerPort(), last.localPort());
         QVERIFY(!opened.any());
-        QCOMPARE(urls, QList<QUrl>());
+        QCOMPARE(pages.opened + files.opened, QList<QUrl>());
     }
-
-private:
-    QList<QUrl> urls;
 };
 
 WORLD_TEST_MAIN(TestSecrets)

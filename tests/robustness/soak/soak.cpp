@@ -27,6 +27,8 @@ constexpr qint64 caches = 32768;
 // Child processes of all threads, ended or not.
 int children()
 {
+    if (!QFile::exists("/proc/thread-self/children"))
+        qFatal("This system does not tell which children a process has");
     int count = 0;
     const QStringList threads =
         QDir("/proc/self/task").entryList(QDir::Dirs | QDir::NoDotAndDotDot);
@@ -40,7 +42,7 @@ struct Counts {
     int threads = World::threads();
     int children = ::children();
     int windows = QApplication::topLevelWidgets().size();
-    size_t memory = mallinfo2().uordblks;
+    size_t memory = mallinfo2().uordblks + mallinfo2().hblkhd; // the latter in mappings of its own
 };
 
 // The C library counts what is in a thread's cache as in use. The cache can be turned off by the
@@ -59,7 +61,7 @@ void countMemoryExactly(char** argv)
 bool soak(const char* name, int count, qint64 allowed, const std::function<void(int)>& action)
 {
     int done = 0;
-    // Waits as a person would, who is slower than a thread at the end of its task.
+    // A person is slower than a thread at the end of its task, so the next run waits for that end.
     const auto run = [&] {
         action(done++);
         waitForIdleThreads();
