@@ -2,9 +2,6 @@
 
 #include "browser/cnbrowser.h"
 
-#include <QCheckBox>
-#include <QLabel>
-#include <QPushButton>
 #include <QTreeView>
 
 JoinWizard::JoinWizard(const QString& computerName, const QString& user)
@@ -20,46 +17,47 @@ void join(WizardDriver* wizard)
 {
     QCOMPARE(wizard->next().join('\n'), QString());
     QCOMPARE(wizard->page(), 7);
-    QCOMPARE(wizard->on<QLabel>("Complete_label")->text(),
-             QString("You have successfully joined your Mac to your Active Directory domain at "
-                     "example.test."));
-    QVERIFY(wizard->on<QLabel>("Complete_label")->isVisible());
+    QCOMPARE(visibleTexts(wizard->currentPage()),
+             QStringList("You have successfully joined your Mac to your Active Directory domain at "
+                         "example.test."));
     QVERIFY(PracticeMac::isJoined());
 }
 
 void openAdvancedOptions(WizardDriver* wizard)
 {
-    QTest::mouseClick(wizard->on<QPushButton>("AdvancedButton"), Qt::LeftButton);
+    wizard->click("AdvancedButton");
 }
 
 void choose(WizardDriver* wizard, const QString& option, const QString& value)
 {
-    wizard->on<QCheckBox>(option + "Label")->setChecked(true);
+    wizard->on<QAbstractButton>(option + "Label")->setChecked(true);
     wizard->type(option + "Edit", value);
 }
 
 cnbrowser* browse(WizardDriver* wizard)
 {
-    QTest::mouseClick(wizard->on<QPushButton>("ContainerDNBrowse"), Qt::LeftButton);
-    auto* browser = child<cnbrowser>(&wizard->wizard, "cnbrowser");
-    if (!QTest::qWaitFor([browser] { return browser->isVisible(); }, 60000))
-        qFatal("The browser did not open");
+    cnbrowser* browser = nullptr;
+    const QStringList warnings = warningsDuring([&] {
+        wizard->click("ContainerDNBrowse");
+        browser = child<cnbrowser>(&wizard->wizard, "cnbrowser");
+        QVERIFY(QTest::qWaitFor(
+            [&] { return browser->isVisible() || QApplication::activeModalWidget() == nullptr; },
+            60000));
+    });
+    if (!browser->isVisible())
+        qFatal("The browser did not open: %s", qPrintable(warnings.join('\n')));
     return browser;
 }
 
 QModelIndex itemAt(const QTreeView* tree, const QStringList& path)
 {
+    const QAbstractItemModel* model = tree->model();
     QModelIndex found;
     for (const QString& text : path) {
-        const QModelIndex parent = found;
-        found = {};
-        for (int row = 0; row < tree->model()->rowCount(parent); ++row) {
-            const QModelIndex item = tree->model()->index(row, 0, parent);
-            if (item.data().toString() == text)
-                found = item;
-        }
+        found = model->match(model->index(0, 0, found), Qt::DisplayRole, text, 1, Qt::MatchExactly)
+                    .value(0);
         if (!found.isValid())
-            return found;
+            break;
     }
     return found;
 }
@@ -71,7 +69,7 @@ void pick(WizardDriver* wizard, const QStringList& path)
     const QModelIndex item = itemAt(tree, QStringList{"DC=test", "DC=example"} + path);
     QVERIFY2(item.isValid(), qPrintable(path.join('|')));
     tree->setCurrentIndex(item);
-    QTest::mouseClick(child<QPushButton>(browser, "chooseButton"), Qt::LeftButton);
+    child<QAbstractButton>(browser, "chooseButton")->click();
     QVERIFY(!browser->isVisible());
-    QVERIFY(wizard->on<QCheckBox>("ContainerDNLabel")->isChecked());
+    QVERIFY(wizard->on<QAbstractButton>("ContainerDNLabel")->isChecked());
 }

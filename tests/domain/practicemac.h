@@ -55,7 +55,6 @@ protected:
     static void joinMac(const QString& computerName);
 
 protected slots:
-    // Called by Qt Test before all and around each test function.
     void initTestCase();
     void init();
     void cleanup();

@@ -13,9 +13,6 @@ struct ScriptResult {
     QString output;
     QString errors;
     qint64 milliseconds = 0;
-
-    // What the wizard shows.
-    QString firstLine() const;
 };
 
 // Base of the tests of the bundle's two scripts, which are run as the program runs them, by the
@@ -36,7 +33,7 @@ protected:
     // Compares all that a script has said on standard error, nothing for a success, and its status.
     static void checkResult(const ScriptResult& result, const QString& errors = {});
 
-    // Compares the sentence of a script that has failed; details may follow it.
+    // Compares the sentence of a script that has failed, its first line, which the wizard shows.
     static void checkRefusal(const ScriptResult& result, const QString& sentence);
 
     // Runs Tcl with the scripts' library and returns what it prints, without the line's end.

@@ -2,11 +2,13 @@
 
 #include <QString>
 
-// What the scripts say of the user, the domain or the controller %1; several tests expect it.
+// What the scripts say of the user, domain or controller %1; several tests expect it.
 namespace Sentence {
 
 const QString domainNotFound =
     "The domain %1 was not found: check its full name, and that this Mac uses its DNS servers.";
+const QString unreachable =
+    "No domain controller of %1 can be reached (%2 tried): check network and firewalls.";
 const QString lost =
     "The controller %1.example.test stopped answering: check the network, and try again.";
 const QString unknownService = "The domain does not know the service of dc1.example.test: have "

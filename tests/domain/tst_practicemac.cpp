@@ -1,16 +1,15 @@
-#include "tests/domain/practicemac.h"
+#include "tests/domain/scripttest.h"
 #include "tests/support/files.h"
 
 #include <QDir>
 #include <QProcess>
-#include <QTemporaryDir>
 
 namespace {
 
 const QString controller = QStringLiteral("192.0.2.1");
 
-// The exit status of a connection to the directory service there: 124 is that of no answer. For a
-// host that is not there at all, the answer comes after three seconds.
+// The exit status of a connection to the directory service there: 124 when four seconds bring no
+// answer. Of a host that is not there at all, the answer comes after three.
 int connectionTo(const QString& address)
 {
     return QProcess::execute(
@@ -23,29 +22,24 @@ void packets(const QString& fate, const QString& address)
     PracticeMac::run(PracticeMac::script("packets"), {fate, address});
 }
 
-// What a tool of the agent says when it fails with this script in the place of ldapsearch.
-QString refusal(const QString& tool, const QStringList& options, const QByteArray& search)
+const QStringList asAdministrator{"-u", PracticeMac::administrator, "-p", PracticeMac::password};
+
+// What a program says, errors included; ends the test program when its exit status is another.
+QString said(const QString& program, const QStringList& arguments, int status = 1)
 {
-    const QTemporaryDir tools;
-    const QString file = tools.filePath("ldapsearch");
-    writeFile(file, "#!/bin/sh\n" + search);
-    QFile::setPermissions(file, QFile::ReadOwner | QFile::ExeOwner);
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("PATH", tools.path() + ':' + environment.value("PATH"));
-    QProcess agent;
-    agent.setProcessEnvironment(environment);
-    agent.start("/usr/local/sbin/" + tool,
-                QStringList{"-u", PracticeMac::administrator, "-p", PracticeMac::password} +
-                    options);
-    if (!agent.waitForFinished(60000) || agent.exitCode() != 1)
-        qFatal("%s ended with %d", qPrintable(tool), agent.exitCode());
-    return QString::fromUtf8(agent.readAllStandardOutput());
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(program, arguments);
+    if (!process.waitForFinished(60000) || process.exitCode() != status)
+        qFatal("%s ended with %d: %s", qPrintable(program), process.exitCode(),
+               process.readAll().constData());
+    return QString::fromUtf8(process.readAll());
 }
 
 } // namespace
 
 // What the practice Mac itself promises to the tests and the scenarios.
-class TestPracticeMac : public DomainTest
+class TestPracticeMac : public ScriptTest
 {
     Q_OBJECT
 
@@ -65,73 +59,56 @@ private slots:
 
     void scutilTellsTheNameServersAsAMacDoes()
     {
-        const QByteArray before = readFile("/etc/resolv.conf");
-        writeFile("/etc/resolv.conf",
-                  "search home.test\nnameserver 192.0.2.53\nnameserver 192.0.2.54\n");
+        rewrite("/etc/resolv.conf",
+                "search home.test\nnameserver 192.0.2.53\nnameserver 192.0.2.54\n");
         QVERIFY(QDir().mkpath("/etc/resolver"));
         writeFile("/etc/resolver/example.test",
                   "nameserver 192.0.2.1\nport 5353\nsearch_order 2\n");
-        const QString said = PracticeMac::run("/usr/sbin/scutil", {"--dns"});
+        const QString listing = said("/usr/sbin/scutil", {"--dns"}, 0);
         QVERIFY(QFile::remove("/etc/resolver/example.test"));
-        writeFile("/etc/resolv.conf", before);
 
-        QVERIFY2(said.startsWith("DNS configuration\n"
-                                 "\n"
-                                 "resolver #1\n"
-                                 "  search domain[0] : home.test\n"
-                                 "  nameserver[0] : 192.0.2.53\n"
-                                 "  nameserver[1] : 192.0.2.54\n"
-                                 "  if_index : 15 (en0)\n"
-                                 "  flags    : Request A records, Request AAAA records\n"),
-                 qPrintable(said));
-        QVERIFY2(said.contains("\n"
-                               "resolver #2\n"
-                               "  domain   : local\n"
-                               "  options  : mdns\n"
-                               "  timeout  : 5\n"
-                               "  flags    : Request A records, Request AAAA records\n"
-                               "  reach    : 0x00000000 (Not Reachable)\n"
-                               "  order    : 300000\n"
-                               "\n"
-                               "resolver #3\n"
-                               "  domain   : 254.169.in-addr.arpa\n"),
-                 qPrintable(said));
-        QVERIFY2(said.contains("\n"
-                               "resolver #5\n"
-                               "  domain   : example.test\n"
-                               "  nameserver[0] : 192.0.2.1\n"
-                               "  port     : 5353\n"
-                               "  flags    : Request A records, Request AAAA records\n"
-                               "  reach    : 0x00020002 (Reachable,Directly Reachable Address)\n"
-                               "  order    : 2\n"
-                               "\n"
-                               "DNS configuration (for scoped queries)\n"
-                               "\n"
-                               "resolver #1\n"
-                               "  search domain[0] : home.test\n"),
-                 qPrintable(said));
+        QVERIFY2(listing.startsWith("DNS configuration\n"
+                                    "\n"
+                                    "resolver #1\n"
+                                    "  search domain[0] : home.test\n"
+                                    "  nameserver[0] : 192.0.2.53\n"
+                                    "  nameserver[1] : 192.0.2.54\n"
+                                    "  if_index : 15 (en0)\n"
+                                    "  flags    : Request A records, Request AAAA records\n"),
+                 qPrintable(listing));
+        QVERIFY2(listing.contains("\n"
+                                  "resolver #2\n"
+                                  "  domain   : local\n"
+                                  "  options  : mdns\n"
+                                  "  timeout  : 5\n"
+                                  "  flags    : Request A records, Request AAAA records\n"
+                                  "  reach    : 0x00000000 (Not Reachable)\n"
+                                  "  order    : 300000\n"
+                                  "\n"
+                                  "resolver #3\n"
+                                  "  domain   : 254.169.in-addr.arpa\n"),
+                 qPrintable(listing));
+        QVERIFY2(listing.contains("\n"
+                                  "resolver #5\n"
+                                  "  domain   : example.test\n"
+                                  "  nameserver[0] : 192.0.2.1\n"
+                                  "  port     : 5353\n"
+                                  "  flags    : Request A records, Request AAAA records\n"
+                                  "  reach    : 0x00020002 (Reachable,Directly Reachable Address)\n"
+                                  "  order    : 2\n"
+                                  "\n"
+                                  "DNS configuration (for scoped queries)\n"
+                                  "\n"
+                                  "resolver #1\n"
+                                  "  search domain[0] : home.test\n"),
+                 qPrintable(listing));
     }
 
-    void agentTakesEachFormOfUserAndDomain_data()
+    void agentTakesADomainWithDnssFullStop()
     {
-        addColumns<QString, QString>("user", "domain");
-
-        addRow("user alone", "Administrator", "example.test");
-        addRow("user with the domain", "Administrator@example.test", "example.test");
-        addRow("user with the short name of the domain", "EXAMPLE\\Administrator", "example.test");
-        addRow("domain with DNS's full stop", "Administrator", "example.test.");
-    }
-
-    void agentTakesEachFormOfUserAndDomain()
-    {
-        QFETCH(QString, user);
-        QFETCH(QString, domain);
-        PracticeMac::run("/usr/local/sbin/mvjoin", {"-u", user, "-p", PracticeMac::password, "-f",
-                                                    domain, "-w", "-n", "form-mac"});
+        PracticeMac::run("/usr/local/sbin/mvjoin",
+                         asAdministrator + QStringList{"example.test.", "-w", "-n", "form-mac"});
         QCOMPARE(PracticeMac::directoryOn("form-mac").state, QString("enabled"));
-        PracticeMac::run("/usr/local/sbin/mvleave",
-                         {"-r", "-u", user, "-p", PracticeMac::password});
-        QCOMPARE(PracticeMac::directoryOn("form-mac").distinguishedName, QString());
     }
 
     void agentFindsAZoneWithParenthesesInItsName()
@@ -146,20 +123,21 @@ private slots:
                           "samdb.add({'dn': 'CN=Lab (old),CN=Zones,CN=Morvanta,CN=Program Data,'\n"
                           "                 'DC=example,DC=test', 'objectClass': 'container'})\n"});
         PracticeMac::run("/usr/local/sbin/mvjoin",
-                         {"-u", PracticeMac::administrator, "-p", PracticeMac::password,
-                          PracticeMac::domain, "-z", "Lab (old)", "-n", "zone-mac"});
+                         asAdministrator +
+                             QStringList{PracticeMac::domain, "-z", "Lab (old)", "-n", "zone-mac"});
         QCOMPARE(PracticeMac::directoryOn("zone-mac").description, QString("Zone Lab (old)"));
     }
 
     void agentTellsWhyTheDirectoryDidNotAnswer()
     {
-        const QString said = refusal("mvjoin", {PracticeMac::domain, "-w"},
-                                     "[ \"$1\" = -Q ] || exec /usr/bin/ldapsearch \"$@\"\n"
-                                     "echo SASL/GSSAPI >&2\n"
-                                     "echo 'Server is busy (51)' >&2\n"
-                                     "exit 51\n");
-        QCOMPARE(said, QString("The domain controller dc1.example.test did not answer. Server is "
-                               "busy (51)\n"));
+        standIn("ldapsearch", "[ \"$1\" = -Q ] || exec /usr/bin/ldapsearch \"$@\"\n"
+                              "echo SASL/GSSAPI >&2\n"
+                              "echo 'Server is busy (51)' >&2\n"
+                              "exit 51\n");
+        QCOMPARE(said("/usr/local/sbin/mvjoin",
+                      asAdministrator + QStringList{PracticeMac::domain, "-w"}),
+                 QString("The domain controller dc1.example.test did not answer. Server is busy "
+                         "(51)\n"));
     }
 
     void agentTellsWhyTheAccountIsNotDisabled_data()
@@ -180,77 +158,51 @@ private slots:
         static int number = 0;
         const QString name = QString("kept-%1").arg(++number);
         joinMac(name);
-        const QString said = refusal("mvleave", {},
-                                     "case \"$*\" in\n"
-                                     "*userAccountControl) ;;\n"
-                                     "*) exec /usr/bin/ldapsearch \"$@\" ;;\n"
-                                     "esac\n" +
-                                         answer);
-        QCOMPARE(said, QString("The computer account CN=%1,CN=Computers,DC=example,DC=test could "
-                               "not be disabled. %2\n")
-                           .arg(name, reason));
+        standIn("ldapsearch", "case \"$*\" in\n"
+                              "*userAccountControl) ;;\n"
+                              "*) exec /usr/bin/ldapsearch \"$@\" ;;\n"
+                              "esac\n" +
+                                  answer);
+        QCOMPARE(said("/usr/local/sbin/mvleave", asAdministrator),
+                 QString("The computer account CN=%1,CN=Computers,DC=example,DC=test could not be "
+                         "disabled. %2\n")
+                     .arg(name, reason));
         QCOMPARE(PracticeMac::directoryOn(name).state, QString("enabled"));
     }
 
-    void agentAsksForDomainAndUser_data()
+    void agentRefuses_data()
     {
-        addColumns<QStringList>("given");
-        addRow("no domain", QStringList{"-u", PracticeMac::administrator});
-        addRow("no user", QStringList{PracticeMac::domain});
+        addColumns<QString, QStringList, int, QString>("tool", "arguments", "status", "sentence");
+        const QString join = "/usr/local/sbin/mvjoin";
+        const QString needed = "A domain and a user are needed.\n";
+        const QStringList option{"-x"};
+        addRow("no domain", join, QStringList{"-u", "anna", "-p", "any", "-w"}, 1, needed);
+        addRow("no user", join, QStringList{"example.test", "-p", "any", "-w"}, 1, needed);
+        addRow("an unknown option of a join", join, option, 1, "mvjoin: unknown option -x\n");
+        addRow("an unknown option of a leave", "/usr/local/sbin/mvleave", option, 1,
+               "mvleave: unknown option -x\n");
+        addRow("a question about a Mac that is not joined", "/usr/local/bin/mvinfo",
+               QStringList{"-d"}, 10, "");
     }
 
-    void agentAsksForDomainAndUser()
-    {
-        QFETCH(QStringList, given);
-        QProcess agent;
-        agent.start("/usr/local/sbin/mvjoin", given + QStringList{"-p", "any", "-w"});
-        QVERIFY(agent.waitForFinished());
-        QCOMPARE(agent.exitCode(), 1);
-        QCOMPARE(agent.readAllStandardOutput(), QByteArray("A domain and a user are needed.\n"));
-    }
-
-    void agentTellsByItsStatusThatTheMacIsNotJoined()
-    {
-        QProcess agent;
-        agent.start("/usr/local/bin/mvinfo", {"-d"});
-        QVERIFY(agent.waitForFinished());
-        QCOMPARE(agent.exitCode(), 10);
-        QCOMPARE(agent.readAllStandardOutput(), QByteArray());
-    }
-
-    void agentRefusesAnUnknownOption_data()
-    {
-        addColumns<QString>("tool");
-        addRow("join", QString("mvjoin"));
-        addRow("leave", QString("mvleave"));
-    }
-
-    void agentRefusesAnUnknownOption()
+    void agentRefuses()
     {
         QFETCH(QString, tool);
-        QProcess agent;
-        agent.start("/usr/local/sbin/" + tool, {"-x"});
-        QVERIFY(agent.waitForFinished());
-        QCOMPARE(agent.exitCode(), 1);
-        QCOMPARE(agent.readAllStandardOutput(), tool.toUtf8() + ": unknown option -x\n");
-    }
-
-    void helperRunsNothingButTheAgentsTools_data()
-    {
-        addColumns<QStringList>("arguments");
-        addRow("another tool", QStringList{"/bin/echo", "run"});
-        addRow("no tool", QStringList());
+        QFETCH(QStringList, arguments);
+        QFETCH(int, status);
+        QTEST(said(tool, arguments, status), "sentence");
     }
 
     void helperRunsNothingButTheAgentsTools()
     {
-        QFETCH(QStringList, arguments);
-        QProcess helper;
-        helper.start("/usr/local/share/morvantad/libexec/gui_helper_tool", arguments);
-        QVERIFY(helper.waitForFinished());
-        QVERIFY(helper.exitCode() != 0);
-        QCOMPARE(helper.readAllStandardOutput(), QByteArray());
-        QVERIFY(helper.readAllStandardError().startsWith("usage: gui_helper_tool "));
+        for (const QStringList& arguments : {QStringList{"/bin/echo", "run"}, QStringList()}) {
+            QProcess helper;
+            helper.start("/usr/local/share/morvantad/libexec/gui_helper_tool", arguments);
+            QVERIFY(helper.waitForFinished());
+            QVERIFY(helper.exitCode() != 0);
+            QCOMPARE(helper.readAllStandardOutput(), QByteArray());
+            QVERIFY(helper.readAllStandardError().startsWith("usage: gui_helper_tool "));
+        }
     }
 };
 

@@ -17,6 +17,8 @@ class TestPreparation : public QObject
 private slots:
     void directoryIsPreparedOnceAndReplacesFormerOnes()
     {
+        if (geteuid() != 0)
+            QSKIP("Only root could delete what is prepared");
         const QTemporaryDir home;
         QDir cache(home.filePath(".cache/morvanta-join-assistant"));
         const QString former = "domain-0123456789abcdef";
@@ -34,6 +36,8 @@ private slots:
     // The stand-in has the real tool make the directory, and fails only then.
     void keepsNoDirectoryThatFailed()
     {
+        if (geteuid() != 0)
+            QSKIP("Only root could delete what is prepared");
         const QTemporaryDir folder;
         copyPractice(folder.path());
         standIn(folder.path(), "samba-tool",
@@ -66,19 +70,21 @@ private slots:
 
     void aCommandOnItCanBeInterrupted()
     {
-        const QByteArray said =
-            startMac(PRACTICE, {}, {}, {"/bin/bash", "-c", "kill -INT $$; echo ignored"});
-        QVERIFY2(!said.contains("ignored"), said.constData());
+        const QByteArray said = startMac(
+            PRACTICE, {}, {}, {"/bin/bash", "-c", "echo begins; kill -INT $$; echo ignored"});
+        QVERIFY2(said.endsWith("begins\n"), said.constData());
     }
 
     void theHostsFolderForTemporaryFilesIsNotUsed()
     {
+        if (geteuid() != 0)
+            QSKIP("sudo drops TMPDIR anyway");
         const QByteArray said =
             startMac(PRACTICE, {}, {{"TMPDIR", "/not-there"}}, {"/bin/mktemp", "-u"});
         QVERIFY2(said.endsWith("\n") && said.contains("/tmp/tmp."), said.constData());
     }
 
-    // Here /usr and /var are, as after an installation that gives them disks of their own.
+    // Such are /usr and /var here, as after an installation that gave them disks of their own.
     void itsFilesLieAlsoOverOtherFileSystemsOfTheHost()
     {
         if (geteuid() != 0)

@@ -1,4 +1,5 @@
 #include "tests/domain/joinoptions.h"
+#include "tests/domain/sentences.h"
 
 #include <QTreeView>
 
@@ -58,8 +59,7 @@ private slots:
 
     void tellsThatNoEncryptionIsInCommon()
     {
-        refuseCredentials("The account Administrator and this Mac have no encryption type in "
-                          "common: have AES allowed for it.");
+        refuseCredentials(Sentence::noEncryption.arg(PracticeMac::administrator));
     }
 
     void joinsPastDeadControllers()
@@ -76,8 +76,7 @@ private slots:
 
     void tellsThatAllControllersAreDead()
     {
-        refuseCredentials("No domain controller of example.test can be reached (3 tried): check "
-                          "network and firewalls.");
+        refuseCredentials(Sentence::unreachable.arg(PracticeMac::domain).arg(3));
     }
 
     void tellsThatTheControllerDiedDuringTheJoin()

@@ -51,20 +51,8 @@ private slots:
     }
 
     // The names that were listed before the failure can hold the words of another one.
-    void saysWhatTheDirectoryMeansInTheMiddle_data()
-    {
-        addColumns<QString, QString>("words", "sentence");
-
-        addRow("lost", "ldap_result: Can't contact LDAP server (-1)", Sentence::lost.arg("dc1"));
-        addRow("anything else", "Size limit exceeded (4)",
-               "The domain controller dc1.example.test refused the question; ask its "
-               "administrators: Size limit exceeded (4)");
-    }
-
     void saysWhatTheDirectoryMeansInTheMiddle()
     {
-        QFETCH(QString, words);
-        QFETCH(QString, sentence);
         standIn("ldapsearch", "[ \"$1\" = -x ] && exec /usr/bin/ldapsearch \"$@\"\n"
                               "cat <<'END'\n"
                               "dn: OU=Strong Room,DC=example,DC=test\n"
@@ -77,10 +65,11 @@ private slots:
                               "\n"
                               "# pagedresults: cookie=\n"
                               "END\n"
-                              "echo \"" +
-                                  words.toUtf8() + "\" >&2\nexit 1\n");
+                              "echo 'Size limit exceeded (4)' >&2\n"
+                              "exit 1\n");
         const ScriptResult result = list();
-        checkResult(result, sentence + '\n' + words);
+        checkResult(result, "The domain controller dc1.example.test refused the question; ask its "
+                            "administrators: Size limit exceeded (4)\nSize limit exceeded (4)");
         QCOMPARE(result.output, QString());
     }
 
@@ -143,34 +132,27 @@ private slots:
         QCOMPARE(noted(), QStringList());
     }
 
-    void saysThatAToolIsMissing_data()
-    {
-        addColumns<QString>("tool");
-        for (const char* tool : {"dig", "kinit", "ldapsearch", "mktemp"})
-            addRow(tool, tool);
-    }
-
     void saysThatAToolIsMissing()
     {
-        QFETCH(QString, tool);
-        QTemporaryDir folder;
-        for (const QString& other : QStringList{"tclsh", "dig", "kinit", "ldapsearch", "mktemp"})
-            QVERIFY(other == tool || QFile::link("/usr/bin/" + other, folder.filePath(other)));
-        qputenv("PATH", folder.path().toLocal8Bit());
-        checkRefusal(
-            check(),
-            QString("The tool %1 is missing on this Mac: install it and try again.").arg(tool));
-        QVERIFY(QFile::link("/usr/bin/" + tool, folder.filePath(tool)));
-        QCOMPARE(check().status, 0);
+        for (const QString& tool : QStringList{"dig", "kinit", "ldapsearch", "mktemp"}) {
+            QTemporaryDir folder;
+            for (const QString& other :
+                 QStringList{"tclsh", "dig", "kinit", "ldapsearch", "mktemp"})
+                QVERIFY(other == tool || QFile::link("/usr/bin/" + other, folder.filePath(other)));
+            qputenv("PATH", folder.path().toLocal8Bit());
+            checkRefusal(
+                check(),
+                QString("The tool %1 is missing on this Mac: install it and try again.").arg(tool));
+            QVERIFY(QFile::link("/usr/bin/" + tool, folder.filePath(tool)));
+            QCOMPARE(check().status, 0);
+        }
     }
 
     // Where no locale is set Tcl reads the arguments byte by byte.
     void takesAnyLetterInEveryLocale()
     {
         qputenv("LC_ALL", "C");
-        const ScriptResult result = check(PracticeMac::domain, "ÄÖÜ东");
-        qputenv("LC_ALL", "C.UTF-8"); // as the practice Mac has it
-        checkRefusal(result, Sentence::unknownUser.arg("ÄÖÜ东"));
+        checkRefusal(check(PracticeMac::domain, "ÄÖÜ东"), Sentence::unknownUser.arg("ÄÖÜ东"));
     }
 
     void saysThatAToolCantBeStarted()
@@ -211,10 +193,9 @@ private slots:
     {
         addColumns<QString, QString>("version", "sentence");
         for (const char* version : {"8.4.20", "8.5.9", "8.5.19"})
-            addRow(
-                version, version,
-                QString("These scripts need Tcl 8.6 or newer, and this is %1: update the agent.\n")
-                    .arg(version));
+            addRow(version, version,
+                   QString("These scripts need Tcl 8.6 or newer, and this is %1: update the agent.")
+                       .arg(version));
         for (const char* version : {"8.6.0", "8.6.17", "9.0.1"})
             addRow(version, version, QString());
     }
@@ -238,9 +219,7 @@ private slots:
                                "info script $script\n"
                                "source $script\n");
         standIn("tclsh", "exec /usr/bin/tclsh " + program.toUtf8() + " \"$@\"\n");
-        const ScriptResult result = check();
-        QCOMPARE(result.errors, sentence);
-        QCOMPARE(result.status, sentence.isEmpty() ? 0 : 1);
+        checkResult(check(), sentence);
     }
 
     void readsTheToolsInEnglish()
@@ -249,9 +228,7 @@ private slots:
                 "[ \"$LC_ALL\" = C ] && echo 'Password incorrect' || echo 'Passwort falsch'\n"
                 "exit 1\n");
         qputenv("LC_ALL", "de_DE.UTF-8");
-        const ScriptResult result = check();
-        qputenv("LC_ALL", "C.UTF-8"); // as the practice Mac has it
-        checkRefusal(result, Sentence::wrongPassword.arg("Administrator"));
+        checkRefusal(check(), Sentence::wrongPassword.arg("Administrator"));
     }
 
     void countsAKilledToolAsARefusal()
@@ -357,7 +334,7 @@ private slots:
         QCOMPARE(sortedLines(result.output), held);
     }
 
-    void showsThePasswordToNobody()
+    void noToolHasThePasswordInItsArgumentsOrEnvironment()
     {
         for (const QString& tool : everyTool)
             standIn(tool, "{ echo \"${0##*/} $*\"; env; } >>\"${0%/*}/calls\"\n"
