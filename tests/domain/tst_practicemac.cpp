@@ -24,16 +24,15 @@ void packets(const QString& fate, const QString& address)
 
 const QStringList asAdministrator{"-u", PracticeMac::administrator, "-p", PracticeMac::password};
 
-// What a program says, errors included; ends the test program when its exit status is another.
-QString said(const QString& program, const QStringList& arguments, int status = 1)
+// What a tool of the agent says when it fails.
+QString refusal(const QString& tool, const QStringList& arguments)
 {
-    QProcess process;
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(program, arguments);
-    if (!process.waitForFinished(60000) || process.exitCode() != status)
-        qFatal("%s ended with %d: %s", qPrintable(program), process.exitCode(),
-               process.readAll().constData());
-    return QString::fromUtf8(process.readAll());
+    QProcess agent;
+    agent.start(tool, arguments);
+    if (!agent.waitForFinished(60000) || agent.exitCode() != 1)
+        qFatal("%s ended with %d: %s", qPrintable(tool), agent.exitCode(),
+               agent.readAllStandardOutput().constData());
+    return QString::fromUtf8(agent.readAllStandardOutput());
 }
 
 } // namespace
@@ -64,44 +63,44 @@ private slots:
         QVERIFY(QDir().mkpath("/etc/resolver"));
         writeFile("/etc/resolver/example.test",
                   "nameserver 192.0.2.1\nport 5353\nsearch_order 2\n");
-        const QString listing = said("/usr/sbin/scutil", {"--dns"}, 0);
+        const QString said = PracticeMac::run("/usr/sbin/scutil", {"--dns"});
         QVERIFY(QFile::remove("/etc/resolver/example.test"));
 
-        QVERIFY2(listing.startsWith("DNS configuration\n"
-                                    "\n"
-                                    "resolver #1\n"
-                                    "  search domain[0] : home.test\n"
-                                    "  nameserver[0] : 192.0.2.53\n"
-                                    "  nameserver[1] : 192.0.2.54\n"
-                                    "  if_index : 15 (en0)\n"
-                                    "  flags    : Request A records, Request AAAA records\n"),
-                 qPrintable(listing));
-        QVERIFY2(listing.contains("\n"
-                                  "resolver #2\n"
-                                  "  domain   : local\n"
-                                  "  options  : mdns\n"
-                                  "  timeout  : 5\n"
-                                  "  flags    : Request A records, Request AAAA records\n"
-                                  "  reach    : 0x00000000 (Not Reachable)\n"
-                                  "  order    : 300000\n"
-                                  "\n"
-                                  "resolver #3\n"
-                                  "  domain   : 254.169.in-addr.arpa\n"),
-                 qPrintable(listing));
-        QVERIFY2(listing.contains("\n"
-                                  "resolver #5\n"
-                                  "  domain   : example.test\n"
-                                  "  nameserver[0] : 192.0.2.1\n"
-                                  "  port     : 5353\n"
-                                  "  flags    : Request A records, Request AAAA records\n"
-                                  "  reach    : 0x00020002 (Reachable,Directly Reachable Address)\n"
-                                  "  order    : 2\n"
-                                  "\n"
-                                  "DNS configuration (for scoped queries)\n"
-                                  "\n"
-                                  "resolver #1\n"
-                                  "  search domain[0] : home.test\n"),
-                 qPrintable(listing));
+        QVERIFY2(said.startsWith("DNS configuration\n"
+                                 "\n"
+                                 "resolver #1\n"
+                                 "  search domain[0] : home.test\n"
+                                 "  nameserver[0] : 192.0.2.53\n"
+                                 "  nameserver[1] : 192.0.2.54\n"
+                                 "  if_index : 15 (en0)\n"
+                                 "  flags    : Request A records, Request AAAA records\n"),
+                 qPrintable(said));
+        QVERIFY2(said.contains("\n"
+                               "resolver #2\n"
+                               "  domain   : local\n"
+                               "  options  : mdns\n"
+                               "  timeout  : 5\n"
+                               "  flags    : Request A records, Request AAAA records\n"
+                               "  reach    : 0x00000000 (Not Reachable)\n"
+                               "  order    : 300000\n"
+                               "\n"
+                               "resolver #3\n"
+                               "  domain   : 254.169.in-addr.arpa\n"),
+                 qPrintable(said));
+        QVERIFY2(said.contains("\n"
+                               "resolver #5\n"
+                               "  domain   : example.test\n"
+                               "  nameserver[0] : 192.0.2.1\n"
+                               "  port     : 5353\n"
+                               "  flags    : Request A records, Request AAAA records\n"
+                               "  reach    : 0x00020002 (Reachable,Directly Reachable Address)\n"
+                               "  order    : 2\n"
+                               "\n"
+                               "DNS configuration (for scoped queries)\n"
+                               "\n"
+                               "resolver #1\n"
+                               "  search domain[0] : home.test\n"),
+                 qPrintable(said));
     }
 
     void agentTakesADomainWithDnssFullStop()
@@ -134,8 +133,8 @@ private slots:
                               "echo SASL/GSSAPI >&2\n"
                               "echo 'Server is busy (51)' >&2\n"
                               "exit 51\n");
-        QCOMPARE(said("/usr/local/sbin/mvjoin",
-                      asAdministrator + QStringList{PracticeMac::domain, "-w"}),
+        QCOMPARE(refusal("/usr/local/sbin/mvjoin",
+                         asAdministrator + QStringList{PracticeMac::domain, "-w"}),
                  QString("The domain controller dc1.example.test did not answer. Server is busy "
                          "(51)\n"));
     }
@@ -163,7 +162,7 @@ private slots:
                               "*) exec /usr/bin/ldapsearch \"$@\" ;;\n"
                               "esac\n" +
                                   answer);
-        QCOMPARE(said("/usr/local/sbin/mvleave", asAdministrator),
+        QCOMPARE(refusal("/usr/local/sbin/mvleave", asAdministrator),
                  QString("The computer account CN=%1,CN=Computers,DC=example,DC=test could not be "
                          "disabled. %2\n")
                      .arg(name, reason));
@@ -189,8 +188,12 @@ private slots:
     {
         QFETCH(QString, tool);
         QFETCH(QStringList, arguments);
-        QFETCH(int, status);
-        QTEST(said(tool, arguments, status), "sentence");
+        QProcess agent;
+        agent.setProcessChannelMode(QProcess::MergedChannels);
+        agent.start(tool, arguments);
+        QVERIFY(agent.waitForFinished());
+        QTEST(QString::fromUtf8(agent.readAll()), "sentence");
+        QTEST(agent.exitCode(), "status");
     }
 
     void helperRunsNothingButTheAgentsTools()
@@ -199,7 +202,7 @@ private slots:
             QProcess helper;
             helper.start("/usr/local/share/morvantad/libexec/gui_helper_tool", arguments);
             QVERIFY(helper.waitForFinished());
-            QVERIFY(helper.exitCode() != 0);
+            QVERIFY2(helper.exitCode() != 0, qPrintable(arguments.join(' ')));
             QCOMPARE(helper.readAllStandardOutput(), QByteArray());
             QVERIFY(helper.readAllStandardError().startsWith("usage: gui_helper_tool "));
         }

@@ -343,6 +343,7 @@ private slots:
         // A fetch would have connected before this.
         QTcpSocket last;
         last.connectToHost(server.serverAddress(), server.serverPort());
+        QVERIFY(last.waitForConnected());
         QTRY_VERIFY(server.hasPendingConnections());
         QCOMPARE(server.nextPendingConnection()->peerPort(), last.localPort());
         QVERIFY(!opened.any());
