@@ -139,7 +139,8 @@ bool isNew(const Rules& model, const Step& step)
         if (there == mark)
             return false;
     }
-    qFatal("There are more ends than the table has room for");
+    fail({step.text()}, "There are more ends than the table has room for");
+    return false;
 }
 
 void walkAll(Walk& walk, int depth, bool distinctEnds)
