@@ -58,7 +58,7 @@ QList<Fault> faults(const Use& use)
                      signal};
     for (const int status : {1, 2, 126, 127, 255})
         all << Fault{QString("exit %1").arg(status), Fault::InPlace, 0, status};
-    // A helper tool prints into a socket, which holds more than a pipe.
+    // A helper tool is read only after its end. Its socket holds more than the pipe of the others.
     const int capacity = use.tool == "gui_helper_tool" ? socketCapacity() : 65536;
     all << printing("capacity less 1", QByteArray(capacity - 1, 'x'));
     QByteArray bytes;
