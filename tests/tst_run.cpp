@@ -38,7 +38,7 @@ private slots:
         QCOMPARE(help.errors, QString());
         const QStringList scenarios =
             QDir(PROJECT_FOLDER "/practice/scenarios").entryList(QDir::Files);
-        QVERIFY(scenarios.contains("split-dns"));
+        QVERIFY(!scenarios.isEmpty());
         for (const QString& scenario : scenarios) {
             const QRegularExpression line("^    " + scenario + " +[A-Za-z].{30,}\\.$",
                                           QRegularExpression::MultilineOption);
@@ -58,7 +58,6 @@ private slots:
         addRow("unknown scenario", QStringList{"--scenario", "farther"});
         addRow("scenario by its path", QStringList{"--scenario", "../scenarios/far"});
         addRow("unknown option after --qt6", QStringList{"--qt6", "--tourist"});
-        addRow("--qt6 after another option", QStringList{"--joined", "--qt6"});
         addRow("two scenarios", QStringList{"--scenario", "far", "gone"});
     }
 

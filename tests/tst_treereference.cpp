@@ -27,8 +27,8 @@ QStringList shown(const QStandardItem* parent, const QString& indent = {})
     return lines;
 }
 
-// Names of few different components, so that paths meet and names repeat. With every other seed no
-// value meets with two prefixes, so that insertNames() doesn't build the tree anew, name by name.
+// Names of few different components, so that paths meet and names repeat. With each second seed a
+// value has a single prefix; with the others insertNames() has to insert them anew, name by name.
 QStringList randomNames(quint32 seed)
 {
     static const QStringList onePrefix = {"OU=a",   "OU=b", " OU=a",  "OU=a ", "L=Paris",

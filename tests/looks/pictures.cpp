@@ -58,7 +58,7 @@ QImage pictureOf(const QString& scene)
     QPalette light(QColor(0xec, 0xec, 0xec));
     light.setColor(QPalette::Highlight, QColor(0x0a, 0x66, 0xd8));
     QApplication::setPalette(light);
-    // With a cursor that doesn't blink, which would be in some pictures and not in others.
+    // The cursor does not blink: it would be in some pictures and not in others.
     QApplication::setCursorFlashTime(0);
     const auto opened = Scenes::open(scene);
     QCoreApplication::processEvents();

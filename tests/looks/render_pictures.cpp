@@ -14,8 +14,7 @@ int main(int argc, char** argv)
         qFatal("usage: render_pictures PICTURES PLACES");
     for (const QString& name : Scenes::names()) {
         const QString file = QString("%1/%2.png").arg(QString::fromLocal8Bit(argv[1]), name);
-        // As small as it gets without loss.
-        if (!pictureOf(name).save(file, "PNG", 0))
+        if (!pictureOf(name).save(file))
             qFatal("%s can't be written", qPrintable(file));
         writeFile(QString("%1/%2.txt").arg(QString::fromLocal8Bit(argv[2]), name),
                   layoutOf(name).toUtf8());

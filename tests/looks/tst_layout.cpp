@@ -42,8 +42,8 @@ bool isLikeAMac()
     return qEnvironmentVariableIntValue("QT_FONT_DPI") == 72;
 }
 
-// The sizes for which the pages are made, in points: a Mac shows 13, other desktops 9 or 10, and a
-// little more on both sides.
+// The sizes for which the pages are made, in points: 10 to 14 on a Mac, which shows 13, and 9 to 11
+// on other desktops, which show 9 or 10.
 int smallest()
 {
     return isLikeAMac() ? 10 : 9;

@@ -4,7 +4,7 @@
 #include <QDir>
 #include <QRegularExpression>
 
-// The pictures in the documents show the assistant as it is.
+// The documents' pictures have the sizes and the texts of the assistant as it is, and are small.
 class TestPictures : public WorldTest
 {
     Q_OBJECT

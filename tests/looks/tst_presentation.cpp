@@ -11,8 +11,7 @@
 
 namespace {
 
-// Counts how often a button that has been let go is painted as pressed before the first tool is
-// run.
+// Counts how often a button is painted as pressed after it was let go and before a tool is run.
 class PressedPainting : public QObject
 {
 public:

@@ -73,15 +73,20 @@ QProcessEnvironment XSession::environment() const
 
 QStringList XSession::windows() const
 {
-    watched += watch.readAllStandardOutput();
-    const QList<QByteArray> lists = watched.split('\n');
-    return windowIds(lists.value(lists.size() - 2)); // the last line that is complete
+    return windowIds(ask("xprop", {"-root", "_NET_CLIENT_LIST"}).toLatin1());
 }
 
 QStringList XSession::allWindowsEver() const
 {
-    watched += watch.readAllStandardOutput();
-    QStringList ids = windowIds(watched);
+    QStringList ids;
+    // The watch tells of a change a moment after it, and of no window at its start.
+    const auto isUpToDate = [&] {
+        watched += watch.readAllStandardOutput();
+        ids = windowIds(watched);
+        return !ids.isEmpty() && windowIds(watched.trimmed().split('\n').last()) == windows();
+    };
+    if (!QTest::qWaitFor(isUpToDate, 20000))
+        qWarning("The list of windows and the watch of it differ");
     ids.removeDuplicates();
     return ids;
 }
@@ -154,7 +159,7 @@ void XSession::click() const
 void XSession::awaitWindowManager() const
 {
     // It handles requests in their order; the number of desktops is one that it answers. On a
-    // loaded machine a single request was not answered once, so it is made until it is.
+    // loaded machine one such request was lost, so it is made until it is answered.
     const QString number = QString::number(ask("xdotool", {"get_num_desktops"}).toInt() + 1);
     const auto answers = [&] {
         ask("xdotool", {"set_num_desktops", number});

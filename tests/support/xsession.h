@@ -17,7 +17,7 @@ public:
     QProcessEnvironment environment() const;
 
     // The ids of the windows that the window manager manages now, and of all that were ever seen in
-    // its list; the watch may miss one that is gone at once.
+    // its list; one that is gone at once may be missed.
     QStringList windows() const;
     QStringList allWindowsEver() const;
     // Where the window lies on the screen, without its frame.
