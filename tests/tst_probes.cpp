@@ -3,65 +3,23 @@
 #include "tests/support/webbrowser.h"
 #include "tests/support/worldtest.h"
 
-#include <csignal>
-
 class TestProbes : public WorldTest
 {
     Q_OBJECT
 
 private slots:
-    void joinedIsTrueWhenNoShellCanStart()
+    void withoutTheAgentTheMacIsNotJoinedAndHasNoDomain()
     {
-        const NoDescriptors none;
-        QVERIFY(isJoined());
-    }
-
-    void enrolledIsFalseWhenNoShellCanStart()
-    {
-        World::answer("profiles", {"com.morvanta.osx.MDM\n", ""});
-        const NoDescriptors none;
-        QVERIFY(!isEnrolled());
-    }
-
-    void joinedFollowsTheAgentsExitStatus()
-    {
-        for (const int exitStatus : {0, 1, 127, 255}) {
-            World::answer("mvinfo -d", {"example.test\n", "", exitStatus});
-            QCOMPARE(isJoined(), exitStatus == 0);
-        }
-    }
-
-    void joinedIsFalseWithoutTheAgent_data()
-    {
-        addColumns<bool>("inPlace");
-        addRow("missing", false);
-        addRow("not executable", true);
-    }
-
-    void joinedIsFalseWithoutTheAgent()
-    {
-        QFETCH(bool, inPlace);
-        if (inPlace)
-            World::replaceByPlainFile("mvinfo");
-        else
-            World::removeTool("mvinfo");
+        World::removeTool("mvinfo");
         QVERIFY(!isJoined());
         QCOMPARE(getReturnValue("/usr/local/bin/mvinfo -d"), std::string());
-    }
-
-    void joinedIsFalseWhenTheAgentIsKilled()
-    {
-        World::answer("mvinfo -d", {"", "", 0, SIGKILL});
-        QVERIFY(!isJoined());
     }
 
     void joinedAsksAnewAtEachCall()
     {
         isJoined();
         isJoined();
-        QCOMPARE(World::calls().size(), 2);
-        QCOMPARE(World::calls().at(1).path, QString("/usr/local/bin/mvinfo"));
-        QCOMPARE(World::calls().at(1).arguments, QStringList({"-d"}));
+        QCOMPARE(World::callsOf("mvinfo").size(), 2);
     }
 
     void enrolledByTheIdentifierAnywhere_data()
@@ -76,22 +34,8 @@ private slots:
     void enrolledByTheIdentifierAnywhere()
     {
         QFETCH(QByteArray, profiles);
-        World::answer("profiles", {profiles, ""});
+        World::answer("profiles", {profiles, "", 5}); // a status that does not matter
         QTEST(isEnrolled(), "enrolled");
-        QCOMPARE(World::calls().at(0).path, QString("/usr/bin/profiles"));
-        QCOMPARE(World::calls().at(0).arguments, QStringList({"-C"}));
-    }
-
-    void enrolledIgnoresTheExitStatus()
-    {
-        World::answer("profiles", {"com.morvanta.osx.MDM\n", "", 5});
-        QVERIFY(isEnrolled());
-    }
-
-    void enrolledIsFalseWithoutTheTool()
-    {
-        World::removeTool("profiles");
-        QVERIFY(!isEnrolled());
     }
 
     void downloadOpensTheEnrollmentPage()
