@@ -101,8 +101,7 @@ private slots:
         for (const char* other : {"radioButton", "radioButton_2"}) {
             choose(other);
             verifyEnabled(true);
-            for (const QString& edit : edits)
-                driver.type(edit, "typed");
+            driver.enterUser("typed", "typed");
             choose("radioButton_3");
             verifyEnabled(false);
             QCOMPARE(driver.texts(edits), QStringList({"", ""}));

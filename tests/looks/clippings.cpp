@@ -2,14 +2,10 @@
 
 #include "widgets/wrappinglabel.h"
 
-#include <QAbstractButton>
 #include <QLabel>
 #include <QLineEdit>
-#include <QProgressBar>
 #include <QRegularExpression>
 #include <QScrollArea>
-#include <QTextBrowser>
-#include <QTreeView>
 
 namespace {
 
@@ -19,11 +15,9 @@ bool isMeasured(const QWidget* widget)
         return false;
     if (const auto* label = qobject_cast<const QLabel*>(widget))
         return !label->text().isEmpty() || label->pixmap(Qt::ReturnByValue).width() > 0;
-    return qobject_cast<const QAbstractButton*>(widget) != nullptr ||
-           qobject_cast<const QLineEdit*>(widget) != nullptr ||
-           qobject_cast<const QProgressBar*>(widget) != nullptr ||
-           qobject_cast<const QTextBrowser*>(widget) != nullptr ||
-           qobject_cast<const QTreeView*>(widget) != nullptr;
+    return widget->inherits("QAbstractButton") || widget->inherits("QLineEdit") ||
+           widget->inherits("QProgressBar") || widget->inherits("QTextBrowser") ||
+           widget->inherits("QTreeView");
 }
 
 // The scroll area that the widget is in; null for none.
@@ -69,27 +63,23 @@ bool lacksLines(const QWidget* widget, const QString& text)
     return widget->height() + metrics.height() / 2 < lines.height();
 }
 
-// The text wraps: its words have to fit into the width, unless the label breaks them, and its lines
-// into the height.
-void measureWrapped(const QWidget* widget, const QString& text, QStringList* found)
-{
-    const bool breaksWords = dynamic_cast<const WrappingLabel*>(widget) != nullptr;
-    const int word = breaksWords ? 0 : widestWord(widget, text);
-    if (widget->width() < word)
-        *found << sizes("width", widget->width(), word);
-    const int height = widget->heightForWidth(widget->width());
-    if (widget->height() < height)
-        *found << sizes("height", widget->height(), height);
-    else if (lacksLines(widget, text))
-        *found << QString("it has no room for all lines");
-}
-
-void measureHint(const QWidget* widget, const QSize& needed, QStringList* found)
+void measureSize(const QWidget* widget, const QSize& needed, QStringList* found)
 {
     if (widget->width() < needed.width())
         *found << sizes("width", widget->width(), needed.width());
     if (widget->height() < needed.height())
         *found << sizes("height", widget->height(), needed.height());
+}
+
+// The text wraps: its words have to fit into the width, unless the label breaks them, and its lines
+// into the height.
+void measureWrapped(const QWidget* widget, const QString& text, QStringList* found)
+{
+    const bool breaksWords = dynamic_cast<const WrappingLabel*>(widget) != nullptr;
+    const int height = widget->heightForWidth(widget->width());
+    measureSize(widget, {breaksWords ? 0 : widestWord(widget, text), height}, found);
+    if (widget->height() >= height && lacksLines(widget, text))
+        *found << QString("it has no room for all lines");
 }
 
 // An edit scrolls what is typed, but has to show a useful part of it and all of its placeholder.
@@ -119,21 +109,15 @@ void measurePlace(const QWidget* widget, QStringList* found)
 QStringList measured(const QWidget* widget)
 {
     QStringList found;
-    if (const auto* edit = qobject_cast<const QLineEdit*>(widget)) {
-        measureHint(widget, neededBy(edit), &found);
-    } else if (const auto* button = qobject_cast<const QAbstractButton*>(widget)) {
-        if (button->hasHeightForWidth())
-            measureWrapped(widget, button->text(), &found);
-        else if (!button->text().isEmpty())
-            measureHint(widget, widget->sizeHint(), &found);
-    } else if (const auto* label = qobject_cast<const QLabel*>(widget)) {
-        if (label->wordWrap())
-            measureWrapped(widget, label->text(), &found);
-        else if (!label->text().isEmpty())
-            measureHint(widget, widget->sizeHint(), &found);
-    } else {
-        measureHint(widget, widget->minimumSizeHint(), &found);
-    }
+    const QString text = widget->property("text").toString();
+    if (const auto* edit = qobject_cast<const QLineEdit*>(widget))
+        measureSize(widget, neededBy(edit), &found);
+    else if (!widget->inherits("QLabel") && !widget->inherits("QAbstractButton"))
+        measureSize(widget, widget->minimumSizeHint(), &found);
+    else if (widget->hasHeightForWidth())
+        measureWrapped(widget, text, &found);
+    else if (!text.isEmpty())
+        measureSize(widget, widget->sizeHint(), &found);
     measurePlace(widget, &found);
     return found;
 }

@@ -26,7 +26,7 @@ const char containers[] = "DC=ad,DC=example,DC=com\n"
                           "OU=Macs,DC=ad,DC=example,DC=com\n";
 
 // What a tool that fails has to say.
-const char refusal[] = "Can't authenticate as Administrator: the password is wrong.\n";
+const QString refusal = "Can't authenticate as Administrator: the password is wrong.\n";
 
 class Page : public Scene, public WizardDriver
 {
@@ -63,6 +63,12 @@ std::unique_ptr<Page> introduction()
     return std::make_unique<Page>();
 }
 
+std::unique_ptr<Page> afterNext(std::unique_ptr<Page> page)
+{
+    page->next();
+    return page;
+}
+
 std::unique_ptr<Page> joined(const Setting& setting)
 {
     World::setJoined(setting.domain + '\n', setting.zone + '\n', setting.computer + '\n');
@@ -72,16 +78,7 @@ std::unique_ptr<Page> joined(const Setting& setting)
 std::unique_ptr<Page> unbind(const Setting& setting)
 {
     World::setBound(setting.domain);
-    auto page = introduction();
-    page->next();
-    return page;
-}
-
-std::unique_ptr<Page> credentials()
-{
-    auto page = introduction();
-    page->goToCredentials();
-    return page;
+    return afterNext(introduction());
 }
 
 std::unique_ptr<Page> joinOptions(const Setting& setting)
@@ -99,13 +96,6 @@ std::unique_ptr<Page> advancedOptions(const Setting& setting)
     return page;
 }
 
-std::unique_ptr<Page> joinConclusion(const Setting& setting)
-{
-    auto page = joinOptions(setting);
-    page->next();
-    return page;
-}
-
 std::unique_ptr<Page> cloud()
 {
     auto page = introduction();
@@ -115,22 +105,13 @@ std::unique_ptr<Page> cloud()
 
 std::unique_ptr<Page> leave(const Setting& setting)
 {
-    auto page = joined(setting);
-    page->next();
-    return page;
+    return afterNext(joined(setting));
 }
 
 std::unique_ptr<Page> leaveWithoutContact(const Setting& setting)
 {
     auto page = leave(setting);
     page->on<QRadioButton>("radioButton_3")->click();
-    return page;
-}
-
-std::unique_ptr<Page> leaveConclusion(const Setting& setting)
-{
-    auto page = leaveWithoutContact(setting);
-    page->next();
     return page;
 }
 
@@ -143,9 +124,7 @@ Opened warning(const QString& text)
 
 Opened containerBrowser(const Setting& setting)
 {
-    Answer tree;
-    tree.output = containers;
-    World::answer("mvedit", tree);
+    World::answer("mvedit", {containers, ""});
     auto scene = std::make_unique<DialogScene<cnbrowser>>(nullptr);
     bool drawn = false;
     QObject::connect(&scene->dialog, &cnbrowser::treeDrawingDone, [&drawn] { drawn = true; });
@@ -175,22 +154,21 @@ const std::vector<Entry>& entries()
         {"introduction-join", [](const Setting&) { return introduction(); }},
         {"introduction-leave", joined},
         {"unbind", unbind},
-        {"credentials", [](const Setting&) { return credentials(); }},
+        {"credentials", [](const Setting&) { return afterNext(introduction()); }},
         {"join-options", joinOptions},
         {"join-options-advanced", advancedOptions},
         {"cloud", [](const Setting&) { return cloud(); }},
         {"leave", leave},
         {"leave-without-contact", leaveWithoutContact},
-        {"conclusion-join", joinConclusion},
-        {"conclusion-leave", leaveConclusion},
+        {"conclusion-join", [](const Setting& setting) { return afterNext(joinOptions(setting)); }},
+        {"conclusion-leave",
+         [](const Setting& setting) { return afterNext(leaveWithoutContact(setting)); }},
         {"progress-join", [](const Setting&) { return dialog<LoadJoin>(); }, false},
         {"progress-containers", [](const Setting&) { return dialog<LoadCN>(); }, false},
         {"progress-leave", [](const Setting&) { return dialog<LoadLeave>(); }, false},
         {"containers", containerBrowser},
-        {"warning",
-         [](const Setting&) { return warning(refusedCheck(QString::fromLatin1(refusal))); }, false},
-        {"warning-long",
-         [](const Setting&) { return warning(QString::fromLatin1(refusal).repeated(40)); }, false},
+        {"warning", [](const Setting&) { return warning(refusedCheck(refusal)); }, false},
+        {"warning-long", [](const Setting&) { return warning(refusal.repeated(40)); }, false},
         {"about", [](const Setting&) { return std::make_unique<DialogScene<about>>(nullptr); },
          false},
     };

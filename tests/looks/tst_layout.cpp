@@ -81,14 +81,9 @@ QStringList clippingsInAllSizes(QWidget* window)
     return found;
 }
 
-int leftOf(const QWidget* widget)
+QPoint cornerOf(const QWidget* widget)
 {
-    return widget->mapTo(widget->window(), QPoint()).x();
-}
-
-int topOf(const QWidget* widget)
-{
-    return widget->mapTo(widget->window(), QPoint()).y();
+    return widget->mapTo(widget->window(), QPoint());
 }
 
 } // namespace
@@ -215,16 +210,19 @@ private slots:
     {
         NEEDS_TOOLS();
         const auto opened = Scenes::open("join-options-advanced");
-        const auto find = [&](const char* name) {
-            return child<QWidget>(opened->content(), QString::fromLatin1(name));
+        const auto placeOf = [&](const char* name) {
+            const auto* widget = child<QWidget>(opened->content(), name);
+            return QRect(cornerOf(widget), widget->size());
         };
         for (int points = smallest(); points <= largest(); ++points) {
             setFontSize(points);
-            QCOMPARE(topOf(find("AutoButton")), topOf(find("label_2")));
-            QCOMPARE(topOf(find("ZoneButton")), topOf(find("label_4")));
-            QVERIFY(topOf(find("ZoneEdit")) > topOf(find("label_4")) + find("label_4")->height());
-            QCOMPARE(leftOf(find("ZoneEdit")), leftOf(find("label_4")));
-            QCOMPARE(leftOf(find("ZoneEdit")), leftOf(find("label_2")));
+            const QRect automatic = placeOf("label_2");
+            const QRect zone = placeOf("label_4");
+            QCOMPARE(placeOf("AutoButton").top(), automatic.top());
+            QCOMPARE(placeOf("ZoneButton").top(), zone.top());
+            QVERIFY(placeOf("ZoneEdit").top() > zone.bottom() + 1);
+            QCOMPARE(placeOf("ZoneEdit").left(), zone.left());
+            QCOMPARE(placeOf("ZoneEdit").left(), automatic.left());
         }
     }
 
@@ -299,8 +297,8 @@ private slots:
         for (int points = smallest(); points <= largest(); ++points) {
             setFontSize(points);
             for (const QString& edit : edits)
-                QCOMPARE(leftOf(child<QWidget>(opened->content(), edit)),
-                         leftOf(child<QWidget>(opened->content(), edits.first())));
+                QCOMPARE(cornerOf(child<QWidget>(opened->content(), edit)).x(),
+                         cornerOf(child<QWidget>(opened->content(), edits.first())).x());
         }
     }
 

@@ -1,4 +1,5 @@
 #include "tests/looks/places.h"
+#include "tests/support/files.h"
 #include "tests/support/worldtest.h"
 
 #include <QDir>
@@ -29,15 +30,8 @@ private slots:
     void sceneIsLaidOutAsLaidDown()
     {
         QFETCH(QString, scene);
-        QFile file(QString(PLACES_FOLDER "/%1.txt").arg(scene));
-        QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(file.fileName()));
-        QStringList laidDown = QString::fromUtf8(file.readAll()).split('\n');
-        QStringList seen = layoutOf(scene).split('\n');
-        while (!laidDown.isEmpty() && !seen.isEmpty() && laidDown.first() == seen.first()) {
-            laidDown.removeFirst();
-            seen.removeFirst();
-        }
-        QCOMPARE(seen, laidDown);
+        const QByteArray laidDown = readFile(PLACES_FOLDER "/" + scene + ".txt");
+        QCOMPARE(layoutOf(scene).split('\n'), QString::fromUtf8(laidDown).split('\n'));
     }
 };
 

@@ -12,6 +12,7 @@ namespace {
 constexpr int stepLasts = 300;    // ms
 constexpr int watchedAfter = 300; // ms
 
+const int moments = qMax(2, qEnvironmentVariableIntValue("MOMENTS"));
 const QPoint nextButton(740, 575); // in the wizard's window
 
 QStringList typed(const QString& text)
@@ -52,10 +53,9 @@ void addMoments(const QStringList& ways, int until = stepLasts)
 {
     QTest::addColumn<QString>("way");
     QTest::addColumn<int>("moment");
-    const int count = qMax(2, qEnvironmentVariableIntValue("MOMENTS"));
     for (const QString& way : ways) {
-        for (int i = 0; i < count; ++i) {
-            const int moment = i * until / count;
+        for (int i = 0; i < moments; ++i) {
+            const int moment = i * until / moments;
             QTest::addRow("%s at %d ms", qPrintable(way), moment) << way << moment;
         }
     }
@@ -239,7 +239,7 @@ private slots:
 
     void aPressCountsAsSoonAsThePageIsUp()
     {
-        for (int i = 0; i < qMax(2, qEnvironmentVariableIntValue("MOMENTS")); ++i) {
+        for (int i = 0; i < moments; ++i) {
             Program program;
             QVERIFY(program.nextRuns("mvinfo"));
             QVERIFY(program.nextRuns("mvedit"));
@@ -251,7 +251,7 @@ private slots:
 
     void aPressClosesAMessageAsSoonAsItIsUp()
     {
-        for (int i = 0; i < qMax(2, qEnvironmentVariableIntValue("MOMENTS")); ++i) {
+        for (int i = 0; i < moments; ++i) {
             World::answer("mvedit", {"", "", 1});
             Program program;
             QVERIFY(program.nextRuns("mvinfo"));
