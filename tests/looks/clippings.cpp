@@ -40,11 +40,6 @@ QRect placeBeside(const QWidget* other, const QWidget* widget)
     return {widget->mapTo(window, QPoint()), widget->size()};
 }
 
-QString sizes(const QString& what, int given, int needed)
-{
-    return QString("%1 is %2, needs %3").arg(what).arg(given).arg(needed);
-}
-
 int widestWord(const QWidget* widget, const QString& text)
 {
     int widest = 0;
@@ -66,9 +61,9 @@ bool lacksLines(const QWidget* widget, const QString& text)
 void measureSize(const QWidget* widget, const QSize& needed, QStringList* found)
 {
     if (widget->width() < needed.width())
-        *found << sizes("width", widget->width(), needed.width());
+        *found << QString("width is %1, needs %2").arg(widget->width()).arg(needed.width());
     if (widget->height() < needed.height())
-        *found << sizes("height", widget->height(), needed.height());
+        *found << QString("height is %1, needs %2").arg(widget->height()).arg(needed.height());
 }
 
 // The text wraps: its words have to fit into the width, unless the label breaks them, and its lines

@@ -10,7 +10,6 @@
 #include "tests/support/wizarddriver.h"
 #include "widgets/queuedinput.h"
 
-#include <QRadioButton>
 #include <QTreeView>
 
 namespace Scenes {
@@ -92,7 +91,7 @@ std::unique_ptr<Page> joinOptions(const Setting& setting)
 std::unique_ptr<Page> advancedOptions(const Setting& setting)
 {
     auto page = joinOptions(setting);
-    page->on<QAbstractButton>("AdvancedButton")->setChecked(true);
+    page->click("AdvancedButton");
     return page;
 }
 
@@ -111,7 +110,7 @@ std::unique_ptr<Page> leave(const Setting& setting)
 std::unique_ptr<Page> leaveWithoutContact(const Setting& setting)
 {
     auto page = leave(setting);
-    page->on<QRadioButton>("radioButton_3")->click();
+    page->click("radioButton_3");
     return page;
 }
 

@@ -61,22 +61,17 @@ bool showsText(const QWidget* widget)
     return widget->inherits("QTextBrowser") || widget->inherits("QTreeView");
 }
 
-// The widget's part of the window, as it is and with its texts transparent.
-struct Pictures {
-    QImage withText;
-    QImage withoutText;
-};
-
-QImage partOf(QWidget* window, const QWidget* widget, const QRect& place)
+// A part of the widget, as the window shows it.
+QImage pictureOf(const QWidget* widget, const QRect& place)
 {
+    QWidget* window = widget->window();
     const QRect part(widget->mapTo(window, place.topLeft()), place.size());
     return window->grab(part).toImage().convertToFormat(QImage::Format_RGB32);
 }
 
-Pictures picturesOf(QWidget* window, QWidget* widget, const QRect& place)
+// The same with its texts transparent.
+QImage pictureWithoutTexts(QWidget* widget, const QRect& place)
 {
-    Pictures pictures;
-    pictures.withText = partOf(window, widget, place);
     const QPalette before = widget->palette();
     const bool wasSet = widget->testAttribute(Qt::WA_SetPalette);
     QPalette glass = before;
@@ -85,22 +80,24 @@ Pictures picturesOf(QWidget* window, QWidget* widget, const QRect& place)
           QPalette::HighlightedText})
         glass.setColor(role, Qt::transparent);
     widget->setPalette(glass);
-    pictures.withoutText = partOf(window, widget, place);
+    const QImage picture = pictureOf(widget, place);
     widget->setPalette(wasSet ? before : QPalette());
-    return pictures;
+    return picture;
 }
 
 // The lowest contrast of the text to a colour of its background. The text's colour is that of the
 // pixel that stands out most; 0 when no text is seen.
-qreal textContrast(const Pictures& pictures)
+qreal textContrast(QWidget* widget, const QRect& place)
 {
+    const QImage withText = pictureOf(widget, place);
+    const QImage withoutText = pictureWithoutTexts(widget, place);
     qreal strongest = 0;
     QColor text;
     QList<QColor> grounds;
-    for (int y = 0; y < pictures.withText.height(); ++y) {
-        for (int x = 0; x < pictures.withText.width(); ++x) {
-            const QColor with = pictures.withText.pixelColor(x, y);
-            const QColor without = pictures.withoutText.pixelColor(x, y);
+    for (int y = 0; y < withText.height(); ++y) {
+        for (int x = 0; x < withText.width(); ++x) {
+            const QColor with = withText.pixelColor(x, y);
+            const QColor without = withoutText.pixelColor(x, y);
             if (with == without)
                 continue;
             if (!grounds.contains(without))
@@ -155,7 +152,7 @@ private slots:
         for (auto* widget : opened->window()->findChildren<QWidget*>()) {
             if (!showsText(widget))
                 continue;
-            const qreal found = textContrast(picturesOf(opened->window(), widget, widget->rect()));
+            const qreal found = textContrast(widget, widget->rect());
             QVERIFY2(
                 found >= leastContrast,
                 qPrintable(QString("%1: contrast of %2").arg(widget->objectName()).arg(found)));
@@ -172,7 +169,7 @@ private slots:
         QPalette faint;
         faint.setColor(QPalette::WindowText, QColor(0x90, 0x90, 0x90));
         label->setPalette(faint);
-        const qreal found = textContrast(picturesOf(opened->window(), label, label->rect()));
+        const qreal found = textContrast(label, label->rect());
         QVERIFY(found > 1);
         QVERIFY(found < leastContrast);
     }
@@ -193,9 +190,7 @@ private slots:
         tree->setFocus();
         tree->setCurrentIndex(tree->model()->index(0, 0));
         const QRect row = tree->visualRect(tree->currentIndex());
-        const Pictures pictures =
-            picturesOf(opened->window(), tree, row.translated(tree->viewport()->pos()));
-        QVERIFY(textContrast(pictures) >= leastContrast);
+        QVERIFY(textContrast(tree, row.translated(tree->viewport()->pos())) >= leastContrast);
     }
 
     void imagesStandOut_data()

@@ -28,7 +28,7 @@ class TestKeyboard : public WorldTest
     Q_OBJECT
 
 private slots:
-    void tabOrder_data()
+    void tabGoesRoundFromTheFirstField_data()
     {
         addColumns<QString, QStringList>("scene", "order");
         addRow("introduction", "introduction-join", QStringList{"Next", "AboutButton"});
@@ -54,15 +54,14 @@ private slots:
         addRow("warning", "warning", QStringList{"WarningLabel", "buttonBox"});
     }
 
-    void tabOrder()
+    void tabGoesRoundFromTheFirstField()
     {
         QFETCH(QString, scene);
         QFETCH(QStringList, order);
         const auto opened = Scenes::open(scene);
-        // Scenes check a choice by click(), which gives it no focus.
-        auto* checked = opened->content()->findChild<QRadioButton*>(order.first());
-        if (checked != nullptr)
-            checked->setFocus();
+        // This scene checks its choice by click(), which gives it no focus.
+        if (scene == "leave-without-contact")
+            child<QRadioButton>(opened->content(), "radioButton_3")->setFocus();
         QCOMPARE(focusRound(Qt::Key_Tab), order);
         std::reverse(order.begin() + 1, order.end());
         QCOMPARE(focusRound(Qt::Key_Tab, Qt::ShiftModifier), order);
@@ -85,16 +84,6 @@ private slots:
             QTRY_VERIFY(!isInView(widget));
             widget->setFocus();
             QVERIFY(isInView(widget));
-        }
-    }
-
-    // tabOrder() shows it for other pages.
-    void pagesOpenAtTheirFirstField()
-    {
-        const QStringList firsts[] = {{"join-options", "AutoButton"}, {"leave", "radioButton"}};
-        for (const QStringList& first : firsts) {
-            const auto opened = Scenes::open(first.at(0));
-            QCOMPARE(focusName(), first.at(1));
         }
     }
 

@@ -36,22 +36,13 @@ void lengthenTexts(const QWidget* window)
         edit->setPlaceholderText(lengthened(edit->placeholderText()));
 }
 
-// Whether text has 72 dots to the inch, as on a Mac, and not 96.
-bool isLikeAMac()
+// The sizes for which the pages are made, in points: 10 to 14 on a Mac, which shows 13 and has 72
+// dots to the inch, and 9 to 11 on other desktops, which show 9 or 10.
+QList<int> pointSizes()
 {
-    return qEnvironmentVariableIntValue("QT_FONT_DPI") == 72;
-}
-
-// The sizes for which the pages are made, in points: 10 to 14 on a Mac, which shows 13, and 9 to 11
-// on other desktops, which show 9 or 10.
-int smallest()
-{
-    return isLikeAMac() ? 10 : 9;
-}
-
-int largest()
-{
-    return isLikeAMac() ? 14 : 11;
+    if (qEnvironmentVariableIntValue("QT_FONT_DPI") == 72)
+        return {10, 11, 12, 13, 14};
+    return {9, 10, 11};
 }
 
 void setFontSize(int points)
@@ -69,7 +60,7 @@ QStringList clippingsInAllSizes(QWidget* window)
     window->setUpdatesEnabled(false); // painting takes longest, and nothing is found by it
     for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
         QApplication::setLayoutDirection(direction);
-        for (int points = smallest(); points <= largest(); ++points) {
+        for (const int points : pointSizes()) {
             setFontSize(points);
             for (const QString& finding : clippings(window))
                 found << QString("%1 points, %2: %3")
@@ -214,7 +205,7 @@ private slots:
             const auto* widget = child<QWidget>(opened->content(), name);
             return QRect(cornerOf(widget), widget->size());
         };
-        for (int points = smallest(); points <= largest(); ++points) {
+        for (const int points : pointSizes()) {
             setFontSize(points);
             const QRect automatic = placeOf("label_2");
             const QRect zone = placeOf("label_4");
@@ -235,15 +226,11 @@ private slots:
         const auto end = [tree] { return tree->visualRect(tree->currentIndex()).right(); };
         QCOMPARE(end(), tree->viewport()->rect().right());
         QVERIFY(!tree->verticalScrollBar()->isVisible());
-        // The same beside a vertical scroll bar. A name that needs more room gets a horizontal one.
+        // The same beside a vertical scroll bar.
         for (int i = 0; i < 100; ++i)
             model->appendRow(new QStandardItem("OU=Macs"));
         QTRY_VERIFY(tree->verticalScrollBar()->isVisible());
         QTRY_COMPARE(end(), tree->viewport()->rect().right());
-        QVERIFY(!tree->horizontalScrollBar()->isVisible());
-        model->item(0)->appendRow(new QStandardItem(QString(200, QLatin1Char('m'))));
-        tree->setCurrentIndex(tree->model()->index(1, 0, tree->model()->index(0, 0)));
-        QTRY_VERIFY(tree->horizontalScrollBar()->isVisible());
     }
 
     void namesThatAreScrolledToAreNotCutOff()
@@ -294,7 +281,7 @@ private slots:
         QFETCH(QString, scene);
         QFETCH(QStringList, edits);
         const auto opened = Scenes::open(scene);
-        for (int points = smallest(); points <= largest(); ++points) {
+        for (const int points : pointSizes()) {
             setFontSize(points);
             for (const QString& edit : edits)
                 QCOMPARE(cornerOf(child<QWidget>(opened->content(), edit)).x(),
