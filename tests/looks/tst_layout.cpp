@@ -226,11 +226,15 @@ private slots:
         const auto end = [tree] { return tree->visualRect(tree->currentIndex()).right(); };
         QCOMPARE(end(), tree->viewport()->rect().right());
         QVERIFY(!tree->verticalScrollBar()->isVisible());
-        // The same beside a vertical scroll bar.
+        // The same beside a vertical scroll bar. A name that needs more room gets a horizontal one.
         for (int i = 0; i < 100; ++i)
             model->appendRow(new QStandardItem("OU=Macs"));
         QTRY_VERIFY(tree->verticalScrollBar()->isVisible());
         QTRY_COMPARE(end(), tree->viewport()->rect().right());
+        QVERIFY(!tree->horizontalScrollBar()->isVisible());
+        model->item(0)->appendRow(new QStandardItem(QString(200, QLatin1Char('m'))));
+        tree->setCurrentIndex(tree->model()->index(1, 0, tree->model()->index(0, 0)));
+        QTRY_VERIFY(tree->horizontalScrollBar()->isVisible());
     }
 
     void namesThatAreScrolledToAreNotCutOff()
