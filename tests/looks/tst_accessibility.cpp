@@ -93,7 +93,6 @@ private slots:
         QSet<const QObject*> reachable;
         collect(window, &reachable);
         for (auto* widget : opened->window()->findChildren<QWidget*>()) {
-            // What Qt's own widgets are made of is not read by itself, but as a part of them.
             const QAccessible::Role role = expectedRole(widget);
             if (!widget->isVisible() || role == QAccessible::NoRole)
                 continue;

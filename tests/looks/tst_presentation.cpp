@@ -32,15 +32,6 @@ public:
     int count = 0;
 };
 
-void verifyIsOver(const QWidget* dialog, const Wizard& wizard)
-{
-    const QPoint distance = dialog->frameGeometry().center() - wizard.frameGeometry().center();
-    QVERIFY2(qAbs(distance.x()) <= 2 && qAbs(distance.y()) <= 30,
-             dialog->metaObject()->className());
-    QCOMPARE(dialog->windowHandle()->transientParent(), wizard.windowHandle());
-    QVERIFY(dialog->parentWidget() == nullptr);
-}
-
 } // namespace
 
 class TestPresentation : public WorldTest
@@ -61,7 +52,12 @@ private slots:
         for (QDialog* dialog :
              std::initializer_list<QDialog*>{&join, &leave, &containers, &warning, &version}) {
             dialog->show();
-            verifyIsOver(dialog, driver.wizard);
+            const QPoint distance =
+                dialog->frameGeometry().center() - driver.wizard.frameGeometry().center();
+            QVERIFY2(qAbs(distance.x()) <= 2 && qAbs(distance.y()) <= 30,
+                     dialog->metaObject()->className());
+            QCOMPARE(dialog->windowHandle()->transientParent(), driver.wizard.windowHandle());
+            QVERIFY(dialog->parentWidget() == nullptr);
             dialog->hide();
         }
     }
