@@ -45,8 +45,9 @@ def await_button(caption):
     end = time.monotonic() + 20
     while time.monotonic() < end:
         try:
-            kept[caption] = find(caption)
-            if kept[caption] is not None:
+            button = find(caption)
+            if button is not None:
+                kept[caption] = button
                 return "shown"
         except GLib.Error:
             pass  # its program is busy, or has gone

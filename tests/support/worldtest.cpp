@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QMouseEvent>
 #include <QMutex>
+#include <QPointer>
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QTextBrowser>
@@ -107,8 +108,12 @@ void withModalDialogs(const std::function<void()>& action,
             return;
         handled = dialog;
         QObject::connect(dialog, &QObject::destroyed, &poll, [&handled] { handled = nullptr; });
-        // A message can be closed only once what a person did before it has been handled.
-        afterQueuedInput(dialog, [&handle, dialog] { handle(dialog); });
+        // A message can be closed only once what a person did before it has been handled. The
+        // handler may be gone when the dialog still is there, but not before the poll.
+        afterQueuedInput(&poll, [&handle, dialog = QPointer<QWidget>(dialog)] {
+            if (dialog != nullptr)
+                handle(dialog);
+        });
     });
     poll.start(1);
     action();
