@@ -61,7 +61,7 @@ public:
     {
         const QStringList texts =
             warningsDuring([&] { QTest::mouseClick(button(which), Qt::LeftButton); });
-        // What was queued before is handled here even if the wizard doesn't wait for it.
+        // What was queued is handled here, so that a press that wrongly counts is seen.
         QCoreApplication::processEvents();
         waitUntilFree();
         return texts;
@@ -103,7 +103,7 @@ public:
         on<QLineEdit>(edit)->setText(text);
     }
 
-    // Clicks a radio button or check box of the current page, also one that is not shown.
+    // Clicks a button of the current page, also one that is not shown.
     void click(const QString& name) const
     {
         on<QAbstractButton>(name)->click();

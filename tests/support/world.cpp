@@ -235,7 +235,7 @@ QString World::path(const QString& tool)
 
 void World::removeTool(const QString& tool)
 {
-    // Of the link to the stand-in this takes the link alone.
+    // A link goes without the stand-in that it leads to.
     std::error_code ignored;
     std::filesystem::remove_all(path(tool).toStdString(), ignored);
 }

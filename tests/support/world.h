@@ -26,7 +26,7 @@ struct Answer {
 };
 
 // The private mount namespace in which recording stand-ins are at the fixed paths of the agent's
-// and the system's tools. Nothing outside of it is written.
+// and the system's tools. The world writes nothing outside of it.
 //
 // An answer is given for a tool's name ("mvjoin"), or for a name and the last path component of its
 // first argument ("mvinfo -d", "mvedit check_domain_cred.tcl", "gui_helper_tool mvjoin"); the
