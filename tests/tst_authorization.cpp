@@ -58,11 +58,6 @@ QByteArray printedByShell(const QByteArray& script)
     return run.stream == nullptr ? "not started" : rest(run.stream);
 }
 
-void answerPrompt(int exitStatus)
-{
-    World::answer("authorization_prompt", {"", "", exitStatus});
-}
-
 } // namespace
 
 Q_DECLARE_METATYPE(Spoil)
@@ -161,9 +156,9 @@ private slots:
     void promptComesAgainAfterARefusal()
     {
         const AuthorizationRef reference = newReference();
-        answerPrompt(1);
+        World::answer("authorization_prompt", {"", "", 1});
         QCOMPARE(Run(reference, World::path("mvjoin")).status, -60006);
-        answerPrompt(0);
+        World::answer("authorization_prompt", {});
         QCOMPARE(Run(reference, World::path("mvjoin")).status, 0);
         QCOMPARE(World::callsOf("authorization_prompt").size(), 2);
         QCOMPARE(World::callsOf("mvjoin").size(), 1);
@@ -198,7 +193,7 @@ private slots:
         close(STDERR_FILENO);
         Run run(newReference(), "/bin/cat");
         const ssize_t written = write(STDERR_FILENO, "logged\n", 7);
-        run.finish();
+        run.finish(); // returns only because cat sees the end of its input
         dup2(kept, STDERR_FILENO);
         close(kept);
         QCOMPARE(run.status, 0);
@@ -248,13 +243,6 @@ private slots:
         siginfo_t info = {};
         QCOMPARE(waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT), 0);
         QCOMPARE(info.si_pid, 0);
-    }
-
-    void closingTellsTheToolItsInputHasEnded()
-    {
-        Run run(newReference(), "/bin/cat");
-        QCOMPARE(run.status, 0);
-        run.finish(); // returns only because cat sees the end of its input
     }
 
     void writingToAnEndedToolFails()
