@@ -33,24 +33,6 @@ private slots:
         QCOMPARE(visibleTexts(&page), QStringList{joinTemplate});
     }
 
-    void stateAtStartUpChoosesTheReport_data()
-    {
-        addColumns<bool, QString>("joined", "report");
-        addRow("joined: the leave's", true, leftText);
-        addRow("not joined: the join's", false, joinTemplate);
-    }
-
-    void stateAtStartUpChoosesTheReport()
-    {
-        QFETCH(bool, joined);
-        QFETCH(QString, report);
-        if (joined)
-            World::setJoined();
-        Conclusion page;
-        page.show();
-        QCOMPARE(visibleTexts(&page), QStringList{report});
-    }
-
     void aLaterStateDoesNotChooseTheReport()
     {
         World::setJoined();
@@ -69,10 +51,9 @@ private slots:
         addRow("empty", "");
         addRow("place marker", "%1");
         addRow("later place marker", "%2.test");
-        addRow("blanks and quotes", " ex'ample \"test\" ");
-        addRow("not ASCII", "m\u00fcnchen.test");
         addRow("markup", "<b>example</b>");
         addRow("long", QString(32767, 'x'));
+        addRow("blanks, quotes and more", " ex'ample \"test\" m\u00fcnchen ");
     }
 
     void joinReportNamesTheDomain()
@@ -80,9 +61,7 @@ private slots:
         QFETCH(QString, domain);
         WizardDriver driver;
         joining = true;
-        QCOMPARE(reportFor(driver, domain),
-                 "You have successfully joined your Mac to your Active Directory domain at " +
-                     domain + ".");
+        QCOMPARE(reportFor(driver, domain), QString(joinTemplate).replace("%1", domain));
         QCOMPARE(child<QLabel>(driver.wizard.page(7), "Complete_label")->textFormat(),
                  Qt::PlainText);
     }
@@ -94,8 +73,7 @@ private slots:
         reportFor(driver, "first.test");
         allowWarning("QString::arg: Argument missing");
         QCOMPARE(reportFor(driver, "second.test"),
-                 QString("You have successfully joined your Mac to your Active Directory domain at "
-                         "first.test."));
+                 QString(joinTemplate).replace("%1", "first.test"));
     }
 
     void withoutAJoinTheReportStaysAsItIs()
@@ -104,13 +82,6 @@ private slots:
         WizardDriver driver;
         QCOMPARE(reportFor(driver, "example.test"), joinTemplate);
         QCOMPARE(child<QLabel>(driver.wizard.page(7), "Left_label")->text(), leftText);
-    }
-
-    void itIsTheLastPage()
-    {
-        WizardDriver driver;
-        QCOMPARE(driver.wizard.page(7)->nextId(), -1);
-        QVERIFY(driver.wizard.page(7)->isFinalPage());
     }
 
     void enrollCheckSetsTheTextOfNext()
@@ -128,27 +99,19 @@ private slots:
         QVERIFY(page.findChild<QObject*>("Enrollcheck") == nullptr);
     }
 
+    void labelsTakeNoFocus()
+    {
+        const Conclusion page;
+        for (const QLabel* label : page.findChildren<QLabel*>())
+            QCOMPARE(label->focusPolicy(), Qt::NoFocus);
+    }
+
     void formHasItsNameTitleAndSize()
     {
         const Conclusion page;
         QCOMPARE(page.objectName(), QString("Conclusion"));
         QCOMPARE(page.windowTitle(), QString("Form"));
         QCOMPARE(page.size(), QSize(582, 524));
-    }
-
-    void labelsAreWrappedAndTakeNoFocus()
-    {
-        const Conclusion page;
-        const QList<QLabel*> labels = page.findChildren<QLabel*>();
-        QCOMPARE(labels.size(), 2);
-        QCOMPARE(labels.at(0)->objectName(), QString("Complete_label"));
-        QCOMPARE(labels.at(0)->text(), joinTemplate);
-        QCOMPARE(labels.at(1)->objectName(), QString("Left_label"));
-        QCOMPARE(labels.at(1)->text(), leftText);
-        for (const QLabel* label : labels) {
-            QVERIFY(label->wordWrap());
-            QCOMPARE(label->focusPolicy(), Qt::NoFocus);
-        }
     }
 };
 
