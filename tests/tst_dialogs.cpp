@@ -11,6 +11,7 @@
 
 #include <QPushButton>
 #include <QScrollBar>
+#include <QSignalSpy>
 
 #include <memory>
 
@@ -61,7 +62,6 @@ private slots:
         QCOMPARE(dialog->objectName(), QString(QTest::currentDataTag()));
         QTEST(dialog->windowTitle(), "title");
         QTEST(child<QLabel>(dialog.get(), "label")->text(), "text");
-        QVERIFY(child<QLabel>(dialog.get(), "label")->wordWrap());
     }
 
     void progressIsFixedAt440By220AndAWarningAt500By300()
@@ -69,8 +69,6 @@ private slots:
         for (const QString& name : progressDialogs + QStringList{"Warning"}) {
             const QSize size = name == "Warning" ? QSize(500, 300) : QSize(440, 220);
             const std::unique_ptr<QDialog> dialog = makeDialog(name);
-            dialog->show();
-            QCOMPARE(dialog->size(), size);
             QCOMPARE(dialog->minimumSize(), size);
             QCOMPARE(dialog->maximumSize(), size);
         }
@@ -146,24 +144,20 @@ private slots:
             dialog->show();
             QTest::keyClick(dialog.get(), Qt::Key_Escape);
             QCOMPARE(dialog->isVisible(), name != "LoadCN");
+            dialog->show();
+            QSignalSpy rejected(dialog.get(), &QDialog::rejected);
             dialog->close();
             QCOMPARE(dialog->isVisible(), name != "LoadCN");
+            QCOMPARE(rejected.size(), name == "LoadCN" ? 1 : 0);
             dialog->reject();
             QVERIFY(!dialog->isVisible());
         }
     }
 
-    void warningHasItsTitleAndNoModalityOfItsOwn()
+    void warningHasAReadOnlyTextOneButtonAndNoModalityOfItsOwn()
     {
         const Warning dialog;
-        QCOMPARE(dialog.objectName(), QString("Warning"));
-        QCOMPARE(dialog.windowTitle(), QString("WARNING"));
         QCOMPARE(dialog.windowModality(), Qt::NonModal);
-    }
-
-    void warningHasAReadOnlyTextAndOneButton()
-    {
-        const Warning dialog;
         QVERIFY(child<QTextBrowser>(&dialog, "WarningLabel")->isReadOnly());
         const auto* box = child<QDialogButtonBox>(&dialog, "buttonBox");
         QCOMPARE(box->orientation(), Qt::Horizontal);
