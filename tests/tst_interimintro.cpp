@@ -21,24 +21,6 @@ class TestInterimIntro : public WorldTest
     Q_OBJECT
 
 private slots:
-    void asksTheSystemForItsBinding()
-    {
-        InterimIntro page;
-        QVERIFY(page.validatePage());
-        QCOMPARE(World::calls().size(), 2);
-        QCOMPARE(World::calls().at(0).words(),
-                 QStringList({"authorization_prompt", "/usr/sbin/dsconfigad"}));
-        QCOMPARE(World::calls().at(1).path, QString("/usr/sbin/dsconfigad"));
-        QCOMPARE(World::calls().at(1).arguments, QStringList{"-show"});
-    }
-
-    void statusOfTheToolIsNotKnown()
-    {
-        World::answer("dsconfigad", {"Invalid arguments\n", "", 64});
-        InterimIntro page;
-        QVERIFY(page.validatePage());
-    }
-
     void reportDecidesTheNextPage_data()
     {
         addColumns<QByteArray, int>("report", "page");
@@ -64,28 +46,6 @@ private slots:
         InterimIntro page;
         QVERIFY(page.validatePage());
         QTEST(page.nextId(), "page");
-    }
-
-    void withoutADomainLineTheAgentDecides()
-    {
-        InterimIntro page;
-        QVERIFY(page.validatePage());
-        QCOMPARE(page.nextId(), 3);
-        QCOMPARE(World::calls().last().words(), QStringList({"mvinfo", "-d"}));
-        World::setJoined();
-        QVERIFY(page.validatePage());
-        QCOMPARE(page.nextId(), 6);
-        QCOMPARE(World::calls().last().words(), QStringList({"mvinfo", "-d"}));
-    }
-
-    void boundMacIsNotAskedWhetherJoined()
-    {
-        World::setJoined();
-        World::setBound();
-        InterimIntro page;
-        QVERIFY(page.validatePage());
-        QCOMPARE(page.nextId(), 2);
-        QCOMPARE(World::callsOf("mvinfo").size(), 0);
     }
 
     void beforeAnyCheckTheAgentDecides()
