@@ -96,16 +96,6 @@ private slots:
         QCOMPARE(openDescriptors(), before);
     }
 
-    void toolWithoutDescriptorsCannotBeExecuted()
-    {
-        const AuthorizationRef reference = newReference();
-        const Run granted(reference, World::path("mvjoin"));
-        const NoDescriptors none;
-        const Run run(reference, World::path("mvjoin"));
-        QCOMPARE(run.status, -60031);
-        QCOMPARE(run.stream, nullptr);
-    }
-
     void promptsAnswerDecides_data()
     {
         addColumns<int, int, int>("answer", "signal", "status");
@@ -137,20 +127,6 @@ private slots:
         const Call prompt = World::calls().at(0);
         QCOMPARE(prompt.path, QString("/usr/libexec/authorization_prompt"));
         QCOMPARE(prompt.arguments, QStringList{"/usr/local/sbin/mvjoin"});
-    }
-
-    void promptComesOncePerReference()
-    {
-        const AuthorizationRef first = newReference();
-        Run(first, World::path("mvjoin"));
-        Run(first, World::path("mvleave"));
-        QCOMPARE(World::callsOf("mvleave").first().words(), QStringList{"mvleave"});
-        QCOMPARE(World::callsOf("authorization_prompt").size(), 1);
-        Run(newReference(), World::path("mvleave"));
-        QCOMPARE(World::callsOf("authorization_prompt").size(), 2);
-        Run(first, World::path("mvleave"));
-        QCOMPARE(World::callsOf("authorization_prompt").size(), 2);
-        QCOMPARE(World::callsOf("mvleave").size(), 3);
     }
 
     void promptComesAgainAfterARefusal()
@@ -253,17 +229,6 @@ private slots:
         const auto size = static_cast<size_t>(much.size());
         QCOMPARE(fwrite(much.constData(), 1, size, run.stream), size_t(0));
         QVERIFY(ferror(run.stream) != 0);
-    }
-
-    void outputOfAnEndedToolIsWhole()
-    {
-        const QByteArray output =
-            QByteArray("0123456789abcde\n").repeated(4000); // fits into the socket
-        World::answer("mvjoin", {output, ""});
-        const Run run(newReference(), World::path("mvjoin"));
-        siginfo_t info = {};
-        QCOMPARE(waitid(P_ALL, 0, &info, WEXITED | WNOWAIT), 0);
-        QVERIFY(rest(run.stream) == output);
     }
 };
 
