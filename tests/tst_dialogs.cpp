@@ -186,14 +186,6 @@ private slots:
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
     }
 
-    void escapeRejectsAWarning()
-    {
-        Warning dialog;
-        withModalDialogs([&dialog] { dialog.exec(); },
-                         [](QWidget* shown) { QTest::keyClick(shown, Qt::Key_Escape); });
-        QCOMPARE(dialog.result(), int(QDialog::Rejected));
-    }
-
     // What had been pressed before the message came up must not close it unread; once that has
     // been handled, a press counts.
     void warningIsNotClosedBeforeItIsUp()

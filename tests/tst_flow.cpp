@@ -48,22 +48,6 @@ private slots:
         QCOMPARE(driver.page(), 0);
     }
 
-    void interimCheckIsRepeatedOnEachWayForward()
-    {
-        WizardDriver driver;
-        driver.next();
-        QCOMPARE(driver.page(), 3);
-        driver.back();
-        World::setBound();
-        driver.next();
-        QCOMPARE(driver.page(), 2);
-        driver.back();
-        World::setJoined();
-        World::answer("dsconfigad -show", {});
-        driver.next();
-        QCOMPARE(driver.page(), 6);
-    }
-
     void wholeJoin()
     {
         World::answer("gui_helper_tool", {"Joined\n", "", 0, 0, true});

@@ -7,8 +7,6 @@
 #include <QThreadPool>
 #include <QtConcurrentRun>
 
-#include <csignal>
-
 namespace {
 
 using Texts = QMap<QString, QString>;
@@ -53,23 +51,6 @@ private slots:
         QCOMPARE(World::callsOf("gui_helper_tool").size(), 1);
     }
 
-    void anAbnormalEndShowsWhatWasCollected()
-    {
-        answerHelper("Joining\n", 0, SIGKILL);
-        JoinDriver driver;
-        QCOMPARE(driver.next(), QStringList{"Joining\n"});
-        QCOMPARE(driver.page(), 4);
-    }
-
-    void aNewRunForgetsThePreviousOutput()
-    {
-        answerHelper("Unknown user\n", 1);
-        JoinDriver driver;
-        driver.next();
-        answerHelper("", 1);
-        QCOMPARE(driver.next(), QStringList{""});
-    }
-
     void afterAFailureAllChoicesStayAndJoinWorksAgain()
     {
         answerHelper("Busy\n", 1);
@@ -107,8 +88,6 @@ private slots:
                QStringList{"-w"} + name);
         addRow("Apple UID scheme", open + QStringList{"AppleUIDCheck"}, Texts(),
                QStringList{"-w", "-e"} + name);
-        addRow("Apple UID scheme, then a zone", open + QStringList{"AppleUIDCheck", "ZoneButton"},
-               Texts{{"ZoneEdit", "MacZone"}}, QStringList{"-z", "MacZone"} + name);
         addRow("Apple UID scheme, hidden again", open + QStringList{"AppleUIDCheck"} + open,
                Texts(), QStringList{"-w", "-e"} + name);
         addRow("overwriting, hidden again", open + QStringList{"ForceLeave"} + open, Texts(),
