@@ -167,6 +167,7 @@ private slots:
                                   "ContainerDNLabel", "PDSLabel",       "AliasLabel"};
         for (const QString& edit : edits)
             driver.type(edit, "typed in " + edit);
+        const QStringList typed = driver.texts(edits);
         for (const QString& button : buttons) {
             if (!driver.isChecked(button))
                 driver.click(button);
@@ -174,8 +175,7 @@ private slots:
         driver.back();
         QCOMPARE(driver.page(), 3);
         driver.next();
-        for (const QString& edit : edits)
-            QCOMPARE(driver.text(edit), "typed in " + edit);
+        QCOMPARE(driver.texts(edits), typed);
         for (const QString& button : buttons)
             QVERIFY2(driver.isChecked(button), qPrintable(button));
         QVERIFY(driver.on<QWidget>("AliasEdit")->isVisible());
