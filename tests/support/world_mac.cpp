@@ -63,11 +63,6 @@ QList<Call> World::callsOf(const QString&)
     lacksTools();
 }
 
-void World::removeTool(const QString&)
-{
-    lacksTools();
-}
-
 int World::threads()
 {
     thread_act_array_t threads = nullptr;
