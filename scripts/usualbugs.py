@@ -15,9 +15,9 @@ class Bug(NamedTuple):
 
 
 OPPOSITES = {"==": "!=", "!=": "==", "&&": "||", "||": "&&", "<": "<=", "<=": "<", ">": ">=", ">=": ">",
-             "-eq": "-ne", "-ne": "-eq", "-z": "-n", "-n": "-z", "true": "false", "false": "true",
-             "True": "False", "False": "True", "and": "or", "or": "and", "+ 1": "", "- 1": ""}
-NEGATED = {"==", "!=", "&&", "||", "-eq", "-ne", "-z", "-n", "and", "or"}
+             "-eq": "-ne", "-ne": "-eq", "-z": "-n", "-n": "-z", "eq": "ne", "ne": "eq", "true": "false",
+             "false": "true", "True": "False", "False": "True", "and": "or", "or": "and", "+ 1": "", "- 1": ""}
+NEGATED = {"==", "!=", "&&", "||", "-eq", "-ne", "-z", "-n", "eq", "ne", "and", "or"}
 SYMBOL = r"(?<= )(==|!=|&&|\|\||<=|>=|<|>|\+ 1|- 1)(?=[ );\]])"
 NUMBER = r"(?<![\w.#$%&\"':-])(\d+)(?![\w.\"'])"
 STRING = r'"((?:[^"\\\n]|\\.)*)"'
@@ -78,7 +78,7 @@ def language(path, text):
     if path.suffix == ".tcl":
         return TCL
     first = text.split("\n", 1)[0]
-    for name, rules in (("python", PYTHON), ("perl", PERL), ("sh", BASH)):
+    for name, rules in (("python", PYTHON), ("perl", PERL), ("mvedit", TCL), ("sh", BASH)):
         if name in first:
             return rules
     return None
@@ -107,11 +107,10 @@ def in_line(rules, line, previous):
 
     for match in re.finditer(rules["word"], line):
         word = match.group()
-        opposite = OPPOSITES.get(word, {"eq": "ne", "ne": "eq"}.get(word))
         if is_code(match.start()):
-            kind = ("condition negated" if word in NEGATED or word in ("eq", "ne") else
+            kind = ("condition negated" if word in NEGATED else
                     "constant changed" if word in ("true", "false", "True", "False") else "boundary moved")
-            yield kind, match.start(), match.end(), opposite
+            yield kind, match.start(), match.end(), OPPOSITES[word]
     for match in re.finditer(NUMBER, line):
         if is_code(match.start()):
             yield "constant changed", *match.span(), str(int(match.group()) + 1)
