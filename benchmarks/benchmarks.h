@@ -21,6 +21,9 @@ QByteArray listing(const benchmark::State& state);
 // The application object, made at the first call.
 void needApplication();
 
+// Makes the application, and the script print the listing from now on.
+void answerWithListing(const benchmark::State& state);
+
 // Processor time in seconds that this process, without its children, has used.
 double processorTime();
 

@@ -88,10 +88,9 @@ void floorModelShown(benchmark::State& state)
     needApplication();
     cnbrowserhelper helper;
     Level tree;
-    Answer answer;
-    answer.output = wideListing();
-    World::answer(QStringLiteral("mvedit"), answer);
-    const QStringList names = QString::fromUtf8(answer.output).split(QLatin1Char('\n'));
+    const QByteArray output = wideListing();
+    World::answer(QStringLiteral("mvedit"), {output, ""});
+    const QStringList names = QString::fromUtf8(output).split(QLatin1Char('\n'));
     for (const QString& name : names)
         helper.parseCNData(name, &tree);
     const std::vector<ReadyTexts> texts = readyTexts(tree);
@@ -109,12 +108,6 @@ void floorModelShown(benchmark::State& state)
         view->setModel(model);
         show(&browser);
     });
-}
-
-void answerWithListing(const benchmark::State& state)
-{
-    needApplication();
-    World::answer(QStringLiteral("mvedit"), {listing(state), ""});
 }
 
 void treeBuilt(benchmark::State& state)

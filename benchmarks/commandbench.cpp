@@ -13,8 +13,10 @@ std::string command()
     return "cat '" + inputFolder.toStdString() + "/text'";
 }
 
-void takeMemory(benchmark::State& state, double before)
+void measureMemory(benchmark::State& state, const std::function<void()>& action)
 {
+    const double before = residentMemory();
+    measure(state, action);
     state.counters["bytes"] = peakMemory() - before;
 }
 
@@ -31,34 +33,26 @@ std::string readPlainly()
 
 void runCmdOfText(benchmark::State& state)
 {
-    const double before = residentMemory();
     QString output;
-    measure(state, [&] { runCmd(command().c_str(), &output); });
-    takeMemory(state, before);
+    measureMemory(state, [&] { runCmd(command().c_str(), &output); });
 }
 
 void textReadPlainlyAndConverted(benchmark::State& state)
 {
-    const double before = residentMemory();
     QString output;
-    measure(state, [&] { output = QString::fromStdString(readPlainly()); });
-    takeMemory(state, before);
+    measureMemory(state, [&] { output = QString::fromStdString(readPlainly()); });
 }
 
 void returnValueOfText(benchmark::State& state)
 {
-    const double before = residentMemory();
     std::string output;
-    measure(state, [&] { output = getReturnValue(command().c_str()); });
-    takeMemory(state, before);
+    measureMemory(state, [&] { output = getReturnValue(command().c_str()); });
 }
 
 void textReadPlainly(benchmark::State& state)
 {
-    const double before = residentMemory();
     std::string output;
-    measure(state, [&] { output = readPlainly(); });
-    takeMemory(state, before);
+    measureMemory(state, [&] { output = readPlainly(); });
 }
 
 BENCHMARK(runCmdOfText)->Iterations(1)->UseManualTime();

@@ -25,8 +25,14 @@ void needApplication()
     static char name[] = "benchmarks";
     static char* argv[] = {name, nullptr};
     if (qApp == nullptr)
-        new QApplication(argc, argv); // deleted by main(): at exit Qt 6 can't any more
+        new QApplication(argc, argv); // deleted by main(): at exit is too late with Qt 6
     QApplication::setQuitOnLastWindowClosed(false);
+}
+
+void answerWithListing(const benchmark::State& state)
+{
+    needApplication();
+    World::answer(QStringLiteral("mvedit"), {listing(state), ""});
 }
 
 double processorTime()

@@ -2,7 +2,6 @@
 #include "benchmarks/floormodel.h"
 
 #include "browser/cnbrowserhelper.h"
-#include "tests/support/world.h"
 
 #include <QEventLoop>
 #include <QStandardItemModel>
@@ -76,12 +75,6 @@ cnbrowserhelper* newLoader()
     loader->getCNData();
     running.exec();
     return loader;
-}
-
-void answerWithListing(const benchmark::State& state)
-{
-    needApplication();
-    World::answer(QStringLiteral("mvedit"), {listing(state), ""});
 }
 
 void outputToModel(benchmark::State& state)
