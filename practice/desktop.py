@@ -18,7 +18,7 @@ from screen import DESCRIPTOR, DESKTOP, HEIGHT, WIDTH, Screen  # noqa: E402
 SECONDS = 20  # that anything awaited may take
 BUTTONS = ("push button", "radio button", "check box", "toggle button")
 EDITS = ("text", "password text", "entry")
-KEY_NAMES = {"ctrl+a": "Ctrl A", "Return": "Return", "Right": "→", "Home": "Home"}  # as the film shows them
+KEY_NAMES = {"ctrl+a": "Ctrl A", "Right": "→"}  # as the film shows them, where that differs
 TEXTS = ("label", "text", "document frame", "paragraph")
 
 
@@ -53,10 +53,10 @@ class Desktop(Screen):
             self.film = None
 
     def await_window(self, title):
-        """Awaits the window with this title; openbox gives it the keyboard as it opens."""
-        return self.await_that(f"no window {title}", lambda: subprocess.run(
-            ["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"],
-            stdout=subprocess.PIPE, check=False).stdout)
+        """Awaits that the window with this title has the keyboard."""
+        self.await_that(f"no window {title}", lambda: subprocess.run(
+            ["xdotool", "getwindowfocus", "getwindowname"], stdout=subprocess.PIPE,
+            stderr=subprocess.DEVNULL, text=True, check=False).stdout == f"{title}\n")
 
     # Seeing
 
