@@ -24,8 +24,6 @@ typedef struct {
 typedef AuthorizationItemSet AuthorizationRights;
 typedef AuthorizationItemSet AuthorizationEnvironment;
 
-#define kAuthorizationEmptyEnvironment NULL
-
 enum { kAuthorizationFlagDefaults = 0 };
 
 enum { errAuthorizationSuccess = 0, errAuthorizationCanceled = -60006 };
