@@ -5,8 +5,7 @@
 
 int main(int argc, char* argv[])
 {
-    // Scales windows on dense screens where the system doesn't, with sharp icons. Qt 6 does both
-    // unasked.
+    // Scales windows on dense screens, with sharp icons; Qt 6 does both unasked.
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);

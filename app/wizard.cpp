@@ -27,7 +27,6 @@ Wizard::Wizard(QWidget* parent) : QWizard(parent), ui(new Ui_Wizard)
     setWizardStyle(QWizard::MacStyle);
     setPixmap(QWizard::BackgroundPixmap, QPixmap(QStringLiteral(":/:/background.png")));
     ui->setupUi(this);
-    setOption(QWizard::NoBackButtonOnLastPage);
     // Next and Back call checkNext() and checkBack() in place of QWizard's steps.
     disconnect(button(QWizard::NextButton), &QAbstractButton::clicked, nullptr, nullptr);
     disconnect(button(QWizard::BackButton), &QAbstractButton::clicked, nullptr, nullptr);
@@ -123,13 +122,13 @@ void Wizard::showAbout()
         about(nullptr).exec();
 }
 
-// An assistive press is carried out a moment later, even if its button has been disabled meanwhile.
+// Asks `held`, too: an assistive press comes a moment later, even if its button is disabled then.
 void Wizard::checkNext()
 {
     if (isUnderDialog() || !held.isEmpty())
         return;
-    // Painted as pressed, also after a key, and stays so while the page's check keeps the program
-    // from painting. hold(), which next() leads to, disables the button and so lets it up again.
+    // Painted as pressed, after a key, too. hold(), to which next() comes first, disables the
+    // button and so lets it up, but the page's check then keeps the program from painting that.
     QAbstractButton* pressed = button(QWizard::NextButton);
     pressed->setDown(true);
     pressed->repaint();
@@ -161,11 +160,11 @@ void Wizard::endStep(bool forward)
 // Text that was typed meanwhile goes to the page's edits.
 void Wizard::hold(bool alsoChoices)
 {
-    aboutAction->setEnabled(false);
     currentPage()->setAttribute(Qt::WA_TransparentForMouseEvents);
     const QList<QAbstractButton*> buttons = findChildren<QAbstractButton*>();
     for (QAbstractButton* button : buttons) {
-        const bool isChoice = qobject_cast<QPushButton*>(button) == nullptr;
+        const bool isChoice = qobject_cast<QPushButton*>(button) == nullptr &&
+                              qobject_cast<QToolButton*>(button) == nullptr;
         // A choice that has the focus keeps it: a press on it starts nothing.
         if (!button->isEnabled() || (isChoice && (!alsoChoices || button == focusWidget())))
             continue;
@@ -176,6 +175,7 @@ void Wizard::hold(bool alsoChoices)
         button->setEnabled(false);
         held.append(button);
     }
+    aboutAction->setEnabled(false); // its button by now has given up the focus to heldFocus
 }
 
 void Wizard::release()
@@ -232,7 +232,7 @@ void Wizard::pageAdjustment(bool forward)
             break;
         }
         next();
-        // The query of the system's binding was refused: back to the first page.
+        // The query of the system's binding was refused or did not start: back to the first page.
         if (currentId() == PageId::Interim)
             restart();
         break;

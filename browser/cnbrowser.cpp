@@ -4,6 +4,7 @@
 #include "browser/cnbrowserhelper.h"
 #include "browser/containeritems.h"
 #include "pages/dialogs/warning.h"
+#include "widgets/presentation.h"
 
 #include <QDebug>
 #include <QStandardItemModel>
@@ -72,6 +73,8 @@ void cnbrowser::drawCNTreeModel()
 
 void cnbrowser::chooseButtonClicked()
 {
+    if (isUnderDialog())
+        return;
     QModelIndex current = ui->browserTree->currentIndex();
     if (!current.isValid() || current.data().toString().startsWith(QLatin1String("DC"))) {
         qDebug() << "display error msg!";

@@ -28,7 +28,7 @@ public:
     void clearData();
 
 public slots:
-    // Shows what the loader fetched, if usable, and emits treeDrawingDone(); without one, nothing.
+    // Shows what the loader fetched, if usable, and emits treeDrawingDone(). Idle without a loader.
     void drawCNTreeModel();
     // Emits browseChooseButtonClicked() and closes; shows a warning when nothing, or a component of
     // the domain's own name, is chosen.

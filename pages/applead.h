@@ -20,8 +20,8 @@ public:
     // Checks the credentials and unbinds; false, with a warning shown, when the check failed.
     bool validatePage() override;
 
-    // Reads the bound domain with administrator rights and shows it. What the page shows stays when
-    // that is refused; the field, which QWizard empties on the way back, then stays empty.
+    // Reads the bound domain with administrator rights into label and field. Where that is refused
+    // both stay: the label as it was, the field empty if QWizard has emptied it on the way back.
     void setUIDomain();
     // Removes the binding; always true, since the tool's own status can't be had.
     bool leaveAppleAD();

@@ -13,11 +13,11 @@ public:
     explicit Conclusion(QWidget* parent = nullptr);
     ~Conclusion() override;
 
-    // Puts the domain into the join's report, the first time that a join was tried.
+    // Puts the domain into the join's report, once, where a join was tried.
     void initializePage() override;
 
 private slots:
-    // Not called: the form has no widget of this name.
+    // Not called: the form has no widget of this name, of which Qt warns at each start.
     void on_Enrollcheck_toggled(bool checked);
 
 private:

@@ -18,7 +18,7 @@ public:
     explicit InterimIntro(QWidget* parent = nullptr);
     ~InterimIntro() override;
 
-    // Runs the query; false when it was refused or has failed.
+    // Runs the query; false when it was refused or could not be started.
     bool validatePage() override;
     // The unbind page where macOS is bound, the leave page where the Mac is joined, else the
     // credentials page. Consumes the query's output up to the line that decides.

@@ -240,7 +240,6 @@ bool JoinType::validatePage()
 {
     joining = true; // stays, also when the join fails
     char** arguments = convertQSLtoArray(joinArguments());
-
     const int status =
         runBehind(new LoadJoin, this, &JoinType::runMVJoin, &JoinType::finishedMVJoin, arguments);
     if (status == 0) {

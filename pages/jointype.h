@@ -9,7 +9,7 @@ class Ui_JoinType;
 class cnbrowser;
 
 // Lets the user choose how the Mac is joined, and joins it when Next, which reads "Join" here, is
-// pressed. Registers "DomainContainerDN".
+// pressed. Registers "DomainContainerDN", which no page reads.
 class JoinType : public QWizardPage
 {
     Q_OBJECT

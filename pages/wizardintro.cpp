@@ -10,7 +10,7 @@ WizardIntro::WizardIntro(QWidget* parent) : QWizardPage(parent), ui(new Ui_Wizar
 {
     ui->setupUi(this);
     if (isJoined()) {
-        // The agent's answer as it is: without a full stop, and with the line end at its end.
+        // The agent's answer as it is, with the line end at its end; no full stop follows it.
         const std::string domain = getReturnValue(Tools::domainCommand);
         ui->Domain_label->setText(tr("You are currently joined to ") + domain.c_str());
         ui->Join_label->hide();

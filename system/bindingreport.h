@@ -12,7 +12,7 @@ public:
     BindingReport(const BindingReport&) = delete;
     BindingReport& operator=(const BindingReport&) = delete;
 
-    // The privileged runner's result code: 0 once the tool has ended well.
+    // The privileged runner's result code: 0 once the tool was started, however it ends.
     int status() const;
     // The next chunk (see StreamReader) with the words "Active Directory Domain" in it; null when
     // none is left. Valid until the next call.

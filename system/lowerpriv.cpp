@@ -15,7 +15,7 @@ priv* g_pProcess = new LowerPriv;
 LowerPriv::LowerPriv()
 {
     // A virtual call, which during construction reaches this class's own function. A failure shows
-    // as the error code of the first privileged run.
+    // as the error code of every privileged run.
     setupauth(); // NOLINT(clang-analyzer-optin.cplusplus.VirtualCall)
 }
 

@@ -4,7 +4,6 @@
 LoadLeave::LoadLeave(QWidget* parent) : ProgressDialog(parent), ui(new Ui_LoadLeave)
 {
     ui->setupUi(this);
-    // Overrides the form's title, which says nothing.
     setWindowTitle(tr("Leaving"));
 }
 
