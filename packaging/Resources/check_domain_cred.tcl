@@ -1,4 +1,3 @@
-#!/usr/bin/env tclsh
 # Checks an administrator's name and password against a domain: signs in and asks it one question.
 #
 # usage: check_domain_cred.tcl DOMAIN USER PASSWORD
