@@ -20,12 +20,10 @@ namespace eval session {
     variable causes {
         {password (has )?expired|changing password}
         "The password of $user has expired or must be changed: change it, for example by logging in once."
-        {server.*krbtgt.* (not found|unknown)}
+        {(server.*krbtgt.*|enterprise name) (not found|unknown)}
         "The domain $domain knows no $user: check the name, and its suffix or short domain name."
         {server.* (not found|unknown)}
         "The domain does not know the service of $controller: have that account's service names checked."
-        {enterprise name (not found|unknown)}
-        "The domain $domain knows no $user: check the name, and its suffix or short domain name."
         {client (not found|unknown)}
         "The user $user is not known in the domain $domain: check the user name."
         {password incorrect|preauthentication failed|decrypt integrity check failed}
@@ -111,8 +109,8 @@ proc session::make_directory {} {
     set directory [string trim $answer]
 }
 
-# The settings name one controller, so kinit doesn't ask DNS, which may be slow, for the others. `kdcs` is
-# how it can be asked, the best way first.
+# The settings name one controller, as the master, too: MIT's kinit would ask DNS, which may be slow, for
+# one that isn't named, as after a wrong password. `kdcs` is how it can be asked, the best way first.
 proc session::write_settings {kdcs} {
     variable domain; variable controller; variable directory
     set realm [string toupper $domain]
@@ -143,7 +141,7 @@ proc session::sign_in {password} {
     array set env [list KRB5_CONFIG $directory/krb5.conf KRB5CCNAME $ticket]
     array set env {LDAPSASL_NOCANON on LC_ALL C} ;# no reverse DNS; messages in English, as `causes` has them
     # -E is the option of MIT's kinit for an enterprise name. The Mac's is Heimdal's, which has others, asks
-    # by UDP unless it is told TCP, and without -c renews a ticket of the user's own that it finds.
+    # by UDP unless it is told TCP, and without -c would write over a ticket of the user's own.
     lassign [list $controller -E] kdcs enterprise from
     if {[string match *Heimdal* [lindex [execute "" kinit --version] 1]]} {
         lassign [list "tcp/$controller $controller" --enterprise --password-file=STDIN] kdcs enterprise from
@@ -188,16 +186,16 @@ proc session::explain {answer refusal} {
     set wording [regsub -all -line {Password for .*: } $answer ""]
     set wording [regsub -all -line {Client ['(].*\\@.*[')]} $wording "Enterprise name"]
     set wording [regsub -all -line {Client ['(].*[')]} $wording "Client"]
-    # Where kinit says that it can't reach another domain's controllers, which that domain's users need, this
-    # one isn't lost. When it falls silent, it doesn't say whose answer it waits for.
-    set kerberos "(contact|reach) any KDC (for|in) realm '?${domain}(?!\[-.]?\\w)"
-    if {[regexp -nocase "$kerberos|can't contact ldap|timed out" $wording]} {
-        fail "The controller $controller stopped answering: check the network, and try again." $answer LOST
-    }
     foreach {pattern sentence} $causes {
         if {[regexp -nocase -line $pattern $wording]} {
             fail [subst -nocommands -nobackslashes $sentence] $answer
         }
+    }
+    # A kinit that can't reach another domain's controllers, which that domain's users need, says so; this
+    # one isn't lost then. A silent tool doesn't say for whom it waits, so this one counts as lost.
+    set kerberos "(contact|reach) any KDC (for|in) realm '?${domain}(?!\[-.]?\\w)"
+    if {[regexp -nocase "$kerberos|can't contact ldap|timed out" $wording]} {
+        fail "The controller $controller stopped answering: check the network, and try again." $answer LOST
     }
     fail "$refusal; ask its administrators: [regsub -all {\s+} [string trim $wording] { }]" $answer
 }

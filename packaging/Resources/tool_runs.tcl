@@ -2,15 +2,16 @@
 
 # Runs a tool, while no other runs, to its end with `input` as its standard input. Returns its exit status
 # and what it wrote. Looks at it every ten seconds: when nothing has come since the last look, ends it and
-# returns -1 and "TOOL: timed out".
+# returns -1 and what it wrote with the line "TOOL: timed out".
 proc session::execute {input args} {
     variable output
     set channel [start $input {*}$args]
     set heard 0
     while {[next_ended 10000] eq ""} {
         if {[string length $output($channel)] == $heard} {
+            set text [written $channel]
             stop_all
-            return [list -1 "[lindex $args 0]: timed out"]
+            return [list -1 [string trimleft "$text\n[lindex $args 0]: timed out"]]
         }
         set heard [string length $output($channel)]
     }
@@ -54,6 +55,12 @@ proc session::connect {host port} {
     return $channel
 }
 
+# What a tool has written so far.
+proc session::written {channel} {
+    variable output
+    return [encoding convertfrom [encoding system] $output($channel)]
+}
+
 # Waits for the next tool to end and returns its channel, or nothing when none does in time.
 proc session::next_ended {milliseconds} {
     variable ended
@@ -70,7 +77,7 @@ proc session::next_ended {milliseconds} {
 # connection that failed has the status 1.
 proc session::result {channel} {
     variable output
-    set text [encoding convertfrom [encoding system] $output($channel)]
+    set text [written $channel]
     unset output($channel)
     set status [expr {[pid $channel] eq "" && [fconfigure $channel -error] ne ""}]
     fconfigure $channel -blocking 1

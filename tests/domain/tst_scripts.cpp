@@ -250,10 +250,10 @@ private slots:
     void endsAToolThatFallsSilent()
     {
         standIn("ldapsearch", "[ \"$1\" = -x ] && exec /usr/bin/ldapsearch \"$@\"\n"
-                              "echo 'dn: OU=first,DC=example,DC=test'\n"
+                              "echo 'dn: OU=first,DC=example,DC=test\nbut no more'\n"
                               "exec sleep 1000\n");
         const ScriptResult result = list();
-        checkResult(result, Sentence::lost.arg("dc1") + "\nldapsearch: timed out");
+        checkResult(result, Sentence::lost.arg("dc1") + "\nbut no more\nldapsearch: timed out");
         QCOMPARE(result.output, QString());
         QVERIFY2(result.milliseconds < 25000, qPrintable(QString::number(result.milliseconds)));
     }

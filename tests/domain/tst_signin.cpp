@@ -123,6 +123,7 @@ private slots:
                changed);
         addRow("expired, asking for another, of the Mac",
                "Changing password\nNew password: \nRepeat new password: ", changed);
+        addRow("expired, waiting for another", "Changing password\nkinit: timed out", changed);
         addRow("unknown", "Client 'anna@EXAMPLE.TEST' not found in Kerberos database" + while_,
                unknown);
         addRow("unknown, of the Mac", "Client (anna@EXAMPLE.TEST) unknown", unknown);
