@@ -39,7 +39,8 @@ private slots:
     void assistivePressesUnderAMessageStartNothing_data()
     {
         addColumns<QString>("name");
-        for (const char* name : {"Next", "Back", "ContainerDNBrowse", "AboutButton"})
+        for (const char* name :
+             {"Next", "Back", "ContainerDNBrowse", "chooseButton", "AboutButton"})
             addRow(name, name);
     }
 
@@ -50,6 +51,10 @@ private slots:
         World::answer("mvedit mvedit_file_arg.tcl", {"", "", 1});
         WizardDriver driver;
         driver.goToJoinOptions();
+        warningsDuring([&driver] { // makes the browser
+            driver.on<QPushButton>("ContainerDNBrowse")->click();
+            QTRY_VERIFY(!windowOf<LoadCN>()->isVisible());
+        });
         QAbstractButton* button = name == "Next"   ? driver.button(QWizard::NextButton)
                                   : name == "Back" ? driver.button(QWizard::BackButton)
                                                    : child<QAbstractButton>(&driver.wizard, name);
