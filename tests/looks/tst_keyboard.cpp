@@ -118,11 +118,13 @@ private slots:
         QCOMPARE(dialogsAfter(Qt::Key_Space), QStringList{"about"});
     }
 
-    void escapeClosesTheContainers()
+    void escapeClosesTheContainersAndAWarning()
     {
-        const auto opened = Scenes::open("containers");
-        pressKey(Qt::Key_Escape);
-        QVERIFY(!opened->window()->isVisible());
+        for (const char* scene : {"containers", "warning"}) {
+            const auto opened = Scenes::open(scene);
+            pressKey(Qt::Key_Escape);
+            QVERIFY2(!opened->window()->isVisible(), scene);
+        }
     }
 
     void returnClosesTheWarningWhoseTextIsSelected()
