@@ -12,28 +12,21 @@
 
 namespace {
 
-// One privileged run; the destructor closes the stream.
-class Run
-{
-public:
+// One privileged run.
+struct Run {
     explicit Run(const QString& tool, const QStringList& arguments = {}, priv* runner = g_pProcess)
     {
         char** array = convertQSLtoArray(arguments);
-        result = runner->runPrivCmd(World::path(tool).toUtf8().data(), array, &stream);
+        FILE* opened = nullptr;
+        result = runner->runPrivCmd(World::path(tool).toUtf8().data(), array, &opened);
+        stream.reset(opened);
         for (char** item = array; *item != nullptr; ++item)
             delete[] * item;
         delete[] array;
     }
-    ~Run()
-    {
-        if (stream != nullptr)
-            fclose(stream);
-    }
-    Run(const Run&) = delete;
-    Run& operator=(const Run&) = delete;
 
     int result = 0;
-    FILE* stream = nullptr;
+    Stream stream{nullptr, fclose};
 };
 
 // Listens in the place of the system log and collects its lines.
@@ -55,8 +48,7 @@ public:
         close(listener);
         unlink("/dev/log");
     }
-    SystemLog(const SystemLog&) = delete;
-    SystemLog& operator=(const SystemLog&) = delete;
+    Q_DISABLE_COPY(SystemLog)
 
     QList<QByteArray> lines() const
     {
@@ -86,11 +78,6 @@ pid_t endedChild(pid_t leader = 0)
     return pid;
 }
 
-QStringList exitLines(const QStringList& messages)
-{
-    return messages.filter("[ rc:");
-}
-
 } // namespace
 
 class TestPrivilegedRunner : public WorldTest
@@ -116,7 +103,7 @@ private slots:
             -60006);
         QCOMPARE(stream, stdout);
         QCOMPARE(World::callsOf("gui_helper_tool").size(), 0);
-        QCOMPARE(exitLines(messages()), QStringList());
+        QCOMPARE(messages().filter("[ rc:"), QStringList());
         const QList<QByteArray> lines = log.lines();
         QCOMPARE(lines.size(), 1);
         QVERIFY2(lines.at(0).endsWith(": Authorization failure, Authorization Result Code: -60006"),
@@ -130,7 +117,7 @@ private slots:
         const Run run("gui_helper_tool");
         authorizationRef = before;
         QCOMPARE(run.result, -60002);
-        QCOMPARE(run.stream, nullptr);
+        QVERIFY(run.stream == nullptr);
         QCOMPARE(World::calls().size(), 0);
     }
 
@@ -152,9 +139,9 @@ private slots:
         answerHelper(output, 7);
         const Run run("gui_helper_tool");
         QCOMPARE(run.result, 7);
-        QCOMPARE(exitLines(messages()),
+        QCOMPARE(messages().filter("[ rc:"),
                  QStringList{"[ rc: 1792 ] [ WIFEXITED(rc):  true ] [WEXITSTATUS(rc):  7 ]"});
-        QCOMPARE(rest(run.stream), output);
+        QCOMPARE(rest(run.stream.get()), output);
         QCOMPARE(log.lines(), QList<QByteArray>());
     }
 
@@ -164,9 +151,9 @@ private slots:
             answerHelper("text", 0, signal);
             const Run run("gui_helper_tool");
             QCOMPARE(run.result, 998);
-            QCOMPARE(rest(run.stream), QByteArray("text"));
+            QCOMPARE(rest(run.stream.get()), QByteArray("text"));
         }
-        QCOMPARE(exitLines(messages()), QStringList());
+        QCOMPARE(messages().filter("[ rc:"), QStringList());
     }
 
     void toolWithoutItsPidCountsAsSuccess_data()
@@ -184,8 +171,8 @@ private slots:
         World::answer("dsconfigad", {output, "", status});
         const Run run("dsconfigad", {"-show"});
         QCOMPARE(run.result, 0);
-        QCOMPARE(rest(run.stream), output.mid(4));
-        QCOMPARE(exitLines(messages()),
+        QCOMPARE(rest(run.stream.get()), output.mid(4));
+        QCOMPARE(messages().filter("[ rc:"),
                  QStringList{"[ rc: 0 ] [ WIFEXITED(rc):  true ] [WEXITSTATUS(rc):  0 ]"});
     }
 

@@ -18,8 +18,7 @@ class CommandLineWatch
 public:
     explicit CommandLineWatch(const QByteArray& text);
     ~CommandLineWatch();
-    CommandLineWatch(const CommandLineWatch&) = delete;
-    CommandLineWatch& operator=(const CommandLineWatch&) = delete;
+    Q_DISABLE_COPY(CommandLineWatch)
 
     // Ends the watch and returns all places that were seen, and the paths of the files, each once,
     // sorted.

@@ -11,6 +11,7 @@
 
 #include <cstdio>
 #include <functional>
+#include <memory>
 #include <sys/resource.h>
 
 // Base of the tests in the test world: before each test function the world is as new, and after it
@@ -66,8 +67,7 @@ class NoDescriptors
 public:
     NoDescriptors();
     ~NoDescriptors();
-    NoDescriptors(const NoDescriptors&) = delete;
-    NoDescriptors& operator=(const NoDescriptors&) = delete;
+    Q_DISABLE_COPY(NoDescriptors)
 
 private:
     rlimit before = {};
@@ -78,6 +78,9 @@ QList<int> openDescriptors();
 
 // Whether this process has a child, also one that has ended and that nobody has waited for.
 bool hasChildren();
+
+// Closes itself.
+using Stream = std::unique_ptr<FILE, int (*)(FILE*)>;
 
 // All that is left to read in a stream.
 QByteArray rest(FILE* stream);
