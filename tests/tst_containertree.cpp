@@ -20,8 +20,7 @@ public:
     {
         helper.clearCNData(&top);
     }
-    Tree(const Tree&) = delete;
-    Tree& operator=(const Tree&) = delete;
+    Q_DISABLE_COPY(Tree)
 
     cnbrowserhelper helper;
     Level top;
@@ -172,19 +171,13 @@ private slots:
         delete below;
     }
 
-    void leafStartsWithoutChildren()
+    void leafStartsWithoutChildrenAndHandsOutItsParts()
     {
-        cnleaf plain;
-        QCOMPARE(plain.getNode(), nullptr);
-        QCOMPARE(plain.getPrefix(), QString());
+        QCOMPARE(cnleaf().getNode(), nullptr);
+        QCOMPARE(cnleaf().getPrefix(), QString());
         cnleaf leaf("OU=");
         QCOMPARE(leaf.getNode(), nullptr);
         QCOMPARE(leaf.getPrefix(), QString("OU="));
-    }
-
-    void leafHandsOutItsParts()
-    {
-        cnleaf leaf;
         leaf.setPrefix("CN=");
         QCOMPARE(leaf.getPrefix(), QString("CN="));
         auto* first = new Level;
