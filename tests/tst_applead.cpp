@@ -1,4 +1,3 @@
-#include "pages/applead.h"
 #include "tests/support/wizarddriver.h"
 
 #include <QLabel>
@@ -117,20 +116,6 @@ private slots:
             QVERIFY(!window->isVisible());
         }
         QCOMPARE(hidden, 3);
-    }
-
-    // Outside the wizard, whose form gives the page another name.
-    void formHasItsNameAndTitle()
-    {
-        const AppleAD page;
-        QCOMPARE(page.objectName(), QString("AppleAD"));
-        QCOMPARE(page.windowTitle(), QString("WizardPage"));
-    }
-
-    void passwordIsHidden()
-    {
-        UnbindDriver driver;
-        QCOMPARE(driver.on<QLineEdit>("ADPass")->echoMode(), QLineEdit::Password);
     }
 };
 

@@ -38,15 +38,6 @@ private slots:
         QCOMPARE(driver.page(), 7);
     }
 
-    void formHasItsTitleAndSize()
-    {
-        WizardDriver driver;
-        driver.startAt(5);
-        QCOMPARE(driver.currentPage()->windowTitle(), QString("WizardPage"));
-        QCOMPARE(driver.currentPage()->minimumSize(), QSize(582, 524));
-        QCOMPARE(driver.currentPage()->maximumSize(), QSize(582, 524));
-    }
-
     void downloadTakesFocusByClickOnly()
     {
         WizardDriver driver;

@@ -84,18 +84,13 @@ private slots:
         QCOMPARE(child<QLabel>(driver.wizard.page(7), "Left_label")->text(), leftText);
     }
 
-    void enrollCheckSetsTheTextOfNext()
+    void enrollSlotSetsTheTextOfNextAndNoWidgetCallsIt()
     {
         Conclusion page;
         QMetaObject::invokeMethod(&page, "on_Enrollcheck_toggled", Q_ARG(bool, true));
         QCOMPARE(page.buttonText(QWizard::NextButton), QString("Checked"));
         QMetaObject::invokeMethod(&page, "on_Enrollcheck_toggled", Q_ARG(bool, false));
         QCOMPARE(page.buttonText(QWizard::NextButton), QString("NotChecked"));
-    }
-
-    void noWidgetCallsTheEnrollSlot()
-    {
-        const Conclusion page;
         QVERIFY(page.findChild<QObject*>("Enrollcheck") == nullptr);
     }
 
@@ -104,14 +99,6 @@ private slots:
         const Conclusion page;
         for (const QLabel* label : page.findChildren<QLabel*>())
             QCOMPARE(label->focusPolicy(), Qt::NoFocus);
-    }
-
-    void formHasItsNameTitleAndSize()
-    {
-        const Conclusion page;
-        QCOMPARE(page.objectName(), QString("Conclusion"));
-        QCOMPARE(page.windowTitle(), QString("Form"));
-        QCOMPARE(page.size(), QSize(582, 524));
     }
 };
 

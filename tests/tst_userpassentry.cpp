@@ -1,4 +1,3 @@
-#include "pages/userpassentry.h"
 #include "tests/support/wizarddriver.h"
 
 namespace {
@@ -63,22 +62,6 @@ private slots:
         driver.next();
         QCOMPARE(World::callsOf("mvedit").last().words(),
                  credentialCheck("example.test", "admin", " two  words "));
-    }
-
-    // Outside the wizard, whose form gives the page another name.
-    void formHasItsNameAndTitle()
-    {
-        const UserPassEntry page;
-        QCOMPARE(page.objectName(), QString("UserPassEntry"));
-        QCOMPARE(page.windowTitle(), QString("WizardPage"));
-    }
-
-    void passwordIsHiddenAndUpTo32767Characters()
-    {
-        CredentialsDriver driver;
-        QCOMPARE(driver.on<QLineEdit>("PasswordEdit")->echoMode(), QLineEdit::Password);
-        driver.type("PasswordEdit", QString(32768, 'x'));
-        QCOMPARE(driver.text("PasswordEdit").size(), 32767);
     }
 
     void eachEntryBeginsWithAdministratorAlone()

@@ -1,4 +1,12 @@
+#include "pages/applead.h"
+#include "pages/cloud.h"
+#include "pages/conclusion.h"
+#include "pages/interimintro.h"
 #include "pages/joinflags.h"
+#include "pages/jointype.h"
+#include "pages/leaveintro.h"
+#include "pages/userpassentry.h"
+#include "pages/wizardintro.h"
 #include "tests/support/wizarddriver.h"
 
 #include <QMenu>
@@ -22,6 +30,17 @@ void arriveAt(WizardDriver& driver, int page)
     driver.next();
 }
 
+// What a page's form has set, for example "Cloud WizardPage 582x524 fixed".
+QString formOf(const QWizardPage& page)
+{
+    const bool fixed = page.minimumSize() == page.size() && page.maximumSize() == page.size();
+    return QString("%1 %2 %3x%4%5")
+        .arg(page.objectName(), page.windowTitle())
+        .arg(page.width())
+        .arg(page.height())
+        .arg(fixed ? " fixed" : "");
+}
+
 QMenu* aboutMenu()
 {
     return windowOf<QMenuBar>()->actions().value(0)->menu();
@@ -34,16 +53,11 @@ class TestWizard : public WorldTest
     Q_OBJECT
 
 private slots:
-    void windowIsFixedAt800By600()
+    void windowIsFixedAt800By600AndNotModal()
     {
         WizardDriver driver;
         QCOMPARE(driver.wizard.minimumSize(), QSize(800, 600));
         QCOMPARE(driver.wizard.maximumSize(), QSize(800, 600));
-    }
-
-    void windowHasItsNameAndModality()
-    {
-        WizardDriver driver;
         QCOMPARE(driver.wizard.objectName(), QString("Wizard"));
         QCOMPARE(driver.wizard.windowModality(), Qt::NonModal);
     }
@@ -73,6 +87,31 @@ private slots:
                               "2 AppleADPage AppleAD", "3 UserPassEntryPage UserPassEntry",
                               "4 JoinTypePage JoinType", "5 CloudPage Cloud",
                               "6 LeaveIntroPage LeaveIntro", "7 wizardPage2 Conclusion"}));
+    }
+
+    // Outside the wizard, whose form gives the pages other names.
+    void formsHaveTheirNamesTitlesAndSizes()
+    {
+        QCOMPARE(formOf(WizardIntro()), QString("WizardIntro WizardPage 582x524"));
+        QCOMPARE(formOf(InterimIntro()), QString("InterimIntro WizardPage 582x524"));
+        QCOMPARE(formOf(AppleAD()), QString("AppleAD WizardPage 582x524"));
+        QCOMPARE(formOf(UserPassEntry()), QString("UserPassEntry WizardPage 582x524"));
+        QCOMPARE(formOf(JoinType()), QString("JoinType WizardPage 582x524 fixed"));
+        QCOMPARE(formOf(Cloud()), QString("Cloud WizardPage 582x524 fixed"));
+        QCOMPARE(formOf(LeaveIntro()), QString("LeaveIntro WizardPage 582x524"));
+        QCOMPARE(formOf(Conclusion()), QString("Conclusion Form 582x524"));
+    }
+
+    void passwordsAreHiddenAndUpTo32767Characters()
+    {
+        const WizardDriver driver;
+        for (const int page : {2, 3, 6}) {
+            auto* edit =
+                child<QLineEdit>(driver.wizard.page(page), page == 2 ? "ADPass" : "PasswordEdit");
+            QCOMPARE(edit->echoMode(), QLineEdit::Password);
+            edit->setText(QString(32768, 'x'));
+            QCOMPARE(edit->text().size(), 32767);
+        }
     }
 
     void containerIsAField()

@@ -43,14 +43,6 @@ private slots:
         QCOMPARE(visibleTexts(&page), QStringList{joinText});
     }
 
-    void formHasItsNameTitleAndSize()
-    {
-        const WizardIntro page;
-        QCOMPARE(page.objectName(), QString("WizardIntro"));
-        QCOMPARE(page.windowTitle(), QString("WizardPage"));
-        QCOMPARE(page.size(), QSize(582, 524));
-    }
-
     void labelsHaveTheirTextsInTheirOrder()
     {
         const WizardIntro page;
