@@ -206,10 +206,8 @@ QList<Call> World::callsOf(const QString& tool)
 {
     QList<Call> found;
     const QList<Call> all = calls();
-    for (const Call& call : all) {
-        if (call.path == path(tool))
-            found << call;
-    }
+    std::copy_if(all.cbegin(), all.cend(), std::back_inserter(found),
+                 [&](const Call& call) { return call.path == path(tool); });
     return found;
 }
 

@@ -17,6 +17,7 @@
 #include <QThread>
 #include <QThreadPool>
 #include <QTimer>
+#include <QTreeView>
 #include <QWindow>
 
 #include <fcntl.h>
@@ -223,6 +224,15 @@ QByteArray rest(FILE* stream)
     while (const size_t count = fread(chunk, 1, sizeof chunk, stream))
         all.append(chunk, static_cast<int>(count));
     return all;
+}
+
+void selectItem(QTreeView* tree, const QString& text)
+{
+    const QModelIndexList found =
+        tree->model()->match(tree->model()->index(0, 0), Qt::DisplayRole, text, 1,
+                             Qt::MatchExactly | Qt::MatchCaseSensitive | Qt::MatchRecursive);
+    QCOMPARE(found.isEmpty(), text.isEmpty());
+    tree->setCurrentIndex(found.value(0));
 }
 
 QStringList visibleTexts(const QWidget* widget)

@@ -14,6 +14,8 @@
 #include <memory>
 #include <sys/resource.h>
 
+class QTreeView;
+
 // Base of the tests in the test world: before each test function the world is as new, and after it
 // no window, child process, descriptor or thread is left, and no warning was logged that the test
 // had not allowed.
@@ -96,6 +98,9 @@ template <typename Widget> Widget* child(const QObject* parent, const QString& n
         qFatal("There is no %s", qPrintable(name));
     return found;
 }
+
+// Makes the item with this text the tree's current one, wherever it is; without a text, none.
+void selectItem(QTreeView* tree, const QString& text);
 
 // The program's window of this kind; null when there is none.
 template <typename Window> Window* windowOf()
