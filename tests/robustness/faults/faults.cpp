@@ -186,16 +186,6 @@ void enterProcessNamespace()
         qFatal("The process namespace can't be used: %s", strerror(errno));
 }
 
-void warmUp()
-{
-    // Fonts and images are loaded once. No thread may be left, which a fork would not have.
-    QThreadPool::globalInstance()->setExpiryTimeout(0);
-    {
-        const WizardDriver driver;
-    }
-    QThreadPool::globalInstance()->waitForDone();
-}
-
 } // namespace
 
 // Takes a part of a use's, fault's or shortage's name, to run only those.
@@ -208,7 +198,10 @@ int main(int argc, char** argv)
     enterProcessNamespace();
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    warmUp();
+    // Fonts and images are loaded once. No thread may be left, which a fork would not have.
+    QThreadPool::globalInstance()->setExpiryTimeout(0);
+    WizardDriver();
+    QThreadPool::globalInstance()->waitForDone();
 
     setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
     Table rows;

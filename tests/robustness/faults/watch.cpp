@@ -141,12 +141,9 @@ void Table::run(const QString& use, const QString& fault, const std::function<bo
             ::kill(child, SIGKILL);
         }
     }
-    FILE* verdict = fdopen(ends[0], "r");
-    QString text;
-    char line[512];
-    while (fgets(line, sizeof line, verdict) != nullptr)
-        text += QString::fromLocal8Bit(line);
-    fclose(verdict);
+    QFile verdict;
+    verdict.open(ends[0], QFile::ReadOnly, QFile::AutoCloseHandle);
+    QString text = QString::fromLocal8Bit(verdict.readAll());
 
     const bool told = !text.isEmpty();
     if (WIFSIGNALED(status)) {

@@ -60,16 +60,9 @@ int Rules::runHelper(const QStringList& arguments, Outcome outcome, QString* out
     run(QStringList{"gui_helper_tool"} + arguments);
     const bool speaks = outcome == Outcome::Bad || outcome == Outcome::Killed;
     *output = speaks ? failure : QString();
-    switch (outcome) {
-    case Outcome::Bad:
-        return 5;
-    case Outcome::Silent:
-        return 3;
-    case Outcome::Killed:
-        return 998;
-    default:
-        return 0;
-    }
+    static const QMap<Outcome, int> failures = {
+        {Outcome::Bad, 5}, {Outcome::Silent, 3}, {Outcome::Killed, 998}};
+    return failures.value(outcome, 0);
 }
 
 void Rules::enter(const QString& edit, const QString& text)

@@ -68,18 +68,10 @@ View Rules::take(const Step& step)
         joining = !joining;
         break;
     }
-    View view;
-    view.page = history.isEmpty() ? -1 : history.last();
-    if (view.page >= 0) {
-        view.widgets = widgets();
-        view.buttons = buttons();
-    }
-    view.dialogs = dialogs;
-    view.browser = on.browser;
-    view.joining = joining;
-    view.enrolling = enrolling;
-    view.commands = commands;
-    return view;
+    if (history.isEmpty())
+        return {-1, {}, {}, dialogs, on.browser, joining, enrolling, commands};
+    return {history.last(), widgets(), buttons(), dialogs,
+            on.browser,     joining,   enrolling, commands};
 }
 
 QByteArray Rules::state() const

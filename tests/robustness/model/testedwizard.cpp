@@ -103,11 +103,6 @@ TestedWizard::TestedWizard(const Machine& machine) : detour(machine.detour)
     qApp->installEventFilter(this);
 }
 
-TestedWizard::~TestedWizard()
-{
-    qApp->removeEventFilter(this);
-}
-
 // Notes each warning and the About dialog, and closes it as a person would.
 bool TestedWizard::eventFilter(QObject* object, QEvent* event)
 {
@@ -200,24 +195,19 @@ View TestedWizard::take(const Step& step, const Machine& machine)
     while (!about->isEnabled())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 
-    View view;
-    if (wizard->isVisible()) {
-        view.page = wizard->currentId();
-        view.widgets = widgets();
-        view.buttons = buttons();
-        view.browser = openBrowser() != nullptr;
-    }
-    view.dialogs = dialogs;
-    view.joining = joining;
-    view.enrolling = enrolling;
+    QStringList commands;
     const QList<Call> calls = World::calls();
     for (const Call& call : calls) {
         QStringList words = call.words();
         if (words.first() == "authorization_prompt")
             words = words.mid(0, 1);
-        view.commands << words.join('|');
+        commands << words.join('|');
     }
-    return view;
+    if (!wizard->isVisible())
+        return {-1, {}, {}, dialogs, false, joining, enrolling, commands};
+    const bool browser = openBrowser() != nullptr;
+    return {wizard->currentId(), widgets(), buttons(), dialogs, browser, joining,
+            enrolling,           commands};
 }
 
 // Posts what is done while the tools run. The program handles it after their end, or while they

@@ -15,7 +15,6 @@ class TestedWizard : public QObject
 
 public:
     explicit TestedWizard(const Model::Machine& machine);
-    ~TestedWizard() override;
 
     // The tools answer as this machine: the model's before the step, or after it for Act::Outside.
     Model::View take(const Model::Step& step, const Model::Machine& machine);

@@ -222,11 +222,11 @@ int depthFrom(const Machine& machine, int depth)
 }
 
 struct Extent {
-    int depth = 0;
-    bool distinctEnds = false;
-    int walks = 0;
-    int steps = 0;
-    unsigned seed = 0;
+    int depth;
+    bool distinctEnds;
+    int walks;
+    int steps;
+    unsigned seed;
 };
 
 // The beginnings of all paths.
@@ -296,7 +296,6 @@ int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_NO_GLIB", "1");
-    const QStringList arguments(argv, argv + argc);
     QCommandLineParser parser;
     parser.addHelpOption();
     parser.addOptions(
@@ -306,14 +305,10 @@ int main(int argc, char** argv)
          {"steps", "Steps of a random path, the start included.", "number", "100"},
          {"seed", "The first random path's seed.", "number", "1"},
          {"jobs", "Processes side by side.", "number", "2"}});
-    parser.process(arguments);
+    parser.process(QStringList(argv, argv + argc));
     const auto number = [&parser](const char* name) { return parser.value(name).toInt(); };
-    Extent extent;
-    extent.depth = number("depth");
-    extent.distinctEnds = parser.isSet("distinct-ends");
-    extent.walks = number("walks");
-    extent.steps = number("steps");
-    extent.seed = static_cast<unsigned>(number("seed"));
+    const Extent extent{number("depth"), parser.isSet("distinct-ends"), number("walks"),
+                        number("steps"), static_cast<unsigned>(number("seed"))};
 
     report = fdopen(dup(STDOUT_FILENO), "w");
     tally = static_cast<Tally*>(
