@@ -79,14 +79,11 @@ void plant(const Use& use, const Fault& fault, int status, bool held = false)
 {
     switch (fault.place) {
     case Fault::Missing:
-        World::removeTool(use.tool);
-        return;
+        return World::removeTool(use.tool);
     case Fault::NotExecutable:
-        World::replaceByPlainFile(use.tool);
-        return;
+        return World::replaceByPlainFile(use.tool);
     case Fault::Folder:
-        World::replaceByFolder(use.tool);
-        return;
+        return World::replaceByFolder(use.tool);
     case Fault::InPlace:
         break;
     }

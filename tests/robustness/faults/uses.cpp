@@ -16,7 +16,8 @@ namespace {
 
 // --- What is seen
 
-QString shortened(const QString& text)
+// Shortened where it is long, in quotes.
+QString quoted(const QString& text)
 {
     QString shown = text;
     shown.replace('\n', "\\n").replace('\r', "\\r");
@@ -25,8 +26,8 @@ QString shortened(const QString& text)
             character = '?';
     }
     if (shown.size() <= 72)
-        return shown;
-    return QString("%1... (%2 characters, checksum %3)")
+        return '"' + shown + '"';
+    return QString("\"%1... (%2 characters, checksum %3)\"")
         .arg(shown.left(40))
         .arg(text.size())
         .arg(qHash(text, 0), 8, 16, QChar('0'));
@@ -36,8 +37,7 @@ QString seen(int page, const QStringList& warnings)
 {
     QString text = QString("page %1").arg(page);
     for (const QString& warning : warnings)
-        text += warning.isEmpty() ? QString(", empty warning")
-                                  : ", warning \"" + shortened(warning) + '"';
+        text += warning.isEmpty() ? QString(", empty warning") : ", warning " + quoted(warning);
     return text;
 }
 
@@ -59,15 +59,9 @@ bool isKilled(const Fault& fault)
 
 int shellStatus(const Fault& fault, int status)
 {
-    switch (fault.place) {
-    case Fault::Missing:
-        return 127;
-    case Fault::NotExecutable:
-    case Fault::Folder:
-        return 126;
-    default:
-        return isKilled(fault) ? 999 : status;
-    }
+    if (fault.place != Fault::InPlace)
+        return fault.place == Fault::Missing ? 127 : 126;
+    return isKilled(fault) ? 999 : status;
 }
 
 // A helper that has not reported its process id whole is not waited for and counts as a success.
@@ -95,21 +89,19 @@ QString checkComplaint(const Fault& fault)
 
 QString useGreeting(WizardDriver& driver)
 {
-    return '"' + shortened(visibleTexts(driver.currentPage()).last()) + '"';
+    return quoted(visibleTexts(driver.currentPage()).last());
 }
 
 QString expectGreeting(const Fault& fault, int status)
 {
     if (shellStatus(fault, status) == 0)
-        return '"' +
-               shortened("You are currently joined to " + Reference::undecoded(fault.output)) + '"';
-    return '"' + shortened(greeting("join your Mac to your", "Domain")) + '"';
+        return quoted("You are currently joined to " + Reference::undecoded(fault.output));
+    return quoted(greeting("join your Mac to your", "Domain"));
 }
 
 QString useComputerName(WizardDriver& driver)
 {
-    return "computer name \"" +
-           shortened(child<QLineEdit>(&driver.wizard, "ComputerNameEdit")->text()) + '"';
+    return "computer name " + quoted(child<QLineEdit>(&driver.wizard, "ComputerNameEdit")->text());
 }
 
 QString expectComputerName(const Fault& fault, int)
@@ -118,7 +110,7 @@ QString expectComputerName(const Fault& fault, int)
     QString name = Reference::undecoded(fault.output).trimmed().section('.', 0, 0);
     if (fault.place != Fault::InPlace || name.contains(' '))
         name.clear();
-    return "computer name \"" + shortened(name.left(longestEdit)) + '"';
+    return "computer name " + quoted(name.left(longestEdit));
 }
 
 QString useProfiles(WizardDriver& driver)
@@ -135,8 +127,7 @@ QString expectProfiles(const Fault& fault, int)
 void prepareCredentials(WizardDriver& driver)
 {
     driver.goToCredentials();
-    driver.type("DomainEdit", "example.test");
-    driver.type("PasswordEdit", "secret");
+    driver.enterCredentials();
 }
 
 QString useNext(WizardDriver& driver)

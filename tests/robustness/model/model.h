@@ -55,8 +55,8 @@ struct Step {
     Act act = Act::Start;
     Outcome outcome = Outcome::Good;
     Meanwhile meanwhile = Meanwhile::Nothing;
-    QString widget;                           // pressed, or the item chosen
-    QVector<QPair<QString, QString>> entries; // edits and their new texts
+    QString widget = {};                           // pressed, or the item chosen
+    QVector<QPair<QString, QString>> entries = {}; // edits and their new texts
 
     QString text() const;
 };

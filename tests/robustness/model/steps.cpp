@@ -5,19 +5,14 @@
 namespace Model {
 namespace {
 
-Step step(Act act, Outcome outcome = Outcome::Good)
-{
-    return {act, outcome, Meanwhile::Nothing, {}, {}};
-}
-
 Step pressing(const char* widget)
 {
-    return {Act::Press, Outcome::Good, Meanwhile::Nothing, widget, {}};
+    return {Act::Press, Outcome::Good, Meanwhile::Nothing, widget};
 }
 
 Step choosing(const QString& item)
 {
-    return {Act::Choose, Outcome::Good, Meanwhile::Nothing, item, {}};
+    return {Act::Choose, Outcome::Good, Meanwhile::Nothing, item};
 }
 
 Step entering(const QVector<QPair<QString, QString>>& entries)
@@ -47,28 +42,28 @@ void addMeanwhile(QVector<Step>& steps, bool wide)
 QVector<Step> Rules::steps(bool wide) const
 {
     if (history.isEmpty())
-        return {step(Act::Start)};
+        return {Step{Act::Start}};
     const int page = history.last();
     QVector<Step> found;
     if (last(page))
-        return {step(Act::Finish)};
-    found << step(Act::Next);
+        return {Step{Act::Finish}};
+    found << Step{Act::Next};
     if (!backDisabled)
-        found << step(Act::Back);
+        found << Step{Act::Back};
     if (page == 0 && mac.detour != Machine::Cloud)
-        found << step(Act::Next, Outcome::Cancelled);
+        found << Step{Act::Next, Outcome::Cancelled};
     if (page == 2) {
-        found << step(Act::Next, Outcome::CheckFails) << step(Act::Next, Outcome::Denied)
+        found << Step{Act::Next, Outcome::CheckFails} << Step{Act::Next, Outcome::Denied}
               << entering({{"ADUser", "binder"}, {"ADPass", "pass word"}});
     }
     if (page == 3) {
-        found << step(Act::Next, Outcome::CheckFails)
+        found << Step{Act::Next, Outcome::CheckFails}
               << entering({{"DomainEdit", "example.test"},
                            {"UsernameEdit", "admin"},
                            {"PasswordEdit", "secret"}});
     }
     if ((page == 2 || page == 3) && wide)
-        found << step(Act::Next, Outcome::CheckSilent) << step(Act::Next, Outcome::CheckKilled);
+        found << Step{Act::Next, Outcome::CheckSilent} << Step{Act::Next, Outcome::CheckKilled};
     if (page == 3 && wide) {
         found << entering({{"DomainEdit", "other.test"}, {"PasswordEdit", "two  words $HOME"}})
               << entering({{"PasswordEdit", ""}});
@@ -78,32 +73,32 @@ QVector<Step> Rules::steps(bool wide) const
     if (page == 6)
         addLeaveSteps(found, wide);
     if (on.browser) {
-        found << choosing(branches.at(3)) << step(Act::Cancel);
+        found << choosing(branches.at(3)) << Step{Act::Cancel};
         if (wide)
             found << choosing(branches.at(0)) << choosing(branches.at(2));
     }
     if (mac.detour != Machine::None)
-        found << step(Act::Flags);
+        found << Step{Act::Flags};
     addMeanwhile(found, wide);
     if (wide)
-        found << step(Act::About) << step(Act::Outside) << step(Act::Close);
+        found << Step{Act::About} << Step{Act::Outside} << Step{Act::Close};
     return found;
 }
 
 void Rules::addJoinOptions(QVector<Step>& steps, bool wide) const
 {
-    steps << step(Act::Next, Outcome::Bad) << step(Act::Next, Outcome::Cancelled)
+    steps << Step{Act::Next, Outcome::Bad} << Step{Act::Next, Outcome::Cancelled}
           << pressing("AdvancedButton") << pressing(on.automatic ? "ZoneButton" : "AutoButton");
     if (on.advanced) {
-        steps << pressing("ForceLeave") << pressing("ContainerDNLabel") << step(Act::Browse)
-              << step(Act::Browse, Outcome::Bad);
+        steps << pressing("ForceLeave") << pressing("ContainerDNLabel") << Step{Act::Browse}
+              << Step{Act::Browse, Outcome::Bad};
         if (on.appleIdsEnabled)
             steps << pressing("AppleUIDCheck");
     }
     if (!wide)
         return;
-    steps << step(Act::Next, Outcome::Silent) << step(Act::Next, Outcome::Killed)
-          << step(Act::Next, Outcome::Denied)
+    steps << Step{Act::Next, Outcome::Silent} << Step{Act::Next, Outcome::Killed}
+          << Step{Act::Next, Outcome::Denied}
           << pressing(on.automatic ? "AutoButton" : "ZoneButton") << pressing("CloudCheck")
           << entering({{"ZoneEdit", "Zone of 'Macs'"}, {"ComputerNameEdit", ""}})
           << entering({{"ZoneEdit", ""}, {"ComputerNameEdit", "other-mac"}});
@@ -111,23 +106,23 @@ void Rules::addJoinOptions(QVector<Step>& steps, bool wide) const
         steps << pressing("PDSLabel") << pressing("AliasLabel")
               << entering({{"PDSEdit", "dc1.example.test"}, {"AliasEdit", "my alias"}})
               << entering({{"ContainerDNEdit", "CN=Computers,DC=example,DC=test"}})
-              << step(Act::Browse, Outcome::Silent) << step(Act::Browse, Outcome::Killed);
+              << Step{Act::Browse, Outcome::Silent} << Step{Act::Browse, Outcome::Killed};
     }
 }
 
 void Rules::addLeaveSteps(QVector<Step>& steps, bool wide) const
 {
-    steps << step(Act::Next, Outcome::Bad) << step(Act::Next, Outcome::Cancelled)
+    steps << Step{Act::Next, Outcome::Bad} << Step{Act::Next, Outcome::Cancelled}
           << pressing("radioButton") << pressing("radioButton_2") << pressing("radioButton_3");
     if (on.option != 3) {
-        steps << step(Act::Next, Outcome::CheckFails)
+        steps << Step{Act::Next, Outcome::CheckFails}
               << entering({{"UsernameEdit", "admin"}, {"PasswordEdit", "a b"}});
     }
     if (wide)
-        steps << step(Act::Next, Outcome::Silent) << step(Act::Next, Outcome::Killed)
-              << step(Act::Next, Outcome::Denied);
+        steps << Step{Act::Next, Outcome::Silent} << Step{Act::Next, Outcome::Killed}
+              << Step{Act::Next, Outcome::Denied};
     if (wide && on.option != 3)
-        steps << step(Act::Next, Outcome::CheckKilled);
+        steps << Step{Act::Next, Outcome::CheckKilled};
 }
 
 } // namespace Model

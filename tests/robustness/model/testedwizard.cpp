@@ -8,7 +8,6 @@
 #include "tests/support/wizarddriver.h"
 
 #include <QAction>
-#include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QKeyEvent>
 #include <QLabel>

@@ -17,7 +17,6 @@
 #include <QTcpSocket>
 #include <QTextBrowser>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <functional>
