@@ -64,6 +64,7 @@ QModelIndex itemAt(const QTreeView* tree, const QStringList& path)
 
 void pick(WizardDriver* wizard, const QStringList& path)
 {
+    openAdvancedOptions(wizard);
     cnbrowser* browser = browse(wizard);
     auto* tree = child<QTreeView>(browser, "browserTree");
     const QModelIndex item = itemAt(tree, QStringList{"DC=test", "DC=example"} + path);

@@ -31,5 +31,5 @@ cnbrowser* browse(WizardDriver* wizard);
 // The item at the end of a path of texts, from the root; invalid when there is none.
 QModelIndex itemAt(const QTreeView* tree, const QStringList& path);
 
-// Picks the container at the end of this path below the domain in the browser.
+// Opens the advanced options and picks the container at the end of this path below the domain.
 void pick(WizardDriver* wizard, const QStringList& path);

@@ -50,7 +50,6 @@ private slots:
         QCOMPARE(wizard.page(), 4);
         QCOMPARE(directoryOn("berlin-mac").distinguishedName, QString());
 
-        openAdvancedOptions(&wizard);
         pick(&wizard, {"OU=Europe", "OU=Berlin", "OU=Computers", "OU=Macs"});
         join(&wizard);
         QCOMPARE(directoryOn("berlin-mac").distinguishedName, "CN=berlin-mac," + container);
@@ -67,7 +66,6 @@ private slots:
         QCOMPARE(listedControllers().count("0 100 389 far"), 16);
         QCOMPARE(listedControllers().count("10 100 389 dc1"), 1);
         JoinWizard wizard("far-mac");
-        openAdvancedOptions(&wizard);
         pick(&wizard, {"OU=Servers"});
         join(&wizard);
         QCOMPARE(directoryOn("far-mac").distinguishedName, "CN=far-mac,OU=Servers," + base);
@@ -95,7 +93,6 @@ private slots:
     void picksOneOfTenThousandContainers()
     {
         JoinWizard wizard("branch-mac");
-        openAdvancedOptions(&wizard);
         pick(&wizard, {"OU=Branches", "OU=Region 100", "OU=Branch 99"});
         const QAbstractItemModel* tree = child<QTreeView>(&wizard.wizard, "browserTree")->model();
         const auto branches = tree->match(tree->index(0, 0), Qt::DisplayRole, "OU=Branch ", -1,
