@@ -1,5 +1,3 @@
-#include "tests/support/datarows.h"
-
 #include <QDir>
 #include <QMap>
 #include <QProcess>
@@ -39,9 +37,9 @@ private slots:
         if (geteuid() != 0)
             QSKIP("Only root could delete what is prepared");
         const QTemporaryDir folder;
-        copyPractice(folder.path());
-        standIn(folder.path(), "samba-tool",
-                "/usr/bin/samba-tool \"$@\" >/dev/null 2>&1\necho 'No domain today.'\nexit 1\n");
+        copyPractice(
+            folder.path(), "samba-tool",
+            "/usr/bin/samba-tool \"$@\" >/dev/null 2>&1\necho 'No domain today.'\nexit 1\n");
         const QByteArray said =
             startMac(folder.filePath("practice"), {}, {{"XDG_CACHE_HOME", folder.path()}});
         QCOMPARE(said, preparing + "No domain today.\n");
@@ -49,23 +47,16 @@ private slots:
                  QStringList());
     }
 
-    void saysWhyItIsNotJoinedOrBound_data()
-    {
-        addColumns<QString, QString>("option", "tool");
-        addRow("joined", "--joined", "mvjoin");
-        addRow("bound", "--bound", "dsconfigad");
-    }
-
     void saysWhyItIsNotJoinedOrBound()
     {
-        QFETCH(QString, option);
-        QFETCH(QString, tool);
-        const QTemporaryDir folder;
-        copyPractice(folder.path());
-        standIn(folder.path(), tool, "echo 'No rights today.'\nexit 1\n");
-        const QByteArray said = startMac(folder.filePath("practice"), {option});
-        // It may have said before that it prepares the directory.
-        QVERIFY2(said.endsWith("No rights today.\n"), said.constData());
+        const QMap<QString, QString> tools = {{"--joined", "mvjoin"}, {"--bound", "dsconfigad"}};
+        for (const QString& option : tools.keys()) {
+            const QTemporaryDir folder;
+            copyPractice(folder.path(), tools.value(option), "echo 'No rights today.'\nexit 1\n");
+            const QByteArray said = startMac(folder.filePath("practice"), {option});
+            // It may have said before that it prepares the directory.
+            QVERIFY2(said.endsWith("No rights today.\n"), qPrintable(option + ": " + said));
+        }
     }
 
     void aCommandOnItCanBeInterrupted()
@@ -130,15 +121,11 @@ private:
 
     const QByteArray preparing = "Preparing the directory of example.test (once, about 10 s)...\n";
 
-    static void copyPractice(const QString& folder)
+    // Copies the practice Mac into the folder, with a script where it replaces the tool of that
+    // name or is found before it.
+    static void copyPractice(const QString& folder, const QString& tool, const QByteArray& script)
     {
         QCOMPARE(QProcess::execute("cp", {"-R", PRACTICE, folder}), 0);
-    }
-
-    // Puts a script into this copy of the practice Mac where it replaces the tool of that name or
-    // is found before it.
-    static void standIn(const QString& folder, const QString& tool, const QByteArray& script)
-    {
         QFile file(folder + "/practice/root/usr/local/sbin/" + tool);
         QVERIFY(file.open(QFile::WriteOnly));
         file.write("#!/bin/sh\n" + script);
