@@ -12,12 +12,8 @@ namespace {
 
 const char* const searchPath = "/usr/local/bin:/usr/local/sbin:/usr/bin:/bin:/usr/sbin:/sbin";
 
-QString resource(const QString& name)
-{
-    return QString(
-               "/Applications/Utilities/Morvanta/Morvanta Join Assistant.app/Contents/Resources/") +
-           name;
-}
+const QString resources =
+    "/Applications/Utilities/Morvanta/Morvanta Join Assistant.app/Contents/Resources/";
 
 // The content of files before they were rewritten, by their paths.
 QMap<QString, QByteArray> originals;
@@ -26,7 +22,7 @@ QMap<QString, QByteArray> originals;
 
 void ScriptTest::startScript(QProcess* process, const QString& script, const QStringList& arguments)
 {
-    process->start("/usr/local/bin/mvedit", QStringList(resource(script)) + arguments);
+    process->start("/usr/local/bin/mvedit", QStringList(resources + script) + arguments);
 }
 
 ScriptResult ScriptTest::runScript(const QString& script, const QStringList& arguments)
@@ -68,8 +64,7 @@ QString ScriptTest::runTcl(const QString& program)
 {
     QTemporaryDir folder;
     const QString file = folder.filePath("program.tcl");
-    writeFile(file,
-              "source {" + resource("domain_session.tcl").toUtf8() + "}\n" + program.toUtf8());
+    writeFile(file, ("source {" + resources + "domain_session.tcl}\n" + program).toUtf8());
     return PracticeMac::run("/usr/bin/tclsh", {file}).trimmed();
 }
 

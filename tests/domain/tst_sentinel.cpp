@@ -85,10 +85,9 @@ private slots:
         const QStringList filesBefore = temporaryFiles();
         const QList<int> descriptorsBefore = openDescriptors();
 
-        QStringList said;
         CommandLineWatch watch(sentinel.toUtf8());
-        unbindAndJoin(&said);
-        leave(&said);
+        unbindAndJoin();
+        leave();
         const QStringList seen = watch.end();
 
         // A tool, and which of its words is the password. The watch may miss a tool that ends at
@@ -115,46 +114,46 @@ private slots:
 
 private:
     // Each page refuses the wrong password first; the join fails once in its tool, too.
-    static void unbindAndJoin(QStringList* said)
+    void unbindAndJoin()
     {
         WizardDriver wizard;
         wizard.next();
-        wizard.enterUser(PracticeMac::administrator, wrongPassword);
-        *said += wizard.next();
-        QCOMPARE(wizard.page(), 2);
-        wizard.type("ADPass", rightPassword);
-        *said += wizard.next();
-        QCOMPARE(wizard.page(), 3);
-        wizard.type("PasswordEdit", wrongPassword);
-        *said += wizard.next();
-        QCOMPARE(wizard.page(), 3);
-        wizard.type("PasswordEdit", rightPassword);
-        *said += wizard.next();
-        QCOMPARE(wizard.page(), 4);
+        enter(&wizard, wrongPassword, 2);
+        enter(&wizard, rightPassword, 3);
+        enter(&wizard, wrongPassword, 3);
+        enter(&wizard, rightPassword, 4);
 
         wizard.click("AdvancedButton");
         browse(&wizard)->close();
         wizard.click("ZoneButton");
         wizard.type("ZoneEdit", "NoZone");
         wizard.type("ComputerNameEdit", "sentinel-mac");
-        *said += wizard.next();
-        QCOMPARE(wizard.page(), 4);
+        goOn(&wizard, 4);
         wizard.click("AutoButton");
-        *said += wizard.next();
-        QCOMPARE(wizard.page(), 7);
+        goOn(&wizard, 7);
     }
 
-    static void leave(QStringList* said)
+    void leave()
     {
         WizardDriver wizard;
         wizard.next();
-        wizard.enterUser(PracticeMac::administrator, wrongPassword);
-        *said += wizard.next();
-        QCOMPARE(wizard.page(), 6);
-        wizard.type("PasswordEdit", rightPassword);
-        *said += wizard.next();
-        QCOMPARE(wizard.page(), 7);
+        enter(&wizard, wrongPassword, 6);
+        enter(&wizard, rightPassword, 7);
     }
+
+    void enter(WizardDriver* wizard, const QString& password, int nextPage)
+    {
+        wizard->enterUser(PracticeMac::administrator, password);
+        goOn(wizard, nextPage);
+    }
+
+    void goOn(WizardDriver* wizard, int nextPage)
+    {
+        said += wizard->next();
+        QCOMPARE(wizard->page(), nextPage);
+    }
+
+    QStringList said; // by the pages
 };
 
 DOMAIN_TEST_MAIN(TestSentinel)
