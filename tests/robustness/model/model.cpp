@@ -172,8 +172,6 @@ void Rules::adjust(bool forward, Outcome outcome)
         if (!forward)
             enrolling = false;
         break;
-    default:
-        break;
     }
 }
 
@@ -194,7 +192,6 @@ int Rules::nextId()
         return 4;
     case 7:
         return 8; // a page that only some of the walk's wizards have
-
     default:
         return 7;
     }
@@ -224,8 +221,6 @@ void Rules::initialize(int page)
     case 7:
         if (joining)
             on.report.replace("%1", on.domain);
-        break;
-    default:
         break;
     }
 }

@@ -43,22 +43,15 @@ void answerAs(const Machine& machine)
 
 void answerAs(Outcome outcome)
 {
-    Answer check;
-    if (outcome == Outcome::CheckFails)
-        check = saying(complaint, 1);
-    else if (outcome == Outcome::CheckSilent)
-        check = saying({}, 1);
-    else if (outcome == Outcome::CheckKilled)
-        check = saying(complaint, 0, SIGKILL);
-    World::answer("mvedit check_domain_cred.tcl", check);
+    const QMap<Outcome, Answer> checks = {{Outcome::CheckFails, saying(complaint, 1)},
+                                          {Outcome::CheckSilent, saying({}, 1)},
+                                          {Outcome::CheckKilled, saying(complaint, 0, SIGKILL)}};
+    World::answer("mvedit check_domain_cred.tcl", checks.value(outcome));
 
-    Answer run;
-    if (outcome == Outcome::Bad)
-        run = saying(failure, 5);
-    else if (outcome == Outcome::Silent)
-        run = saying({}, 3);
-    else if (outcome == Outcome::Killed)
-        run = saying(failure, 0, SIGTERM);
+    const QMap<Outcome, Answer> runs = {{Outcome::Bad, saying(failure, 5)},
+                                        {Outcome::Silent, saying({}, 3)},
+                                        {Outcome::Killed, saying(failure, 0, SIGTERM)}};
+    Answer run = runs.value(outcome);
     World::answer("mvedit mvedit_file_arg.tcl", run);
     run.reportsPid = true;
     World::answer("gui_helper_tool", run);
