@@ -8,7 +8,7 @@
 
 QString WrappingLabel::shownText() const
 {
-    // More than a page can show. A tool that floods its output must not keep the layout busy.
+    // Far longer than any name. A tool that floods its output must not keep the layout busy.
     constexpr int mostCharacters = 10000;
     // QTextLayout starts a new line at a line separator, not at a line end.
     return text().left(mostCharacters).trimmed().replace(QLatin1Char('\n'), QChar::LineSeparator);

@@ -7,8 +7,8 @@
 
 // The places of a text in all processes, each as a tool's name and where it has the text: in
 // "mvjoin 4" the fourth word after its path on the command line, in "kinit environment" a variable.
-// Every user of the machine can read command lines, only root and the same user an environment. An
-// interpreter that runs the tool is not counted.
+// Every user of the machine can read command lines, only root and the same user an environment. A
+// "sh tool" counts as tool, "sh -c ..." as sh.
 QStringList placesOf(const QByteArray& text);
 
 // Looks for a text from construction on, again and again, on a thread of its own: in the places of
