@@ -175,7 +175,7 @@ void Wizard::hold(bool alsoChoices)
         button->setEnabled(false);
         held.append(button);
     }
-    aboutAction->setEnabled(false); // its button by now has given up the focus to heldFocus
+    aboutAction->setEnabled(false); // last: its button's focus is noted in heldFocus by now
 }
 
 void Wizard::release()
