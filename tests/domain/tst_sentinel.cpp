@@ -26,9 +26,10 @@ QStringList temporaryFiles()
     return found;
 }
 
-// The practice Mac's own file systems that can be written, of which root's home is one; /dev and
-// the cache below /run are the host's.
-const QStringList fileSystems = {"/", QDir::homePath() + '/', "/run/", "/tmp/", "/var/tmp/"};
+// The practice Mac's own file systems that can be written, root's home among them; /usr and /var
+// are such where the host's are. /dev and the cache below /run are the host's.
+const QStringList fileSystems = {
+    "/", QDir::homePath() + '/', "/run/", "/tmp/", "/usr/", "/var/", "/var/tmp/"};
 
 // The files with the text that were written on this Mac since the stamp, the logs and the
 // domain's own database included.
@@ -40,6 +41,7 @@ QStringList writtenSince(const QString& stamp, const QString& text)
     const QString found =
         PracticeMac::run("/bin/bash", QStringList{"-c", script, "find", stamp, text} + fileSystems);
     QStringList files = found.split('\n', Qt::SkipEmptyParts);
+    files.removeDuplicates(); // those below /usr and /var where these are no file systems
     files.sort();
     return files;
 }
