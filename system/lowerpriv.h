@@ -35,8 +35,8 @@ public:
     int runPrivCmd(char* tool, char** args, FILE** pipe) override;
 
 private:
-    // The latest process id that was read; at first one that no child can have. It is waited for
-    // again where a tool writes none: no such child is left, so the run counts as a success.
+    // The latest four bytes read as an id; at first one that no child can have. Waited for again
+    // where a tool writes fewer: no such child is left, so the run counts as a success.
     std::int32_t toolPid = INT32_MAX;
 };
 

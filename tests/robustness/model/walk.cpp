@@ -1,6 +1,6 @@
 // Walks the model and the program together and compares them after each step: all paths up to a
-// depth, then random ones. Each branch is a fork of the process, so that a path is not walked again
-// for each of its ends, and so that the path that leads to a crash or a hang can be told.
+// depth, then random ones. After a job's prefix each branch is a fork: no path is walked again for
+// each of its ends, and that of a crash or a hang can be told; else only its job or its seed can.
 
 #include "tests/robustness/model/testedwizard.h"
 #include "tests/support/worldtest.h"
