@@ -80,7 +80,7 @@ private slots:
         QVERIFY(!QFileInfo::exists(path));
     }
 
-    void eachNewFileIsEmptyAndItsOwners()
+    void eachNewFileHasSixCharactersMoreIsEmptyAndItsOwners()
     {
         const QString base = World::file("out 東京");
         const QString path = makeRandomFile(base);

@@ -33,7 +33,7 @@ private slots:
         QCOMPARE(visibleTexts(&page), QStringList{joinTemplate});
     }
 
-    void aLaterStateDoesNotChooseTheReport()
+    void onlyTheStateAtStartUpChoosesTheReport()
     {
         World::setJoined();
         WizardDriver driver;

@@ -19,17 +19,17 @@ class TestFlow : public WorldTest
     Q_OBJECT
 
 private slots:
-    void theInterimPageIsNeverShown_data()
+    void theInterimPageIsNeverShownAndBackLeadsToTheFirst_data()
     {
         addColumns<bool, bool, bool, int>("bound", "joined", "refused", "page");
-        addRow("neither bound nor joined", false, false, false, 3);
-        addRow("joined", false, true, false, 6);
-        addRow("bound", true, false, false, 2);
-        addRow("bound and joined", true, true, false, 2);
-        addRow("the check is refused", true, true, true, 0);
+        addRow("neither bound nor joined: the credentials", false, false, false, 3);
+        addRow("joined: the leave", false, true, false, 6);
+        addRow("bound: the unbinding", true, false, false, 2);
+        addRow("bound and joined: the unbinding", true, true, false, 2);
+        addRow("the check is refused: the introduction", true, true, true, 0);
     }
 
-    void theInterimPageIsNeverShown()
+    void theInterimPageIsNeverShownAndBackLeadsToTheFirst()
     {
         QFETCH(bool, bound);
         QFETCH(bool, joined);
@@ -67,7 +67,7 @@ private slots:
                              "domain at example.test."});
     }
 
-    void unbindThenJoin()
+    void unbindCarriesItsEntriesToTheJoin()
     {
         World::setBound("old.test");
         WizardDriver driver;

@@ -44,6 +44,13 @@ private slots:
         QCOMPARE(World::callsOf("gui_helper_tool").size(), 0);
     }
 
+    void leavesQtItsOwnArguments()
+    {
+        Program program({"-platform", "none"}, Program::WithoutWaiting);
+        QVERIFY(program.process.waitForFinished(20000)); // there is no such platform
+        QCOMPARE(program.process.exitStatus(), QProcess::CrashExit);
+    }
+
     void showsTheWizardOnlyAfterTheProbes()
     {
         World::hold("profiles");
@@ -57,7 +64,7 @@ private slots:
         QVERIFY(program.close());
     }
 
-    void closingAtAnyPageEndsIt_data()
+    void closingAtAnyPageEndsItAndNoOtherWindowWasShown_data()
     {
         // For each press of Next, one tool that it runs.
         addColumns<bool, bool, QStringList, QString>("bound", "joined", "tools", "key");
@@ -71,7 +78,7 @@ private slots:
         addRow("7 report, by Finish", false, false, join, "Return");
     }
 
-    void closingAtAnyPageEndsIt()
+    void closingAtAnyPageEndsItAndNoOtherWindowWasShown()
     {
         QFETCH(bool, bound);
         QFETCH(bool, joined);
