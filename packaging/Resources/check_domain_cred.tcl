@@ -1,3 +1,4 @@
+#!/usr/local/bin/mvedit
 # Checks an administrator's name and password against a domain: signs in and asks it one question.
 #
 # usage: check_domain_cred.tcl DOMAIN USER PASSWORD

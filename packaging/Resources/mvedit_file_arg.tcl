@@ -1,3 +1,4 @@
+#!/usr/local/bin/mvedit
 # Lists the containers of a domain, OUs and CNs alike: one distinguished name a line, in UTF-8.
 #
 # usage: mvedit_file_arg.tcl DOMAIN USER PASSWORD

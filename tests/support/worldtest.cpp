@@ -12,7 +12,6 @@
 #include <QMutex>
 #include <QPointer>
 #include <QPushButton>
-#include <QScopeGuard>
 #include <QTextBrowser>
 #include <QThread>
 #include <QThreadPool>
@@ -173,9 +172,8 @@ void whileRunning(const QString& tool, const std::function<void()>& action,
         if (World::callsOf(tool).isEmpty())
             return;
         poll.stop();
-        // Also after a failed assertion: the action waits for the tool's end.
-        const auto letEnd = qScopeGuard([&tool] { World::release(tool); });
         inspect(QApplication::activeModalWidget());
+        World::release(tool); // the action waits for its end
     });
     poll.start(1);
     action();

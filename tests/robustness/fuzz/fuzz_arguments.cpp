@@ -31,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         button->setChecked(input.ConsumeBool());
         return button->isChecked();
     };
-    // All choices are shuffled before any is read, since some act on others.
+    // These four act on one another: all are shuffled before one is read.
     for (const char* name : {"AdvancedButton", "ZoneButton", "AppleUIDCheck", "AutoButton"})
         box(name);
     const bool automatic = wizard->findChild<QRadioButton*>("AutoButton")->isChecked();
