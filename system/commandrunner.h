@@ -14,12 +14,12 @@ constexpr int abnormalShellEnd = 999;
 
 // Runs a complete shell command line (UTF-8) through /bin/sh and appends what it prints on standard
 // output, read as UTF-8, to *output. Returns the exit status 0 to 255 or abnormalShellEnd; 0 as
-// well for a command that could not even be started.
+// well where no shell could be started.
 int runCmd(const char* command, QString* output);
 
 // Runs a command line like runCmd() and returns the bytes of its standard output, of a line that
-// holds a NUL those before it; its exit status is discarded. Empty when the command could not be
-// started.
+// holds a NUL those before it; its exit status is discarded. Empty when no shell
+// could be started.
 std::string getReturnValue(const char* command);
 
 // The text up to, not including, the first line end; the whole text when there is none.

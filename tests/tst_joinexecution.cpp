@@ -152,7 +152,7 @@ private slots:
         compareProgress<LoadJoin>(driver);
     }
 
-    // The tool is waited for on the only thread of the pool.
+    // The pool's one thread waits for the tool, and is lent.
     void thePoolServesOthersMeanwhile()
     {
         QThreadPool* pool = QThreadPool::globalInstance();

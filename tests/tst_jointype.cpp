@@ -246,7 +246,7 @@ private slots:
         World::hold(containerScript);
         driver.browseAndClose();
         driver.type("ContainerDNEdit", "OU=Macs");
-        // As QProcess collects its end it tells of its failure, too.
+        // Once the child is gone, QProcess has told of its failure.
         QCOMPARE(warningsDuring([&] { QTRY_COMPARE(childProcesses(), before); }), QStringList());
         QCOMPARE(driver.text("ContainerDNEdit"), QString("OU=Macs"));
     }

@@ -10,7 +10,7 @@ class TestJoinTypeForm : public WorldTest
     Q_OBJECT
 
 private slots:
-    // The texts that are shown stand in the pictures of the documents.
+    // tst_pictures compares the texts that are shown.
     void formHasItsHiddenChoice()
     {
         const JoinType page;

@@ -50,7 +50,7 @@ void whileRunning(const QString& tool, const std::function<void()>& action,
                   const std::function<void(QWidget*)>& inspect);
 
 // Waits until no thread of the pool has work. A task's result can be had before the pool has put
-// the task away. The threads stay.
+// the task away. Ends no thread.
 void waitForIdleThreads();
 
 // Clicks on a visible widget as a person does: through its window, where a modal dialog can stop
