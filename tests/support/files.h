@@ -13,6 +13,6 @@ inline QByteArray readFile(const QString& path)
 inline void writeFile(const QString& path, const QByteArray& content)
 {
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.flush())
         qFatal("%s can't be written: %s", qPrintable(path), qPrintable(file.errorString()));
 }

@@ -163,7 +163,7 @@ void World::reset()
 
 void World::answer(const QString& command, const Answer& answer)
 {
-    // One small file, as walk.cpp lays down many thousands: a line of numbers, then the texts.
+    // One small file, as TestedWizard lays down thousands: a line of numbers, then the texts.
     const QString file = state + "/answers/" + command;
     if (answer.held)
         writeFile(file + ".held", {});
