@@ -9,5 +9,5 @@ class QString;
 void presentDialog(QDialog* dialog, const QString& message);
 
 // Whether a modal dialog is up. The windows below it take no key or click then, but an assistive
-// tool can press their buttons: the slots of these ask this first. User-interface thread.
+// tool can press their buttons: Next, Back, About, Browse and Choose ask. User-interface thread.
 bool isUnderDialog();
