@@ -26,7 +26,7 @@ void refuseCredentials(const QString& reason)
 
 } // namespace
 
-// Macs with one trouble each: every function runs on that of the scenario that it stands for.
+// Macs with one trouble each: CMakeLists.txt names the scenario that each function runs on.
 class TestScenarios : public DomainTest
 {
     Q_OBJECT

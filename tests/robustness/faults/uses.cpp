@@ -51,7 +51,7 @@ QString asWarned(const QString& text)
 
 // --- What has to be seen
 
-// A stopped tool is not killed: the table lets it go on.
+// A stopped tool is not killed: Table lets it go on.
 bool isKilled(const Fault& fault)
 {
     return fault.signal != 0 && fault.signal != SIGSTOP;
