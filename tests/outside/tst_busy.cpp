@@ -98,23 +98,27 @@ private slots:
 
     void textBeyondTheLastEditIsForNone_data()
     {
-        addMoments({"text"}, stepLasts + watchedAfter);
+        addMoments({"1 Tab", "2 Tabs", "3 Tabs"}, stepLasts + watchedAfter);
     }
 
-    // The page has edits for two of the three texts. The third, a password, must not land in the
-    // first edit, which shows its text.
+    // The page has edits for two of the three texts, then Next, Back and About. The third, a
+    // password, must not land in the first edit, which shows its text.
     void textBeyondTheLastEditIsForNone()
     {
+        QFETCH(QString, way);
         QFETCH(int, moment);
+        const int tabs = way.left(1).toInt();
         Program program;
         World::hold("dsconfigad -show", "\nActive Directory Forest = example.test\n"
                                         "Active Directory Domain = example.test\n");
         QVERIFY(program.nextRuns("dsconfigad"));
-        duringStep("dsconfigad -show", moment,
-                   [&program] { program.session.key(typed("corp.test\tadm\tsecret")); });
+        duringStep("dsconfigad -show", moment, [&program, tabs] {
+            program.session.key(typed("corp.test\tadm" + QString(tabs, '\t') + "secret"));
+        });
         QVERIFY(program.isFree());
         QCOMPARE(World::callsOf("mvedit").size(), 0);
-        program.session.key({"shift+Tab"}); // back to the edits from the button behind them
+        for (int i = 0; i < tabs; ++i) // back to the edits from the buttons behind them
+            program.session.key({"shift+Tab"});
         QVERIFY(program.nextRuns("mvedit"));
         QCOMPARE(World::callsOf("mvedit").first().arguments.mid(1),
                  QStringList({"example.test", "corp.test", "adm"}));
