@@ -79,7 +79,8 @@ private slots:
         addColumns<QStringList, int>("keys", "status");
         const QStringList right{"p", "r", "a", "c", "t", "i", "c", "e", "Return"};
         addRow("accepted", right, 0);
-        addRow("cancelled after two wrong answers", QStringList{"Return", "Return", "Escape"}, 1);
+        addRow("cancelled by its button, after two wrong answers",
+               QStringList{"Return", "Return", "Tab", "space"}, 1);
         addRow("denied by the third wrong answer", QStringList{"Return", "Return", "Return"}, 2);
     }
 
