@@ -15,21 +15,28 @@ const QString sentinel = "S3ntinel." + QUuid::createUuid().toString(QUuid::Id128
 const QString rightPassword = sentinel + "Right";
 const QString wrongPassword = sentinel + "Wrong";
 
+// The lines that a program prints, sorted.
+QStringList linesOf(const QString& program, const QStringList& arguments)
+{
+    QStringList lines = PracticeMac::run(program, arguments).split('\n', Qt::SkipEmptyParts);
+    lines.sort();
+    return lines;
+}
+
 // The names of all files in the folders where tools keep tickets, settings and the like while they
 // run. What is mounted below these folders is not the practice Mac's own.
 QStringList temporaryFiles()
 {
-    QStringList found = PracticeMac::run("/usr/bin/find", {"/tmp", "/run/session", QDir::homePath(),
-                                                           "/var/tmp", "-xdev"})
-                            .split('\n');
-    found.sort();
-    return found;
+    return linesOf("/usr/bin/find",
+                   {"/tmp", "/run/session", QDir::homePath(), "/var/tmp", "-xdev"});
 }
 
-// The practice Mac's own file systems that can be written, root's home among them; /usr and /var
-// are such where the host's are. /dev and the cache below /run are the host's.
-const QStringList fileSystems = {
-    "/", QDir::homePath() + '/', "/run/", "/tmp/", "/usr/", "/var/", "/var/tmp/"};
+// Where the practice Mac's own file systems are mounted: all that can be written, but for /dev and
+// the cache below /run, which are the host's.
+QStringList fileSystems()
+{
+    return linesOf("/usr/bin/findmnt", {"-lno", "TARGET", "-S", "practice-mac"});
+}
 
 // The files with the text that were written on this Mac since the stamp, the logs and the
 // domain's own database included.
@@ -38,20 +45,15 @@ QStringList writtenSince(const QString& stamp, const QString& text)
     const QString script = "stamp=$1 text=$2; shift 2\n"
                            "find \"$@\" -xdev -type f -newer \"$stamp\" -print0 |\n"
                            "xargs -0 -r grep -laF -e \"$text\" || true";
-    const QString found =
-        PracticeMac::run("/bin/bash", QStringList{"-c", script, "find", stamp, text} + fileSystems);
-    QStringList files = found.split('\n', Qt::SkipEmptyParts);
-    files.removeDuplicates(); // those below /usr and /var where these are no file systems
-    files.sort();
-    return files;
+    return linesOf("/bin/bash", QStringList{"-c", script, "find", stamp, text} + fileSystems());
 }
 
 // Writes the text to a file in each of the file systems. Returns their names, sorted.
 QStringList writeEverywhere(const QString& text)
 {
     QStringList names;
-    for (const QString& folder : fileSystems) {
-        names << folder + "control";
+    for (const QString& folder : fileSystems()) {
+        names << QDir(folder).filePath("control");
         writeFile(names.last(), text.toUtf8());
     }
     names.sort();
@@ -82,8 +84,7 @@ private slots:
         PracticeMac::run("/usr/sbin/dsconfigad",
                          {"-add", PracticeMac::domain, "-computer", "sentinel-mac0", "-username",
                           PracticeMac::administrator, "-password", rightPassword});
-        const QString stamp = "/var/stamp";
-        PracticeMac::run("/usr/bin/touch", {stamp});
+        PracticeMac::run("/usr/bin/touch", {"/var/stamp"});
         const QStringList filesBefore = temporaryFiles();
         const QList<int> descriptorsBefore = openDescriptors();
 
@@ -106,10 +107,10 @@ private slots:
         QCOMPARE(said.size(), 5);
         QVERIFY(!said.join(' ').contains(sentinel));
         QCOMPARE(temporaryFiles(), filesBefore);
-        // Just the files that are written now are found, and each of them, so that no file system
-        // is left out.
+        // Just the files that are written now are found, and each of them.
+        QVERIFY(fileSystems().contains("/") && fileSystems().contains(QDir::homePath()));
         const QStringList controls = writeEverywhere(sentinel);
-        QCOMPARE(writtenSince(stamp, sentinel), controls);
+        QCOMPARE(writtenSince("/var/stamp", sentinel), controls);
         QThreadPool::globalInstance()->waitForDone(); // its threads hold descriptors as well
         QCOMPARE(openDescriptors(), descriptorsBefore);
     }
@@ -124,7 +125,6 @@ private:
         enter(&wizard, rightPassword, 3);
         enter(&wizard, wrongPassword, 3);
         enter(&wizard, rightPassword, 4);
-
         wizard.click("AdvancedButton");
         browse(&wizard)->close();
         wizard.click("ZoneButton");

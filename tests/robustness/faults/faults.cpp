@@ -58,7 +58,7 @@ QList<Fault> faults(const Use& use)
                      signal};
     for (const int status : {1, 2, 126, 127, 255})
         all << Fault{QString("exit %1").arg(status), Fault::InPlace, 0, status};
-    // A helper tool is read only after its end. Its socket holds more than the pipe of the others.
+    // A helper tool is read only after its end. Its socket holds more than a shell's pipe.
     const int capacity = use.tool == "gui_helper_tool" ? socketCapacity() : 65536;
     all << printing("capacity less 1", QByteArray(capacity - 1, 'x'));
     QByteArray bytes;
@@ -126,7 +126,7 @@ void runFault(const Use& use, const Fault& fault, FILE* verdict)
         seen = use.use(driver);
     }
     QString expected = use.expected(fault, status);
-    // A tool that had to be killed may have been cut short anywhere.
+    // Table kills such a tool, whose output then ends anywhere.
     if (waits(use, fault) && fault.signal == 0) {
         expected = expected.section("...", 0, 0) + "...";
         seen = seen.section("...", 0, 0) + "...";
