@@ -16,5 +16,5 @@ struct ReadyTexts {
 
 std::vector<ReadyTexts> readyTexts(const Level& level);
 
-// The least that a model of Qt's own items costs: an item for each text, each appended as a row.
+// A plain model of Qt's own items: an item for each text, each appended as a row.
 void appendItems(const std::vector<ReadyTexts>& texts, QStandardItem* parent);

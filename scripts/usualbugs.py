@@ -91,7 +91,7 @@ def is_balanced(text):
 
 def changed_text(text):
     middle = len(text) // 2
-    # Not within an escape or a placeholder.
+    # Not right after the character that begins an escape or a placeholder.
     while text[:middle].endswith(("\\", "%", "$")):
         middle += 1
     return text[:middle] + "x" + text[middle:]
@@ -139,7 +139,7 @@ def in_source(path, text):
     quoted = False
     here = None
     for line in text.split("\n"):
-        # Docstrings and here-documents are no program.
+        # Docstrings and here-documents are passed over, also where these hold a script.
         quotes = line.count('"""') if rules is PYTHON else 0
         if not quoted and not quotes and here is None and not re.match(rules["comment"], line):
             for kind, start, end, new in in_line(rules, line, previous):

@@ -13,13 +13,12 @@
 constexpr int abnormalShellEnd = 999;
 
 // Runs a complete shell command line (UTF-8) through /bin/sh and appends what it prints on standard
-// output, read as UTF-8, to *output. Returns the exit status 0 to 255 or abnormalShellEnd; 0 as
-// well where no shell could be started.
+// output to *output: of each chunk of StreamReader what is before a NUL, read as UTF-8. Returns the
+// exit status 0 to 255 or abnormalShellEnd; 0 as well where no shell could be started.
 int runCmd(const char* command, QString* output);
 
-// Runs a command line like runCmd() and returns the bytes of its standard output, of a line that
-// holds a NUL those before it; its exit status is discarded. Empty when no shell
-// could be started.
+// Runs a command line like runCmd() and returns the bytes of its standard output, of each chunk
+// those before a NUL; its exit status is discarded. Empty when no shell could be started.
 std::string getReturnValue(const char* command);
 
 // The text up to, not including, the first line end; the whole text when there is none.
@@ -33,8 +32,9 @@ char** convertQSLtoArray(QStringList list);
 QString appendDomainName(QString user, QString domain);
 
 // Creates an empty, uniquely named file that only the owner can read and write, and returns its
-// path: the base, a full stop and six further characters. The file stays open until the process
-// ends. When none can be made, the returned name does not exist; there is no other sign of it.
+// path: the base, of at most 248 bytes, a full stop and six further characters. The file stays open
+// until the process ends. When none can be made, the returned name does not exist; there is no
+// other sign of it.
 QString randomizeFileName(QString base);
 
 // Whether the path itself is a symbolic link; false for a path that does not exist.

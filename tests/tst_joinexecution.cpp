@@ -152,7 +152,7 @@ private slots:
         compareProgress<LoadJoin>(driver);
     }
 
-    // The pool's one thread waits for the tool, and is lent.
+    // The one thread, waiting for the tool, lends its place in the pool.
     void thePoolServesOthersMeanwhile()
     {
         QThreadPool* pool = QThreadPool::globalInstance();

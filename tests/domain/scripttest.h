@@ -33,7 +33,7 @@ protected:
     // Compares all that a script has said on standard error, nothing for a success, and its status.
     static void checkResult(const ScriptResult& result, const QString& errors = {});
 
-    // Compares the sentence of a script that has failed, its first line, which the wizard shows.
+    // Compares the sentence of a script that has failed, its first line on standard error.
     static void checkRefusal(const ScriptResult& result, const QString& sentence);
 
     // Runs Tcl with the scripts' library and returns what it prints, without the line's end.

@@ -101,7 +101,7 @@ private slots:
         addMoments({"1 Tab", "2 Tabs", "3 Tabs"}, stepLasts + watchedAfter);
     }
 
-    // The page has edits for two of the three texts, then Next, Back and About. The third, a
+    // The page has edits for two of the three texts, then Back, Next and About. The third, a
     // password, must not land in the first edit, which shows its text.
     void textBeyondTheLastEditIsForNone()
     {
@@ -227,7 +227,7 @@ private slots:
         QVERIFY(program.nextRuns("mvedit"));
         duringStep("mvedit", moment, [&program] {
             program.session.key({"alt+F4"});
-            program.session.awaitWindowManager(); // which passes the key on
+            program.session.awaitWindowManager(); // which asks the window to close
         });
         if (!passes) {
             const QString warning = program.session.waitForWindow("WARNING");
