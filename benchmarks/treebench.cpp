@@ -48,7 +48,7 @@ void readyTextsToModel(benchmark::State& state)
     state.counters["bytes"] = residentMemory() - before;
 }
 
-// The least that the loader's work could take: each name parsed, and a model of ready-made texts.
+// The peer of outputToModel: OpenLDAP parses each name, and a model gets ready-made texts.
 void outputParsedByOpenLdapAndReadyTextsToModel(benchmark::State& state)
 {
     const std::vector<ReadyTexts> texts = readyTexts(*newTree(lines(state)));

@@ -140,8 +140,8 @@ int LeaveIntro::runMVLeave(char** args)
     return status;
 }
 
-// A run that was not started leaves leaveOutput as it was: then the text of an earlier run is
-// shown, if there is one.
+// Only a run that is started clears leaveOutput: one that is not shows what an earlier one left
+// there, which may be the code of a cancelled prompt.
 void LeaveIntro::explain(int status)
 {
     if (status != 0 && leaveOutput.isEmpty())

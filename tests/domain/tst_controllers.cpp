@@ -342,8 +342,8 @@ private:
                                   "exec sleep 2 ;;\nesac\nexec /usr/bin/ldapsearch \"$@\"\n");
     }
 
-    // Has ldapsearch do `first` before it asks dc1's directory, and `others` before it asks any
-    // other. $mark is a path of this call's own, at which nothing is at first.
+    // Before a question without a password (-x), has ldapsearch do `first` for dc1's directory, and
+    // `others` for any other. $mark is a path of this call's own, at which nothing is at first.
     void delayDirectories(const QByteArray& first, const QByteArray& others)
     {
         standIn("ldapsearch", "mark=$0.mark" + QByteArray::number(++delays) + R"(

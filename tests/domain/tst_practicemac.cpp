@@ -9,7 +9,7 @@ namespace {
 const QString controller = QStringLiteral("192.0.2.1");
 
 // The exit status of a connection to the directory service there: 124 when four seconds bring no
-// answer. Of a host that is not there at all, the answer comes after three.
+// answer, not even that ARP finds no such host, which comes after three.
 int connectionTo(const QString& address)
 {
     return QProcess::execute(

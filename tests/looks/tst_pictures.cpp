@@ -4,7 +4,7 @@
 #include <QDir>
 #include <QRegularExpression>
 
-// The documents' pictures have the sizes and the texts of the assistant as it is, and are small.
+// render_pictures' files have the assistant's sizes and texts; they and the tour's film are small.
 class TestPictures : public WorldTest
 {
     Q_OBJECT

@@ -1,6 +1,6 @@
-// Every external tool with every fault, and every use of a tool under every shortage: prints a
-// table of what the user sees and fails where that is not what the rules give, where the program
-// crashes or hangs, or where a child process, descriptor, thread or window is left.
+// Every use of an external tool with every fault and under every shortage: prints a table of what
+// the user sees and fails where that is not what the rules give, where the program crashes or
+// hangs, or where a child process, descriptor, thread or window is left.
 
 #include "tests/robustness/faults/shortage.h"
 #include "tests/robustness/faults/uses.h"

@@ -182,7 +182,7 @@ int Rules::nextId()
         return mac.detour == Machine::Cloud ? 5 : 1;
     case 1:
         if (on.reportUnread) {
-            on.reportUnread = false; // asking reads the domain's line
+            on.reportUnread = false; // asking reads dsconfigad's line of the domain
             return 2;
         }
         return probeJoined() ? 6 : 3;

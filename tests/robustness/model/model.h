@@ -118,7 +118,7 @@ private:
         QString greetedDomain; // page 0, empty when not joined at start-up
         bool startedJoined = false;
 
-        bool reportUnread = false; // page 1: the line that names a domain is still to be read
+        bool reportUnread = false; // page 1: dsconfigad's line of the domain is still to be read
 
         QString boundName; // page 2
         QString bindUser, bindPassword;
