@@ -19,8 +19,8 @@ namespace PracticeMac {
 // Asks the controller's own database, by none of the tools that the assistant runs.
 Computer directoryOn(const QString& computerName);
 
-// Runs a program to its end and returns its output; ends the test program when it can't be run or
-// fails.
+// Runs a program to its end and returns its output; ends the test program when it can't be run,
+// fails or takes more than a minute.
 QString run(const QString& program, const QStringList& arguments);
 
 // The numbers of the processes that pgrep finds; that it finds none is no failure.

@@ -29,7 +29,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     page.setUIDomain();
     Fuzz::check(page.findChild<QLabel*>("ADName")->text() == domain, "the domain is shown");
     if (bound) {
-        // A report without a binding would have the interim page ask the agent.
+        // Without a binding the interim page would ask the agent: a shell, which is too slow.
         InterimIntro interim;
         Fuzz::check(interim.validatePage(), "the query is a success");
         Fuzz::check(interim.nextId() == 2, "a binding leads to the unbind page");

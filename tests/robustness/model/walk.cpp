@@ -1,6 +1,6 @@
 // Walks the model and the program together and compares them after each step: all paths up to a
-// depth, then random ones. After a job's prefix each branch is a fork: no path is walked again for
-// each of its ends, and that of a crash or a hang can be told; else only its job or its seed can.
+// depth, then random ones. After a job's prefix each step is a fork: no beginning is walked twice,
+// and a crash or hang is told with its path; in a prefix or a random walk, with its job or seed.
 
 #include "tests/robustness/model/testedwizard.h"
 #include "tests/support/worldtest.h"
