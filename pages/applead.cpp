@@ -51,8 +51,8 @@ bool AppleAD::validatePage()
                                  field(QStringLiteral("appleADPassword")).toString()))
         return false;
     leaveAppleAD();
-    // Shown always: the tool's status is unavailable, and a binding that is still there makes the
-    // join fail visibly.
+    // Shown always: the tool's status is unavailable, and where a binding is left the agent itself
+    // refuses to join.
     showWarning(tr("You are unbound from Apple's Active Directory plugin."));
     return true;
 }

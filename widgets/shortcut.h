@@ -3,7 +3,7 @@
 #include <QAbstractButton>
 #include <QKeySequence>
 
-// Gives a button that takes no keyboard focus a shortcut, and names it in the tool tip.
+// Gives a button that Tab does not reach a shortcut, and names it in the tool tip.
 inline void setShortcut(QAbstractButton* button, const QKeySequence& keys)
 {
     button->setShortcut(keys);

@@ -114,6 +114,7 @@ private slots:
         };
         QVERIFY(read("AutoButton").startsWith(QString("Recommended for most installations.")));
         QVERIFY(read("ZoneButton").startsWith(QString("Recommended for installations in which")));
+        QVERIFY(read("ContainerDNBrowse").contains("container from the tree of the domain"));
     }
 
     void shortcutsAreTold()
@@ -122,8 +123,7 @@ private slots:
         for (const char* name :
              {"AdvancedButton", "ForceLeave", "ContainerDNLabel", "PDSLabel", "AliasLabel"}) {
             auto* button = child<QAbstractButton>(opened->content(), QString::fromLatin1(name));
-            QAccessibleActionInterface* actions =
-                QAccessible::queryAccessibleInterface(button)->actionInterface();
+            auto* actions = QAccessible::queryAccessibleInterface(button)->actionInterface();
             QVERIFY2(!button->shortcut().isEmpty(), name);
             QCOMPARE(actions->keyBindingsForAction(QAccessibleActionInterface::pressAction()),
                      QStringList{button->shortcut().toString()});

@@ -22,7 +22,7 @@ struct Answer {
     int exitStatus = 0;
     int signal = 0;          // raised after the output, when not 0
     bool reportsPid = false; // writes its process id, four bytes, before any output
-    bool held = false;       // ends only after World::release()
+    bool held = false;       // ends at World::release(), or with its caller
 };
 
 // The private mount namespace in which recording stand-ins are at the fixed paths of the agent's
