@@ -7,7 +7,7 @@
 
 // The tree of containers: distinguished names by their components, from the right to the left.
 
-// A new level, never deleted: deleteLeaves() takes it from its leaf (docs/known-behaviour.md).
+// A new level, never deleted: deleteLeaves() only detaches it (docs/known-behaviour.md).
 Level* newLevel();
 
 // Inserts a name below a level: its last component there, each further one below the one to its

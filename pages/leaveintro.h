@@ -28,8 +28,8 @@ public:
     // Hides the enrollment hint.
     void setCloudUIComponents();
 
-    // The worker: runs the leave tool, stores its output in leaveOutput, or what explains a failure
-    // without output, emits finishedMVLeave() and returns the run's result code. `args` stays the
+    // The worker: runs the leave tool, stores its output in leaveOutput, and where that is empty, a
+    // failure's code, emits finishedMVLeave() and returns the run's result code. `args` stays the
     // caller's.
     int runMVLeave(char** args);
 

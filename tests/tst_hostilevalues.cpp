@@ -162,7 +162,7 @@ private slots:
     void theUnbindGetsEachValueWhole()
     {
         QFETCH(QString, value);
-        // The report is read in chunks of 511 bytes: the longest domain would not come whole.
+        // Of dsconfigad's line only 511 bytes are taken: the longest domain would be cut.
         const QString domain = value.left(100);
         World::setBound(domain.toUtf8());
         WizardDriver driver;

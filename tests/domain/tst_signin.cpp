@@ -3,7 +3,7 @@
 static const QString noneListed = "DNS lists no domain controller of %1: check the name, and that "
                                   "this Mac uses its DNS servers.";
 
-// Whom the script of the sign-in accepts, and what it says of the others.
+// Whom check_domain_cred.tcl accepts, and what it says of the others.
 class TestSignIn : public ScriptTest
 {
     Q_OBJECT

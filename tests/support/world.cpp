@@ -117,7 +117,7 @@ void World::enter()
     }
     enterNamespaces();
     makeOwnFolder();
-    // In /dev the machine's system log is covered as well; a test may listen there.
+    // In /dev a test may listen as the system log, in place of the machine's.
     for (const char* folder :
          {"/usr/local/bin", "/usr/local/sbin", "/usr/sbin", "/usr/bin", "/usr/libexec", "/dev"})
         makeWritable(folder);

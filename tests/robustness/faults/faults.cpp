@@ -1,4 +1,4 @@
-// Every use of an external tool with every fault and under every shortage: prints a table of what
+// Each use of a tool in uses.cpp with every fault and under every shortage: prints a table of what
 // the user sees and fails where that is not what the rules give, where the program crashes or
 // hangs, or where a child process, descriptor, thread or window is left.
 

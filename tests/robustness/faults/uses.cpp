@@ -80,7 +80,7 @@ QString checkComplaint(const Fault& fault)
         return "sh: 1: /usr/local/bin/mvedit: not found";
     if (fault.place != Fault::InPlace)
         return "sh: 1: /usr/local/bin/mvedit: Permission denied";
-    // The shell reports a killed tool itself.
+    // Here the shell prints the signal of a killed tool.
     return isKilled(fault) ? QString(strsignal(fault.signal))
                            : Reference::decoded(fault.output).section('\n', 0, 0);
 }
