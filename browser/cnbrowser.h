@@ -21,8 +21,9 @@ public:
 
     // What the next createTree() loads with.
     void setDomainInfo(QString domain, QString user, QString password);
-    // Loads the tree, or reuses the one that is drawn for this domain. treeDrawingDone() tells its
-    // end, but not where the script can't be started, or a later load or clearData() has ended it.
+    // Loads the tree, or reuses the one that was drawn last, where it is this domain's. Not to be
+    // called for that one while another loads. treeDrawingDone() tells the end, but not where the
+    // script can't be started, or a later load or clearData() has ended the load.
     void createTree();
     // Releases the tree's model, and ends a load that still runs.
     void clearData();

@@ -249,7 +249,7 @@ bool JoinType::validatePage()
     }
     // Where no tool was started this is the text of the run before, or an empty one.
     showWarning(joinOutput);
-    delete[] arguments; // on this path alone; its strings stay in memory (docs/security.md)
+    delete[] arguments; // here alone, and its strings nowhere (docs/known-behaviour.md)
     return false;
 }
 

@@ -128,7 +128,7 @@ bool LeaveIntro::validatePage()
         return false;
     explain(status); // runMVLeave() has not where no thread could be made
     showWarning(leaveOutput);
-    delete[] arguments; // on this path alone; its strings stay in memory (docs/security.md)
+    delete[] arguments; // here alone, and its strings nowhere (docs/known-behaviour.md)
     return false;
 }
 

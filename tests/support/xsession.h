@@ -5,8 +5,8 @@
 #include <QRect>
 #include <QStringList>
 
-// An X display of its own with a window manager, for tests of the program as a process. Its
-// programs need the home that World::enter() makes. Gone when the object is.
+// An X display of its own with a window manager, for tests of the program as a process. Gone when
+// the object is. Its programs need the folder World::home().
 class XSession
 {
 public:

@@ -1,6 +1,6 @@
 #pragma once
 // The part of the Mac's authorization service that the assistant uses, for other systems: the same
-// names, contract and codes.
+// names, types and codes.
 
 #include <cstdint>
 #include <cstdio>

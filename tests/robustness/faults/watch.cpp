@@ -21,7 +21,7 @@
 namespace {
 
 constexpr int polling = 10;     // ms
-constexpr int patience = 500;   // ms that a tool has to be waited for
+constexpr int patience = 500;   // ms that a stopped tool has to be waited for, another four times
 constexpr int hanging = 30'000; // ms
 
 struct Process {
