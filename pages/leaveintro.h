@@ -28,8 +28,8 @@ public:
     // Hides the enrollment hint.
     void setCloudUIComponents();
 
-    // The worker: runs the leave tool, stores its output in leaveOutput, and a failure's code if that
-    // is empty, emits finishedMVLeave() and returns the result code. `args` are the caller's.
+    // The worker: runs the leave tool, stores its output in leaveOutput, or if that is empty, a
+    // failure's code, emits finishedMVLeave() and returns the result code. `args` are the caller's.
     int runMVLeave(char** args);
 
 signals:
