@@ -28,7 +28,7 @@ QStringList shown(const QStandardItem* parent, const QString& indent = {})
 }
 
 // Names of few different components, so that paths meet and names repeat. With each second seed a
-// value has a single prefix; with the others insertNames() can't keep siblings together.
+// value has a single prefix; with the others insertNames() has to insert the names one by one.
 QStringList randomNames(quint32 seed)
 {
     static const QStringList onePrefix = {"OU=a",   "OU=b", " OU=a",  "OU=a ", "L=Paris",
