@@ -21,9 +21,9 @@ public:
 
     // What the next createTree() loads with.
     void setDomainInfo(QString domain, QString user, QString password);
-    // Loads the tree, or reuses the one that was drawn last, where it is this domain's. Not to be
-    // called for that one while another loads. treeDrawingDone() tells the end, but not where the
-    // script can't be started, or a later load or clearData() has ended the load.
+    // Loads the tree, or reuses the one drawn last if it is this domain's. A load that still runs has
+    // to be ended by clearData() first. treeDrawingDone() tells the end, but not where clearData()
+    // has ended the load or the script can't be started.
     void createTree();
     // Releases the tree's model, and ends a load that still runs.
     void clearData();
@@ -48,5 +48,5 @@ private:
     QString domain;
     QString user;
     QString password;
-    QString drawnDomain; // of the latest tree, even if released; empty after a failed load
+    QString drawnDomain; // of the tree drawn last, even if released; empty after NO_DATA
 };

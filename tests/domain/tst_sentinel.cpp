@@ -31,8 +31,8 @@ QStringList temporaryFiles()
                    {"/tmp", "/run/session", QDir::homePath(), "/var/tmp", "-xdev"});
 }
 
-// Where the practice Mac's own file systems are mounted: all that can be written, but for /dev and
-// the cache below /run, which are the host's.
+// Where the practice Mac's own file systems are mounted: all that can be written, but for the
+// host's, such as /dev and the cache below /run.
 QStringList fileSystems()
 {
     return linesOf("/usr/bin/findmnt", {"-lno", "TARGET", "-S", "practice-mac"});
