@@ -21,9 +21,9 @@ public:
 
     // What the next createTree() loads with.
     void setDomainInfo(QString domain, QString user, QString password);
-    // Loads the tree, or reuses the one drawn last if it is this domain's. A load that still runs has
-    // to be ended by clearData() first. treeDrawingDone() tells the end, but not where clearData()
-    // has ended the load or the script can't be started.
+    // Loads the tree, or reuses the one drawn last if it is this domain's. A load that still runs
+    // has to be ended by clearData() first. treeDrawingDone() tells the end, but not where
+    // clearData() has ended the load or the script can't be started.
     void createTree();
     // Releases the tree's model, and ends a load that still runs.
     void clearData();
