@@ -1,5 +1,5 @@
-// Stands at the tools' fixed paths inside the test world: records how it was called and answers as
-// the test has laid down in the world's folder, in which the stand-in itself is.
+// The tools' fixed paths inside the test world are links to this program: it records how it was
+// called, and answers as the test has laid down, in the folder `state` beside it.
 
 #include <algorithm>
 #include <climits>
@@ -16,7 +16,7 @@
 
 namespace {
 
-std::string worldFolder()
+std::string stateFolder()
 {
     char path[PATH_MAX];
     const ssize_t length = readlink("/proc/self/exe", path, sizeof path);
@@ -60,7 +60,7 @@ void record(int argc, char** argv)
     for (int i = 1; i < argc; ++i)
         text += std::string(argv[i]) + '\0';
     const int calls =
-        open((worldFolder() + "/calls").c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600);
+        open((stateFolder() + "/calls").c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600);
     if (write(calls, text.data(), text.size()) != static_cast<ssize_t>(text.size()))
         abort();
     close(calls);
@@ -104,7 +104,7 @@ Answer readAnswer(const std::string& path)
 
 std::string answerPath(int argc, char** argv)
 {
-    const std::string answers = worldFolder() + "/answers/";
+    const std::string answers = stateFolder() + "/answers/";
     const std::string tool = baseName(argv[0]);
     if (argc > 1 && exists(answers + tool + ' ' + baseName(argv[1])))
         return answers + tool + ' ' + baseName(argv[1]);
