@@ -9,7 +9,7 @@ class TestDesktop : public WorldTest
 private slots:
     void dialogsOpenOverTheWizardAndStayInFront_data()
     {
-        // The tools are what each press of Next runs.
+        // The tools are those that each press of Next runs last.
         addColumns<bool, QStringList, QString>("joined", "tools", "title");
         addRow("join", false, QStringList{"mvinfo", "mvedit", "gui_helper_tool"}, "Joining");
         addRow("leave", true, QStringList{"mvinfo", "gui_helper_tool"}, "Leaving");
