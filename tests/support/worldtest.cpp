@@ -65,7 +65,7 @@ void WorldTest::init()
     enrolling = false;
     // A new authorization session, without a grant.
     g_pProcess->setupauth();
-    // Threads of the pool end at once, so that a thread that is left is one that hangs.
+    // Threads of the pool end as soon as they are idle; cleanup() waits for the others.
     QThreadPool::globalInstance()->setExpiryTimeout(0);
     logged.clear();
     unexpected.clear();
