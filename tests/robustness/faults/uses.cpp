@@ -80,7 +80,7 @@ QString checkComplaint(const Fault& fault)
         return "sh: 1: /usr/local/bin/mvedit: not found";
     if (fault.place != Fault::InPlace)
         return "sh: 1: /usr/local/bin/mvedit: Permission denied";
-    // Here the shell prints the signal of a killed tool.
+    // The check reads what the shell says of a killed tool, too (2>&1).
     return isKilled(fault) ? QString(strsignal(fault.signal))
                            : Reference::decoded(fault.output).section('\n', 0, 0);
 }
