@@ -90,7 +90,7 @@ QByteArray Rules::state() const
     return state;
 }
 
-// --- The wizard's frame
+// --- From page to page
 
 bool Rules::last(int page) const
 {
