@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Runs the benchmarks in pairs, each run in a process of its own, and prints one table.
+"""Runs the benchmarks in pairs, each run in a process of its own but for those on the practice Mac, and
+prints one table.
 
 compare.py BUILDFOLDER INPUTFOLDER JSONFILE
 """

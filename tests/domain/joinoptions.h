@@ -22,7 +22,7 @@ void join(WizardDriver* wizard);
 
 void openAdvancedOptions(WizardDriver* wizard);
 
-// Switches an advanced option on and enters its value.
+// Checks the box of an advanced option, "OPTIONLabel", and fills in its edit, "OPTIONEdit".
 void choose(WizardDriver* wizard, const QString& option, const QString& value);
 
 // Opens the browser, waits for the tree, and returns the browser.

@@ -11,7 +11,7 @@ class QWidget;
 // alone.
 namespace Scenes {
 
-// What the user sees of the domain and of the Mac; the default is the documents' example.
+// What the user sees of the domain and of the Mac; the default is that of docs/images.
 struct Setting {
     QByteArray domain = "ad.example.com";
     QByteArray zone = "MacZone";

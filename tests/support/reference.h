@@ -13,7 +13,7 @@ namespace Reference {
 QList<QByteArray> pieces(const QByteArray& output);
 // The text of all pieces, each decoded by itself, as runCmd() does.
 QString decoded(const QByteArray& output);
-// The text of all pieces, decoded at once, as callers of getReturnValue() do.
+// The text of all pieces, joined before it is decoded, as callers of getReturnValue() do.
 QString undecoded(const QByteArray& output);
 
 // The container tree of the lines: each item's text, a blank before it for each level.

@@ -25,8 +25,7 @@ const QString world = share + QString("/test-world");
 // The machine's files as they are without the world.
 const QString machine = world + QString("/machine");
 const QString standin = world + QString("/standin");
-// Made anew by reset().
-const QString state = world + QString("/state");
+const QString state = world + QString("/state"); // made anew by reset()
 
 const QMap<QString, QString>& toolPaths()
 {
@@ -92,6 +91,7 @@ void makeOwnFolder()
     require(mount("/", qPrintable(machine), nullptr, MS_BIND | MS_REC, nullptr) == 0, "mount of /");
     require(umount2(qPrintable(machine + share), MNT_DETACH) == 0, "umount");
     linkOriginals(share);
+    QFile::remove(share + "/morvantad"); // only the link to an agent's folder: reset() writes there
     require(QFile::copy(machine + STANDIN_PROGRAM, standin), STANDIN_PROGRAM);
     const QString runtime = world + "/runtime";
     require(QDir().mkdir(runtime) && QDir().mkdir(World::home()), "mkdir");

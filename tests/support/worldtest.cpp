@@ -72,9 +72,8 @@ void WorldTest::init()
     allowed = QStringList{
         // The conclusion page has a slot for a widget that its form lacks.
         QString("No matching signal for on_Enrollcheck_toggled"),
-        // The display without a desktop has no order of windows.
+        // The display without a desktop can do neither.
         QString("This plugin does not support raise()"),
-        // The display without a desktop says so of each window of a fixed size.
         QString("This plugin does not support propagateSizeHints()"),
     };
     previousHandler = qInstallMessageHandler(logMessage);

@@ -6,7 +6,7 @@
 #include <QStringList>
 
 // An X display of its own with a window manager, for tests of the program as a process. Gone when
-// the object is. Its programs need the folder World::home().
+// the object is. To be made after the folder World::home(), which World::enter() makes.
 class XSession
 {
 public:

@@ -322,6 +322,7 @@ private slots:
             QVERIFY(visibleTexts(driver.currentPage()).contains(markup));
             for (const char* name : {"ComputerName_Val", "ActiveDirectory_Val", "JoinedZone_Val"})
                 QCOMPARE(driver.on<QLabel>(name)->textFormat(), Qt::PlainText);
+            QCOMPARE(child<QLabel>(driver.wizard.page(2), "ADName")->textFormat(), Qt::PlainText);
         }
         // A fetch would have connected before this.
         QTcpSocket last;
