@@ -18,6 +18,13 @@ QString PracticeMac::run(const QString& program, const QStringList& arguments)
     return output;
 }
 
+QStringList PracticeMac::sortedLines(const QString& text)
+{
+    QStringList lines = text.split('\n', Qt::SkipEmptyParts);
+    lines.sort();
+    return lines;
+}
+
 QStringList PracticeMac::processes(const QStringList& pgrepArguments)
 {
     QProcess pgrep;

@@ -22,6 +22,7 @@ Computer directoryOn(const QString& computerName);
 // Runs a program to its end and returns its output; ends the test program when it can't be run,
 // fails or takes more than a minute.
 QString run(const QString& program, const QStringList& arguments);
+QStringList sortedLines(const QString& text);
 
 // The numbers of the processes that pgrep finds; that it finds none is no failure.
 QStringList processes(const QStringList& pgrepArguments);

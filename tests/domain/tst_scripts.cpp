@@ -3,13 +3,6 @@
 
 namespace {
 
-QStringList sortedLines(const QString& text)
-{
-    QStringList lines = text.split('\n', Qt::SkipEmptyParts);
-    lines.sort();
-    return lines;
-}
-
 const QStringList everyTool = {"dig", "kinit", "ldapsearch", "mktemp", "scutil"};
 
 } // namespace
@@ -317,8 +310,8 @@ private slots:
     void listsTheWholeDirectoryInPages()
     {
         PracticeMac::run(testFile("add_containers"), {});
-        const QStringList held =
-            sortedLines(PracticeMac::run(PracticeMac::script("ask_directory"), {"--containers"}));
+        const QStringList held = PracticeMac::sortedLines(
+            PracticeMac::run(PracticeMac::script("ask_directory"), {"--containers"}));
         QVERIFY(held.size() > 1200);
         QVERIFY(held.contains(QString("OU=日本 東京,OU=Many,DC=example,DC=test")));
 
@@ -331,7 +324,7 @@ private slots:
                               "exit 4\n");
         const ScriptResult result = list();
         checkResult(result);
-        QCOMPARE(sortedLines(result.output), held);
+        QCOMPARE(PracticeMac::sortedLines(result.output), held);
     }
 
     void noToolHasThePasswordInItsArgumentsOrEnvironment()

@@ -15,27 +15,20 @@ const QString sentinel = "S3ntinel." + QUuid::createUuid().toString(QUuid::Id128
 const QString rightPassword = sentinel + "Right";
 const QString wrongPassword = sentinel + "Wrong";
 
-// The lines that a program prints, sorted.
-QStringList linesOf(const QString& program, const QStringList& arguments)
-{
-    QStringList lines = PracticeMac::run(program, arguments).split('\n', Qt::SkipEmptyParts);
-    lines.sort();
-    return lines;
-}
-
 // The names of all files in the folders where tools keep tickets, settings and the like while they
 // run. What is mounted below these folders is not the practice Mac's own.
 QStringList temporaryFiles()
 {
-    return linesOf("/usr/bin/find",
-                   {"/tmp", "/run/session", QDir::homePath(), "/var/tmp", "-xdev"});
+    return PracticeMac::sortedLines(PracticeMac::run(
+        "/usr/bin/find", {"/tmp", "/run/session", QDir::homePath(), "/var/tmp", "-xdev"}));
 }
 
 // Where the practice Mac's own file systems are mounted: all that can be written, but for the
 // host's, such as /dev and the cache below /run.
 QStringList fileSystems()
 {
-    return linesOf("/usr/bin/findmnt", {"-lno", "TARGET", "-S", "practice-mac"});
+    return PracticeMac::sortedLines(
+        PracticeMac::run("/usr/bin/findmnt", {"-lno", "TARGET", "-S", "practice-mac"}));
 }
 
 // The files with the text that were written on this Mac since the stamp, the logs and the
@@ -45,7 +38,8 @@ QStringList writtenSince(const QString& stamp, const QString& text)
     const QString script = "stamp=$1 text=$2; shift 2\n"
                            "find \"$@\" -xdev -type f -newer \"$stamp\" -print0 |\n"
                            "xargs -0 -r grep -laF -e \"$text\" || true";
-    return linesOf("/bin/bash", QStringList{"-c", script, "find", stamp, text} + fileSystems());
+    return PracticeMac::sortedLines(PracticeMac::run(
+        "/bin/bash", QStringList{"-c", script, "find", stamp, text} + fileSystems()));
 }
 
 // Writes the text to a file in each of the file systems. Returns their names, sorted.
@@ -125,6 +119,7 @@ private:
         enter(&wizard, rightPassword, 3);
         enter(&wizard, wrongPassword, 3);
         enter(&wizard, rightPassword, 4);
+
         wizard.click("AdvancedButton");
         browse(&wizard)->close();
         wizard.click("ZoneButton");
